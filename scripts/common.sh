@@ -1,0 +1,74 @@
+# Shell functions shared by ./run and ./test. Sourced after `root` is set to the project's folder.
+#
+# Messages go to stderr, so that a program's own output can be redirected.
+: "${root:?the folder of the project}"
+
+say() { printf '== %s\n' "$*" >&2; }
+
+fail() {
+    printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+    exit 1
+}
+
+# packages SECTION...: the packages that packages.txt lists under those sections.
+packages() {
+    local section
+    for section in "$@"; do
+        awk -v wanted="[$section]" '
+            $1 == "#" && $2 ~ /^\[.*\]$/ { inside = ($2 == wanted); next }
+            inside && $1 != "" && $1 !~ /^#/ { print $1 }' "$root/packages.txt"
+    done
+}
+
+# missing PACKAGE...: those that are not installed.
+missing() {
+    local package
+    for package in "$@"; do
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
+            echo "$package"
+    done
+}
+
+# as_root COMMAND...: runs it as root, or with sudo.
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    elif [ -t 0 ]; then
+        sudo "$@" # may ask for the password
+    else
+        sudo -n "$@"
+    fi
+}
+
+# install_missing SECTION...: installs the packages that are not there yet.
+install_missing() {
+    local wanted absent
+    command -v apt-get >/dev/null ||
+        fail "this needs apt-get of Debian 12 to install $(packages "$@" | tr '\n' ' ')"
+    mapfile -t wanted < <(packages "$@")
+    mapfile -t absent < <(missing "${wanted[@]}")
+    [ ${#absent[@]} -gt 0 ] || return 0
+
+    say "installing ${absent[*]}"
+    [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null ||
+        fail "cannot install without root or sudo; ask for: apt-get install ${absent[*]}"
+    # Old package lists may still do when the network is down, so only the installation decides.
+    as_root apt-get -qq update >&2 || say "the package lists could not be updated"
+    as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get -qq install -y --no-install-recommends "${absent[@]}" >&2 ||
+        fail "could not install ${absent[*]}: no rights, or no network (see apt-get's message above)"
+}
+
+# build PRESET: configures when needed and builds with all cores.
+build() {
+    local folder="$root/build"
+    [ "$1" = release ] || folder="$root/build-$1"
+    if [ ! -f "$folder/build.ninja" ] || [ "$root/CMakePresets.json" -nt "$folder/build.ninja" ]; then
+        say "configuring $folder"
+        (cd "$root" && cmake --preset "$1" --log-level=WARNING) >&2 ||
+            fail "could not configure the $1 build"
+        touch "$folder/build.ninja"
+    fi
+    say "building $folder"
+    cmake --build "$folder" --parallel "$(nproc)" >&2 || fail "the $1 build failed"
+}
