@@ -1,0 +1,92 @@
+# The project's ways of declaring a target: one folder, one target, naming what it links.
+include(GNUInstallDirs)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+if(NOT CMAKE_BUILD_TYPE)
+    set(CMAKE_BUILD_TYPE Release)
+endif()
+
+# A product folder as its users have it: programs and modules in bin/, data in prg/.
+set(ORN_PRODUCT_DIR ${CMAKE_BINARY_DIR})
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${ORN_PRODUCT_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${ORN_PRODUCT_DIR}/bin)
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+set(CMAKE_INSTALL_RPATH "$ORIGIN")
+
+find_program(CCACHE ccache)
+if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+option(ORN_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+if(ORN_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
+                        -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+add_library(orn_warnings INTERFACE)
+target_compile_options(orn_warnings INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
+
+# A wrong arrow between folders must fail to link, so no library may leave a symbol undefined.
+# The sanitizers' own symbols are an exception: they come with the program.
+if(NOT ORN_SANITIZE)
+    add_link_options(LINKER:--no-undefined)
+endif()
+
+# orn_host_library(<folder> [LINK <targets>...]): one folder of the host as target host_<folder>.
+function(orn_host_library folder)
+    cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+    if(NOT sources)
+        add_library(host_${folder} INTERFACE)
+        target_include_directories(host_${folder} INTERFACE ${PROJECT_SOURCE_DIR}/host
+                                                            ${PROJECT_SOURCE_DIR}/host/include)
+        target_link_libraries(host_${folder} INTERFACE ${ARG_LINK})
+        return()
+    endif()
+    add_library(host_${folder} SHARED ${sources})
+    target_include_directories(host_${folder} PUBLIC ${PROJECT_SOURCE_DIR}/host
+                                                     ${PROJECT_SOURCE_DIR}/host/include)
+    target_link_libraries(host_${folder} PUBLIC ${ARG_LINK} PRIVATE orn_warnings)
+endfunction()
+
+# orn_module(<name> [FOLDERS <folders>...] [LINK <targets>...]): a product module of its own,
+# exporting only what is marked, as it does at home.
+function(orn_module name)
+    cmake_parse_arguments(ARG "" "" "FOLDERS;LINK" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+    foreach(folder ${ARG_FOLDERS})
+        file(GLOB more CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+        list(APPEND sources ${more})
+    endforeach()
+    if(NOT sources)
+        add_custom_target(${name}_absent)
+        return()
+    endif()
+    add_library(${name} SHARED ${sources})
+    target_compile_definitions(${name} PRIVATE _AFXEXT)
+    set_target_properties(${name} PROPERTIES CXX_VISIBILITY_PRESET hidden)
+    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR} ${PROJECT_SOURCE_DIR})
+    target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE orn_warnings)
+endfunction()
+
+# orn_test(<folder> [LINK <targets>...]): the tests of one folder as one program.
+function(orn_test folder)
+    cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+    string(REPLACE "/" "_" suffix ${folder})
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+    if(NOT sources)
+        return()
+    endif()
+    add_executable(test_${suffix} ${sources})
+    target_include_directories(test_${suffix} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_compile_definitions(test_${suffix} PRIVATE
+        ORN_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/${folder}")
+    target_link_libraries(test_${suffix} PRIVATE ${ARG_LINK} GTest::gtest_main GTest::gmock
+                                                 orn_warnings)
+    gtest_discover_tests(test_${suffix} DISCOVERY_MODE PRE_TEST)
+endfunction()

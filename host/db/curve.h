@@ -1,0 +1,37 @@
+// Entities that are one continuous curve: measured, cut and evaluated by parameter.
+#pragma once
+
+#include "db/entity.h"
+
+/// A curve in the world, run through by a parameter. Lengths in drawing units, parameters as each
+/// class says (vertex numbers for polylines, angles for arcs, distances for lines).
+class AcDbCurve : public AcDbEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbCurve);
+
+    virtual bool isClosed() const { return false; }
+    virtual bool isPeriodic() const { return false; }
+
+    virtual Acad::ErrorStatus getStartParam(double& param) const;
+    virtual Acad::ErrorStatus getEndParam(double& param) const;
+    virtual Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const;
+    virtual Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const;
+    virtual Acad::ErrorStatus getPointAtParam(double param, AcGePoint3d& point) const;
+    virtual Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& param) const;
+    virtual Acad::ErrorStatus getDistAtParam(double param, double& dist) const;
+    virtual Acad::ErrorStatus getParamAtDist(double dist, double& param) const;
+    virtual Acad::ErrorStatus getDistAtPoint(const AcGePoint3d& point, double& dist) const;
+    virtual Acad::ErrorStatus getPointAtDist(double dist, AcGePoint3d& point) const;
+    virtual Acad::ErrorStatus getFirstDeriv(double param, AcGeVector3d& deriv) const;
+    virtual Acad::ErrorStatus getFirstDeriv(const AcGePoint3d& point, AcGeVector3d& deriv) const;
+    virtual Acad::ErrorStatus getSecondDeriv(double param, AcGeVector3d& deriv) const;
+    /// The point of the curve nearest to `point`; with `extend` of the curve continued at its ends.
+    virtual Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& point, AcGePoint3d& onCurve,
+                                                bool extend = false) const;
+    /// The area enclosed, an open curve closed by a straight line; never negative.
+    virtual Acad::ErrorStatus getArea(double& area) const;
+    virtual Acad::ErrorStatus reverseCurve();
+
+protected:
+    AcDbCurve() = default;
+};

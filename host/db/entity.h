@@ -1,0 +1,101 @@
+// What all things that can be drawn have in common: layer, colour, linetype and where they are.
+#pragma once
+
+#include <optional>
+
+#include "db/color.h"
+#include "db/extents.h"
+#include "db/object.h"
+#include "ge/arrays.h"
+#include "ge/matrix3d.h"
+#include "ge/plane.h"
+#include "ge/point3d.h"
+#include "ge/vector3d.h"
+
+/// A thing in a drawing: owned by a block table record, on a layer, with a place in the world.
+class AcDbEntity : public AcDbObject {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbEntity);
+
+    AcDbObjectId blockId() const;
+
+    AcDbObjectId layerId() const { return layerId_; }
+    /// The layer's name; the platform's callers free it with acutDelString.
+    ACHAR* layer() const;
+    Acad::ErrorStatus layer(class AcString& name) const;
+    /// eKeyNotFound for a name that is no layer of the entity's (else the working) database.
+    Acad::ErrorStatus setLayer(const ACHAR* name, bool doSubents = true,
+                               bool allowHiddenLayer = false);
+    Acad::ErrorStatus setLayer(AcDbObjectId layer, bool doSubents = true,
+                               bool allowHiddenLayer = false);
+
+    AcCmColor color() const { return AcCmColor(color_); }
+    AcCmEntityColor entityColor() const { return color_; }
+    Adesk::UInt16 colorIndex() const { return color_.colorIndex(); }
+    Acad::ErrorStatus setColor(const AcCmColor& color, bool doSubents = true,
+                               AcDbDatabase* db = nullptr);
+    /// 0 by block, 1 to 255, 256 by layer; anything else eBadColorIndex.
+    Acad::ErrorStatus setColorIndex(Adesk::UInt16 index, bool doSubents = true);
+
+    AcCmTransparency transparency() const { return transparency_; }
+    Acad::ErrorStatus setTransparency(const AcCmTransparency& transparency, bool doSubents = true);
+
+    AcDbObjectId linetypeId() const { return linetypeId_; }
+    ACHAR* linetype() const;
+    Acad::ErrorStatus setLinetype(const ACHAR* name, bool doSubents = true);
+    Acad::ErrorStatus setLinetype(AcDbObjectId linetype, bool doSubents = true);
+    double linetypeScale() const { return linetypeScale_; }
+    Acad::ErrorStatus setLinetypeScale(double scale, bool doSubents = true);
+    AcDb::LineWeight lineWeight() const { return lineWeight_; }
+    Acad::ErrorStatus setLineWeight(AcDb::LineWeight weight, bool doSubents = true);
+
+    AcDbObjectId materialId() const { return materialId_; }
+    ACHAR* material() const;
+    Acad::ErrorStatus setMaterial(AcDbObjectId material, bool doSubents = true);
+    Acad::ErrorStatus setMaterial(const ACHAR* name, bool doSubents = true);
+
+    AcDb::Visibility visibility() const { return visibility_; }
+    Acad::ErrorStatus setVisibility(AcDb::Visibility visibility, bool doSubents = true);
+
+    /// Takes layer, colour, linetype and so on from the other entity.
+    Acad::ErrorStatus setPropertiesFrom(const AcDbEntity* other, bool doSubents = true);
+    /// Layer, colour, linetype and so on of the database's current settings.
+    void setDatabaseDefaults(AcDbDatabase* db = nullptr);
+
+    /// The box around the entity in world coordinates, exact for every curve; computed once and
+    /// kept until the entity changes. eNullExtents when it occupies no place (an empty block
+    /// reference), eInvalidExtents when it has no bounds (a ray).
+    Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
+
+    Acad::ErrorStatus transformBy(const AcGeMatrix3d& transform);
+
+    /// Points of the given kinds that pieces of the entity may be grabbed by.
+    Acad::ErrorStatus getGripPoints(AcGePoint3dArray& points) const;
+
+    virtual bool isPlanar() const { return false; }
+    virtual Acad::ErrorStatus getPlane(AcGePlane& plane, AcDb::Planarity& kind) const;
+    /// The transform from the entity's own coordinates (by its normal) to the world's.
+    virtual void getEcs(AcGeMatrix3d& ecs) const { ecs = AcGeMatrix3d::kIdentity; }
+
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+
+protected:
+    AcDbEntity() = default;
+
+    /// The box in world coordinates, see getGeomExtents.
+    virtual Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const;
+    virtual Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform);
+    virtual Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const;
+    void beforeChange() override { extents_.reset(); }
+
+private:
+    AcDbObjectId layerId_;
+    AcDbObjectId linetypeId_; // Null until the database sets it: ByLayer.
+    AcDbObjectId materialId_;
+    AcCmEntityColor color_;
+    AcCmTransparency transparency_;
+    AcDb::LineWeight lineWeight_ = AcDb::kLnWtByLayer;
+    AcDb::Visibility visibility_ = AcDb::kVisible;
+    double linetypeScale_ = 1.0;
+    mutable std::unique_ptr<AcDbExtents> extents_;
+};
