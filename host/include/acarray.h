@@ -1,0 +1,4 @@
+// AcArray.
+#pragma once
+
+#include "rx/array.h"

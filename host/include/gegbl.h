@@ -1,0 +1,4 @@
+// AcGeContext, the default tolerances.
+#pragma once
+
+#include "ge/tol.h"

@@ -1,0 +1,4 @@
+// AcGe: the geometry library's enumerations.
+#pragma once
+
+#include "ge/global.h"

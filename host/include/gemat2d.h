@@ -1,0 +1,4 @@
+// AcGeMatrix2d.
+#pragma once
+
+#include "ge/matrix2d.h"

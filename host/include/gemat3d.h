@@ -1,0 +1,4 @@
+// AcGeMatrix3d.
+#pragma once
+
+#include "ge/matrix3d.h"

@@ -1,0 +1,4 @@
+// AcGePoint2d.
+#pragma once
+
+#include "ge/point2d.h"

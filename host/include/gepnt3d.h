@@ -1,0 +1,4 @@
+// AcGePoint3d.
+#pragma once
+
+#include "ge/point3d.h"

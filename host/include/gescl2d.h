@@ -1,0 +1,4 @@
+// AcGeScale2d.
+#pragma once
+
+#include "ge/scale2d.h"

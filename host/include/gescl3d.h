@@ -1,0 +1,4 @@
+// AcGeScale3d.
+#pragma once
+
+#include "ge/scale3d.h"

@@ -1,0 +1,4 @@
+// AcGeTol.
+#pragma once
+
+#include "ge/tol.h"

@@ -1,0 +1,4 @@
+// AcGeVector2d.
+#pragma once
+
+#include "ge/vector2d.h"

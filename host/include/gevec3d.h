@@ -1,0 +1,4 @@
+// AcGeVector3d.
+#pragma once
+
+#include "ge/vector3d.h"

@@ -1,0 +1,4 @@
+// Named arrays of the geometry library.
+#pragma once
+
+#include "ge/arrays.h"
