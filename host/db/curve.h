@@ -1,7 +1,18 @@
 // Entities that are one continuous curve: measured, cut and evaluated by parameter.
 #pragma once
 
+#include <functional>
+
 #include "db/entity.h"
+
+namespace headless {
+
+class CurvePiece;
+
+/// Called with a curve's pieces in order; answers false to stop.
+using PieceVisitor = std::function<bool(const CurvePiece&)>;
+
+} // namespace headless
 
 /// A curve in the world, run through by a parameter. Lengths in drawing units, parameters as each
 /// class says (vertex numbers for polylines, angles for arcs, distances for lines).
@@ -34,4 +45,10 @@ public:
 
 protected:
     AcDbCurve() = default;
+
+    /// Visits the smooth pieces that the curve consists of, joined end to start and their
+    /// parameters likewise. False when the visitor stopped. Called whether or not the curve is
+    /// open.
+    virtual bool forEachPiece(const headless::PieceVisitor& visit) const = 0;
+    void subDescribe(headless::GeometrySink& sink) const override;
 };

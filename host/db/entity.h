@@ -1,7 +1,7 @@
 // What all things that can be drawn have in common: layer, colour, linetype and where they are.
 #pragma once
 
-#include <optional>
+#include <memory>
 
 #include "db/color.h"
 #include "db/extents.h"
@@ -11,6 +11,12 @@
 #include "ge/plane.h"
 #include "ge/point3d.h"
 #include "ge/vector3d.h"
+
+namespace headless {
+
+class GeometrySink;
+
+} // namespace headless
 
 /// A thing in a drawing: owned by a block table record, on a layer, with a place in the world.
 class AcDbEntity : public AcDbObject {
@@ -86,9 +92,29 @@ protected:
     virtual Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const;
     virtual Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform);
     virtual Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const;
+    /// Tells the sink the entity's drawn geometry in world coordinates: what extents, pictures and
+    /// picks are made from. Called whether or not the entity is open.
+    virtual void subDescribe(headless::GeometrySink& sink) const;
     void beforeChange() override { extents_.reset(); }
 
+    /// What a member that looks, or one that changes, does before it touches the member's value.
+    template <class T>
+    const T& look(const T& value) const {
+        assertReadEnabled();
+        return value;
+    }
+    template <class T>
+    Acad::ErrorStatus change(T& member, const T& value) {
+        assertWriteEnabled();
+        member = value;
+        return Acad::eOk;
+    }
+    /// Stores the unit vector; eInvalidInput for a vector without length.
+    Acad::ErrorStatus changeNormal(AcGeVector3d& member, const AcGeVector3d& normal);
+
 private:
+    friend class headless::GeometrySink;
+
     AcDbObjectId layerId_;
     AcDbObjectId linetypeId_; // Null until the database sets it: ByLayer.
     AcDbObjectId materialId_;

@@ -1,0 +1,83 @@
+// The drawn geometry of entities, piece by piece, with references resolved.
+#pragma once
+
+#include <vector>
+
+#include "db/extents.h"
+#include "db/object_id.h"
+
+class AcDbBlockTableRecord;
+class AcDbEntity;
+
+namespace headless {
+
+class CurvePiece;
+
+/// Receives what entities consist of. Derive from it to measure, pick or draw; pieces arrive in the
+/// coordinates of the outermost caller, exact under any transform.
+class GeometrySink {
+public:
+    virtual ~GeometrySink() = default;
+    GeometrySink(const GeometrySink&) = delete;
+    GeometrySink& operator=(const GeometrySink&) = delete;
+
+    /// Receives the geometry of an entity, whether or not it is open.
+    void describe(const AcDbEntity& entity);
+    /// The same under a transform.
+    void describe(const AcDbEntity& entity, const AcGeMatrix3d& transform);
+
+    // What entities call, in their own coordinates.
+    void point(const AcGePoint3d& position);
+    void segment(const AcGePoint3d& start, const AcGePoint3d& end);
+    void curve(const CurvePiece& piece);
+    /// A line of text by the corners of its box: lower left, lower right, upper right, upper left.
+    void text(const AcGePoint3d (&corners)[4]);
+    /// Something without bounds; `along` its direction.
+    void endless(const AcGePoint3d& base, const AcGeVector3d& along);
+    /// The contents of a block under a transform, repeated in `columns` by `rows` cells each moved
+    /// by the steps. A block that contains itself is passed over where it would recur.
+    struct Reference {
+        AcDbObjectId block;
+        AcGeMatrix3d transform;
+        int columns = 1;
+        int rows = 1;
+        AcGeVector3d columnStep;
+        AcGeVector3d rowStep;
+    };
+    void reference(const Reference& reference);
+
+protected:
+    GeometrySink() = default;
+
+    virtual void onPoint(const AcGePoint3d& position) = 0;
+    virtual void onSegment(const AcGePoint3d& start, const AcGePoint3d& end) = 0;
+    virtual void onCurve(const CurvePiece& piece) = 0;
+    virtual void onText(const AcGePoint3d (&corners)[4]) = 0;
+    virtual void onEndless(const AcGePoint3d& base, const AcGeVector3d& along) = 0;
+    /// By default describes the contents of every cell.
+    virtual void onReference(const Reference& reference);
+
+    /// Describes the block's contents as seen through `transform`.
+    void describeBlock(AcDbObjectId block, const AcGeMatrix3d& transform);
+
+private:
+    AcGeMatrix3d toWorld_;
+    bool moved_ = false;                // false: toWorld_ is the identity
+    std::vector<AcDbStub*> openBlocks_; // the references being followed, outermost first
+};
+
+enum class IncludeText : bool { no, yes };
+
+/// The box around an entity's geometry under a transform, exact for every curve and through
+/// references at any depth. eNullExtents when there is none, eInvalidExtents when it has no bounds.
+Acad::ErrorStatus extentsUnder(const AcDbEntity& entity, const AcGeMatrix3d& transform,
+                               AcDbExtents& extents, IncludeText texts = IncludeText::yes);
+
+/// The box of what a block reference (or any entity) shows, with or without texts: single and
+/// multiline texts, attributes.
+inline Acad::ErrorStatus contentExtents(const AcDbEntity& entity, IncludeText texts,
+                                        AcDbExtents& extents) {
+    return extentsUnder(entity, AcGeMatrix3d::kIdentity, extents, texts);
+}
+
+} // namespace headless

@@ -1,0 +1,44 @@
+// Arrows that lead to an annotation.
+#pragma once
+
+#include <vector>
+
+#include "db/curve.h"
+
+/// A chain of segments from the arrow's tip to the annotation, in world coordinates.
+class AcDbLeader : public AcDbCurve {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbLeader);
+
+    AcDbLeader() = default;
+
+    int numVertices() const { return static_cast<int>(look(vertices_).size()); }
+    /// The origin for no such vertex.
+    AcGePoint3d vertexAt(int index) const;
+    /// eInvalidIndex for no such vertex.
+    Acad::ErrorStatus setVertexAt(int index, const AcGePoint3d& point);
+    bool appendVertex(const AcGePoint3d& point);
+    AcGePoint3d firstVertex() const { return vertexAt(0); }
+    AcGePoint3d lastVertex() const { return vertexAt(numVertices() - 1); }
+    bool hasArrowHead() const { return look(arrowHead_); }
+    /// True when the leader is drawn as a smooth curve.
+    bool isSplined() const { return look(splined_); }
+    AcGeVector3d normal() const { return look(normal_); }
+    AcDbObjectId dimensionStyle() const { return look(style_); }
+    AcDbObjectId annotationObjId() const { return look(annotation_); }
+
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+
+protected:
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
+    Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    bool forEachPiece(const headless::PieceVisitor& visit) const override;
+
+private:
+    std::vector<AcGePoint3d> vertices_;
+    AcGeVector3d normal_ = AcGeVector3d::kZAxis;
+    AcDbObjectId style_;
+    AcDbObjectId annotation_;
+    bool arrowHead_ = true;
+    bool splined_ = false;
+};

@@ -1,0 +1,47 @@
+// Bundles of parallel lines.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "db/entity.h"
+
+/// Parallel lines along a chain of vertices, in world coordinates.
+class AcDbMline : public AcDbEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbMline);
+
+    AcDbMline() = default;
+
+    int numVertices() const { return static_cast<int>(look(vertices_).size()); }
+    /// The origin for no such vertex.
+    AcGePoint3d vertexAt(int index) const;
+    double scale() const { return look(scale_); }
+    /// 0 top, 1 zero, 2 bottom: which line runs through the vertices.
+    Adesk::Int8 justification() const { return look(justification_); }
+    bool closedMline() const { return look(closed_); }
+    AcGeVector3d normal() const { return look(normal_); }
+    AcDbObjectId style() const { return look(style_); }
+
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+
+protected:
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
+    Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    void subDescribe(headless::GeometrySink& sink) const override;
+
+private:
+    /// Where a vertex stands and how far along its miter each line passes it.
+    struct Vertex {
+        AcGePoint3d position;
+        AcGeVector3d miter;
+        std::vector<double> offsets;
+    };
+
+    std::vector<Vertex> vertices_;
+    AcGeVector3d normal_ = AcGeVector3d::kZAxis;
+    AcDbObjectId style_;
+    double scale_ = 1.0;
+    Adesk::Int8 justification_ = 0;
+    bool closed_ = false;
+};
