@@ -1,0 +1,5 @@
+// MFC's collections of fixed types.
+#pragma once
+
+#include "afx.h"
+#include "mfc/array.h"

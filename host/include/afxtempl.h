@@ -1,0 +1,5 @@
+// MFC's collection templates.
+#pragma once
+
+#include "afx.h"
+#include "mfc/array.h"

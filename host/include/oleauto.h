@@ -1,0 +1,4 @@
+// Automation's strings.
+#pragma once
+
+#include "win/bstr.h"

@@ -1,0 +1,4 @@
+// The C run time's names for text of the build's width.
+#pragma once
+
+#include "win/tchar.h"
