@@ -37,21 +37,41 @@ if(NOT ORN_SANITIZE)
     add_link_options(LINKER:--no-undefined)
 endif()
 
+# orn_public_directories(<target> PUBLIC|INTERFACE <folders>...): where its users find headers, now
+# and once installed: the headers are installed in the shape of the source tree.
+set(ORN_INSTALL_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/orn)
+function(orn_public_directories target scope)
+    foreach(folder ${ARGN})
+        file(RELATIVE_PATH relative ${PROJECT_SOURCE_DIR} ${folder})
+        target_include_directories(${target} ${scope}
+            $<BUILD_INTERFACE:${folder}>
+            $<INSTALL_INTERFACE:${ORN_INSTALL_INCLUDEDIR}/${relative}>)
+    endforeach()
+endfunction()
+
+# orn_exported(<target>...): what another project gets from find_package(OrnGlobal).
+function(orn_exported)
+    install(TARGETS ${ARGN} EXPORT OrnGlobal
+            RUNTIME DESTINATION bin LIBRARY DESTINATION bin ARCHIVE DESTINATION lib)
+endfunction()
+
 # orn_host_library(<folder> [LINK <targets>...]): one folder of the host as target host_<folder>.
 function(orn_host_library folder)
     cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
     if(NOT sources)
         add_library(host_${folder} INTERFACE)
-        target_include_directories(host_${folder} INTERFACE ${PROJECT_SOURCE_DIR}/host
-                                                            ${PROJECT_SOURCE_DIR}/host/include)
+        orn_public_directories(host_${folder} INTERFACE ${PROJECT_SOURCE_DIR}/host
+                                                        ${PROJECT_SOURCE_DIR}/host/include)
         target_link_libraries(host_${folder} INTERFACE ${ARG_LINK})
+        orn_exported(host_${folder})
         return()
     endif()
     add_library(host_${folder} SHARED ${sources})
-    target_include_directories(host_${folder} PUBLIC ${PROJECT_SOURCE_DIR}/host
-                                                     ${PROJECT_SOURCE_DIR}/host/include)
+    orn_public_directories(host_${folder} PUBLIC ${PROJECT_SOURCE_DIR}/host
+                                                 ${PROJECT_SOURCE_DIR}/host/include)
     target_link_libraries(host_${folder} PUBLIC ${ARG_LINK} PRIVATE orn_warnings)
+    orn_exported(host_${folder})
 endfunction()
 
 # orn_module(<name> [FOLDERS <folders>...] [LINK <targets>...]): a product module of its own,
@@ -70,8 +90,9 @@ function(orn_module name)
     add_library(${name} SHARED ${sources})
     target_compile_definitions(${name} PRIVATE _AFXEXT)
     set_target_properties(${name} PROPERTIES CXX_VISIBILITY_PRESET hidden)
-    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR} ${PROJECT_SOURCE_DIR})
+    orn_public_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR} ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE orn_warnings)
+    orn_exported(${name})
 endfunction()
 
 # orn_test(<folder> [LINK <targets>...]): the tests of one folder as one program.
