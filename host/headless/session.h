@@ -1,0 +1,96 @@
+// A session: everything the platform holds while a program works with drawings.
+//
+//     headless::Session session;
+//     if (const auto opened = session.openDrawing("plan.dxf"); !opened) { ... opened.message ... }
+//     session.loadModule("bin/OrnBoard.arx");
+//     session.run(L"BOARDAREA");
+//     std::puts(toUtf8(session.output()).c_str());
+//
+// A process has one session at a time; sessions one after the other see nothing of each other.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <iosfwd>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "dxf/read_report.h"
+#include "ge/point3d.h"
+#include "rx/error_status.h"
+
+class AcApDocument;
+class AcDbDatabase;
+
+namespace headless {
+
+struct SessionOptions {
+    unsigned ansiCodePage = 936;
+    unsigned oemCodePage = 936;
+    /// Called with every piece of text that the command line prints.
+    std::function<void(std::wstring_view)> sink;
+};
+
+/// How opening a drawing ended.
+struct OpenResult {
+    Acad::ErrorStatus status = Acad::eOk;
+    std::string message;  // One line when it failed: the file, the line, what is wrong.
+    DxfReadReport report; // What was repaired or left out.
+    AcApDocument* document = nullptr;
+
+    explicit operator bool() const { return status == Acad::eOk; }
+};
+
+class Session {
+public:
+    /// Throws std::logic_error while another session lives.
+    explicit Session(const SessionOptions& options = {});
+    /// Closes the drawings and ends the modules.
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    /// Opens a drawing as a document of its own and makes it current.
+    OpenResult openDrawing(const std::filesystem::path& path);
+    /// A drawing as fresh as the platform makes it, current.
+    AcApDocument* newDrawing();
+    void closeDrawings();
+    /// The current drawing, or null.
+    AcDbDatabase* database() const;
+
+    /// Loads a product module; the error names it and says what is wrong.
+    [[nodiscard]] std::optional<std::string> loadModule(const std::filesystem::path& path);
+
+    /// Types a line at the command prompt and runs what it starts; the answers to prompts follow on
+    /// the line, are typed before, or come from the reader. False when a command was unknown.
+    bool run(std::wstring_view line);
+    /// Runs a script of UTF-8 lines: `;` starts a comment line, every line's end is Enter.
+    bool runScript(std::istream& script);
+
+    /// Queues a line, a point in user coordinates, or Escape for the prompts to come.
+    void typeLine(std::wstring_view line);
+    void typePoint(const AcGePoint3d& point);
+    void typeEscape();
+    /// Where lines come from when nothing is queued; nothing returned means no more input.
+    /// @param shown  the user sees the line already, as at a terminal.
+    void setLineReader(std::function<std::optional<std::wstring>()> reader, bool shown = false);
+
+    /// Everything that the command line printed since the start or since clearOutput().
+    const std::wstring& output() const;
+    void clearOutput();
+    /// The texts of the message boxes shown, the oldest first.
+    std::vector<std::wstring> messageBoxes() const;
+
+    /// What is still held and should not be, one line each: objects left open, databases and result
+    /// buffers never freed, document locks never given back.
+    std::vector<std::string> leftovers() const;
+
+private:
+    struct Layers;
+    std::unique_ptr<Layers> layers_;
+};
+
+} // namespace headless
