@@ -61,7 +61,7 @@ def _table(boards: list) -> list:
 
 
 def _notes() -> MText:
-    return MText((TABLE_LEFT, 200.0), 300.0, NOTES, sum(COLUMN_WIDTHS), style="宋体", layer="文字")
+    return MText((TABLE_LEFT, 3400.0), 300.0, NOTES, sum(COLUMN_WIDTHS), style="宋体", layer="文字")
 
 
 def _dimensions(drawing) -> None:
