@@ -49,9 +49,9 @@ install_missing() {
     mapfile -t absent < <(missing "${wanted[@]}")
     [ ${#absent[@]} -gt 0 ] || return 0
 
-    say "installing ${absent[*]}"
     [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null ||
         fail "cannot install without root or sudo; ask for: apt-get install ${absent[*]}"
+    say "installing ${absent[*]}"
     # Old package lists may still do when the network is down, so only the installation decides.
     as_root apt-get -qq update >&2 || say "the package lists could not be updated"
     as_root env DEBIAN_FRONTEND=noninteractive \
