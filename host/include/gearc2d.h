@@ -1,0 +1,4 @@
+// AcGeCircArc2d.
+#pragma once
+
+#include "ge/circ_arc.h"

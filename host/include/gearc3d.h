@@ -1,0 +1,4 @@
+// AcGeCircArc3d.
+#pragma once
+
+#include "ge/circ_arc.h"

@@ -1,0 +1,4 @@
+// AcGeCurve2d.
+#pragma once
+
+#include "ge/curve.h"

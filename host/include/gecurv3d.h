@@ -1,0 +1,4 @@
+// AcGeCurve3d.
+#pragma once
+
+#include "ge/curve.h"

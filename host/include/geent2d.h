@@ -1,0 +1,4 @@
+// AcGeEntity2d.
+#pragma once
+
+#include "ge/entity.h"

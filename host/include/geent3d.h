@@ -1,0 +1,4 @@
+// AcGeEntity3d.
+#pragma once
+
+#include "ge/entity.h"

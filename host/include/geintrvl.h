@@ -1,0 +1,4 @@
+// AcGeInterval.
+#pragma once
+
+#include "ge/interval.h"

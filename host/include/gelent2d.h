@@ -1,0 +1,4 @@
+// AcGeLinearEnt2d.
+#pragma once
+
+#include "ge/linear_entity.h"

@@ -1,0 +1,4 @@
+// AcGeLinearEnt3d.
+#pragma once
+
+#include "ge/linear_entity.h"

@@ -1,0 +1,4 @@
+// AcGeLine2d.
+#pragma once
+
+#include "ge/lines.h"

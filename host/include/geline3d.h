@@ -1,0 +1,4 @@
+// AcGeLine3d.
+#pragma once
+
+#include "ge/lines.h"

@@ -1,0 +1,4 @@
+// AcGeLineSeg2d.
+#pragma once
+
+#include "ge/lines.h"

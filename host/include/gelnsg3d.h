@@ -1,0 +1,4 @@
+// AcGeLineSeg3d.
+#pragma once
+
+#include "ge/lines.h"

@@ -1,0 +1,4 @@
+// AcGePlanarEnt.
+#pragma once
+
+#include "ge/plane.h"

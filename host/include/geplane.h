@@ -1,0 +1,4 @@
+// AcGePlane.
+#pragma once
+
+#include "ge/plane.h"

@@ -1,0 +1,4 @@
+// AcGeRay2d.
+#pragma once
+
+#include "ge/lines.h"

@@ -1,0 +1,4 @@
+// AcGeRay3d.
+#pragma once
+
+#include "ge/lines.h"

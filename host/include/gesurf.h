@@ -1,0 +1,4 @@
+// AcGeSurface.
+#pragma once
+
+#include "ge/plane.h"
