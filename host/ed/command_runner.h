@@ -1,0 +1,46 @@
+// Runs registered commands by name, from the input or from another command.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "db/resbuf.h"
+
+class AcEdCommandStack;
+
+namespace headless {
+
+/// Knows which commands are at work, the innermost last.
+class CommandRunner {
+public:
+    /// Runs the command of that name: RTNORM when it ran. An unknown name is reported on the
+    /// command line and gives RTERROR. `_` before the name looks up global names, `.`, `'` change
+    /// nothing.
+    int run(std::wstring_view name);
+
+    /// Takes commands from the input and runs them until it is empty. Enter alone repeats the last
+    /// command. False when a command was unknown.
+    bool runPending();
+
+    bool isQuiescent() const { return active_.empty(); }
+    /// The global names of the commands at work, joined by an apostrophe as in CMDNAMES.
+    std::wstring activeNames() const;
+
+private:
+    class Activation;
+
+    std::vector<std::wstring> active_;
+    std::wstring last_; // What Enter repeats.
+};
+
+} // namespace headless
+
+/// Runs commands with their answers as a list of pairs: a type (RTSTR, RTREAL, RTSHORT, RTLONG,
+/// RTPOINT, RT3DPOINT, RTENAME, ...), then the value; RTNONE or 0 ends it. An empty text is Enter,
+/// a lone backslash an answer of the user. Prompts beyond the list are cancelled.
+/// RTNORM, RTERROR for a bad list or an unknown command, RTREJ for a bad type.
+int acedCommandS(int rtype, ...);
+
+/// The same with the list as a chain of result buffers.
+int acedCmdS(const resbuf* list);

@@ -1,0 +1,110 @@
+// Where prompts get their answers: one queue fed by typed lines, by values and by a line reader.
+//
+// A typed line is taken word by word as at a real command line: a blank ends an answer, so does the
+// end of the line, and an empty answer is Enter. A prompt for text with blanks takes the rest of
+// the line. When nothing is queued the reader is asked for a line; when it has none either, prompts
+// are told so and cancel, so that no prompt ever waits for input that cannot come.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "ge/point3d.h"
+
+namespace headless {
+
+/// Text as typed at the keyboard, ended by Enter.
+struct TypedLine {
+    std::wstring text;
+    bool shown = false; // True when whoever typed it sees it already, as at a terminal.
+};
+
+/// Text that is one answer whatever it holds, blanks included.
+struct WholeText {
+    std::wstring text;
+};
+
+/// The Escape key.
+struct EscapeKey {};
+
+/// Stands in a command's arguments for an answer that its caller's input shall give.
+struct PauseForUser {};
+
+using InputItem =
+    std::variant<TypedLine, WholeText, AcGePoint3d, double, int, EscapeKey, PauseForUser>;
+
+/// There is no more input.
+struct InputEnded {};
+
+/// What a prompt gets: text (empty for Enter), a point in user coordinates, a number, Escape, or
+/// the end of all input.
+struct InputAnswer {
+    std::variant<std::wstring, AcGePoint3d, double, int, EscapeKey, InputEnded> value;
+    bool shown = false;
+
+    bool isEnter() const {
+        const auto* text = std::get_if<std::wstring>(&value);
+        return text != nullptr && text->empty();
+    }
+};
+
+class InputQueue {
+public:
+    using LineReader = std::function<std::optional<std::wstring>()>;
+
+    InputQueue() : frames_(1) {}
+
+    void add(InputItem item) { frames_.back().push_back(std::move(item)); }
+    void type(std::wstring_view line) { add(TypedLine{std::wstring(line)}); }
+    /// Types the text's lines; a blank at the end of the last one is its Enter.
+    void typeText(std::wstring_view text);
+
+    /// Asked for a line whenever nothing is queued. An empty function takes the reader away.
+    /// @param shown  the reader's user sees the line already, as at a terminal.
+    void setReader(LineReader reader, bool shown = false) {
+        reader_ = std::move(reader);
+        readerShows_ = shown;
+    }
+    bool hasReader() const { return static_cast<bool>(reader_); }
+
+    /// The next answer of one word.
+    InputAnswer nextWord() { return next(true); }
+    /// The next answer up to the end of its line.
+    InputAnswer nextLine() { return next(false); }
+
+    /// True when nothing is queued for the command that runs; the reader may still have lines.
+    bool isEmpty() const { return frames_.back().empty(); }
+    /// Forgets what is queued for the command that runs.
+    void clear() { frames_.back().clear(); }
+
+private:
+    friend class NestedInput;
+    using Frame = std::deque<InputItem>;
+
+    InputAnswer next(bool word);
+    InputAnswer nextOf(std::size_t frame, bool word);
+    bool refill(std::size_t frame);
+
+    std::vector<Frame> frames_; // The last belongs to the command that runs; never empty.
+    LineReader reader_;
+    bool readerShows_ = false;
+};
+
+/// While it lives, prompts are answered by these items alone.
+class NestedInput {
+public:
+    NestedInput(InputQueue& queue, std::vector<InputItem> items);
+    ~NestedInput();
+    NestedInput(const NestedInput&) = delete;
+    NestedInput& operator=(const NestedInput&) = delete;
+
+private:
+    InputQueue& queue_;
+};
+
+} // namespace headless

@@ -1,0 +1,56 @@
+// What the editor holds for one session.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "ed/applications.h"
+#include "ed/command_line.h"
+#include "ed/command_runner.h"
+#include "ed/commands.h"
+#include "ed/documents.h"
+#include "ed/input_queue.h"
+#include "ed/keywords.h"
+#include "ed/system_variables.h"
+#include "win/session_state.h"
+
+namespace headless {
+
+/// What acedInitGet sets for the next prompt.
+struct PromptRules {
+    int flags = 0; // RSG_...
+    Keywords keywords;
+
+    bool has(int flag) const { return (flags & flag) != 0; }
+};
+
+/// The session's side of the editor. The platform's calls read and change the current one.
+class EdState : public SessionState<EdState> {
+public:
+    EdState();
+    ~EdState();
+
+    /// The newest living state; the process's own when no session made one.
+    static EdState& current();
+
+    CommandLineOutput output;
+    InputQueue input;
+    PromptRules promptRules;
+    std::optional<std::wstring> pickedText; ///< The keyword that acedGetInput answers with.
+
+    SystemVariables variables;
+    AcEdCommandStack commands;
+    CommandRunner runner;
+    Applications applications;
+    AcRxDynamicLinker dynamicLinker;
+    Documents documents;
+    AcApDocManager documentManager;
+
+    int dialogLibraryStarts = 0; ///< How often InitAcUiDLL has been called.
+
+private:
+    struct ProcessWide {};
+    explicit EdState(ProcessWide);
+};
+
+} // namespace headless

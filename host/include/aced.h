@@ -1,0 +1,7 @@
+// Forwards to the host.
+#pragma once
+#include "db/resbuf.h"
+#include "ed/command_line.h"
+#include "ed/commands.h"
+#include "ed/prompts.h"
+#include "ed/system_variables.h"

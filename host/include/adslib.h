@@ -1,0 +1,4 @@
+// Forwards to the host.
+#pragma once
+#include "aced.h"
+#include "acutads.h"
