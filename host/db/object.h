@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
+#include <utility>
 
 #include "db/object_id.h"
 #include "db/open_mode.h"
@@ -14,6 +14,10 @@ struct resbuf;
 namespace headless {
 
 class Residence; // Puts objects into databases and takes them out; see residence.h.
+
+/// Tells the session that a member was called on an object that is not open for it, see
+/// DbState::openViolation. `needed` is "reading" or "writing".
+void reportOpenViolation(const AcDbObject& object, const char* needed);
 
 /// Where an object's record stands in the file it was read from: untouched objects are written
 /// back from there, and rarely needed parts (extended data) are read from there when asked for.
@@ -45,21 +49,32 @@ public:
     AcDbDatabase* database() const { return stub_ == nullptr ? nullptr : stub_->database; }
     void getAcDbHandle(AcDbHandle& handle) const { handle = objectId().handle(); }
 
-    /// Gives an opened object back. eNullObjectId for an object that is in no database.
+    /// Gives an opened object back. eNullObjectId for an object that is in no database,
+    /// eInvalidOpenState for one that nobody has open.
     Acad::ErrorStatus close();
     /// Closes after undoing nothing: changes stay, as there is no transaction to roll back.
     Acad::ErrorStatus cancel() { return close(); }
+    /// Turns the only reader into the writer. eHadMultipleReaders, eWasOpenForWrite,
+    /// eWasOpenForNotify, eOnLockedLayer, eNotOpenForRead; eNotInDatabase when it is in none.
     Acad::ErrorStatus upgradeOpen();
+    /// Turns the writer into a reader. eWasNotOpenForWrite.
     Acad::ErrorStatus downgradeOpen();
-    /// Opened by several readers for a change that a lookup has to make.
+    /// Makes an object that is open for notification writable. `wasWritable` tells whether it was
+    /// before.
     Acad::ErrorStatus upgradeFromNotify(bool& wasWritable);
+    Acad::ErrorStatus downgradeToNotify(bool wasWritable);
 
-    /// Erases, or with false brings back. eWasErased and eWasNotErased when there is nothing to do.
+    /// Erases, or with false brings back. eWasErased and eWasNotErased when there is nothing to do;
+    /// eCannotBeErasedByCaller for what every drawing must have, eNotInDatabase.
     Acad::ErrorStatus erase(bool erasing = true);
     bool isErased() const { return stub_ != nullptr && stub_->erased; }
 
-    bool isReadEnabled() const;
-    bool isWriteEnabled() const;
+    bool isReadEnabled() const {
+        return stub_ == nullptr || stub_->readers != 0 || stub_->openForWrite ||
+               stub_->openForNotify;
+    }
+    bool isWriteEnabled() const { return stub_ == nullptr || stub_->openForWrite; }
+    /// True when it was changed since it was opened for writing.
     bool isModified() const { return (flags_ & kModified) != 0; }
     bool isNewObject() const { return stub_ == nullptr || (flags_ & kNew) != 0; }
 
@@ -72,26 +87,49 @@ public:
     /// Fills the object from its record; each class reads its own subclass after its parent's.
     virtual Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer);
 
-    /// Aborts the session's work with a clear message when the object is not open accordingly.
-    void assertReadEnabled() const;
+    /// Report a violation when the object is not open accordingly, see reportOpenViolation.
+    void assertReadEnabled() const {
+        if (!isReadEnabled()) [[unlikely]]
+            headless::reportOpenViolation(*this, "reading");
+    }
     /// Also marks the object as changed and drops what was computed from its old state.
-    void assertWriteEnabled(bool autoUndo = true, bool recordModified = true);
+    void assertWriteEnabled(bool /*autoUndo*/ = true, bool recordModified = true) {
+        if (!isWriteEnabled()) [[unlikely]]
+            headless::reportOpenViolation(*this, "writing");
+        if (recordModified) flags_ |= kModified | kChanged;
+        beforeChange();
+    }
 
 protected:
     AcDbObject() = default;
 
-    /// Called by erase() after the state has changed.
+    /// Called by erase() before the state changes; anything but eOk refuses.
     virtual Acad::ErrorStatus subErase(bool /*erasing*/) { return Acad::eOk; }
     /// Called by close() of a writer before the object is given back.
     virtual Acad::ErrorStatus subClose() { return Acad::eOk; }
     /// Called before every change: classes drop what they derived from the old state.
     virtual void beforeChange() {}
 
+    /// A member of an object open for reading.
+    template <class T>
+    const T& look(const T& member) const {
+        assertReadEnabled();
+        return member;
+    }
+    /// Gives a member of an object open for writing another value.
+    template <class T, class Value>
+    Acad::ErrorStatus change(T& member, Value&& value) {
+        assertWriteEnabled();
+        member = std::forward<Value>(value);
+        return Acad::eOk;
+    }
+
 private:
     friend class headless::Residence;
 
-    static constexpr std::uint32_t kModified = 1U << 0;
-    static constexpr std::uint32_t kNew = 1U << 1;
+    static constexpr std::uint32_t kModified = 1U << 0; // since it was opened
+    static constexpr std::uint32_t kChanged = 1U << 1;  // since it was read
+    static constexpr std::uint32_t kNew = 1U << 2;
 
     AcDbStub* stub_ = nullptr;
     AcDbObjectId ownerId_;

@@ -1,4 +1,3 @@
 // Forwards to the host.
 #pragma once
-#include "aced.h"
-#include "acutads.h"
+#include "db/resbuf.h"

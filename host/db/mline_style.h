@@ -1,0 +1,69 @@
+// Styles of multilines: how many parallel lines and where.
+#pragma once
+
+#include <numbers>
+#include <string>
+#include <vector>
+
+#include "db/color.h"
+#include "db/object.h"
+
+class AcDbMlineStyle : public AcDbObject {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbMlineStyle);
+
+    AcDbMlineStyle() = default;
+
+    /// Longest name in characters.
+    static constexpr int kMaxNameLength = 255;
+
+    /// Texts valid until the style changes.
+    const ACHAR* name() const { return look(name_).c_str(); }
+    /// eInvalidInput for a name that is empty or too long.
+    Acad::ErrorStatus setName(const ACHAR* name);
+    /// Sets the style's own name and the key of its entry in the database's dictionary of styles.
+    Acad::ErrorStatus initMlineStyle();
+    const ACHAR* description() const { return look(description_).c_str(); }
+    Acad::ErrorStatus setDescription(const ACHAR* description);
+
+    bool showMiters() const { return look(showMiters_); }
+    void setShowMiters(bool show) { change(showMiters_, show); }
+    bool filled() const { return look(filled_); }
+    void setFilled(bool filled) { change(filled_, filled); }
+    AcCmColor fillColor() const { return AcCmColor(look(fillColor_)); }
+    Acad::ErrorStatus setFillColor(const AcCmColor& color) { return change(fillColor_, color); }
+    /// Angles of the ends, radians.
+    double startAngle() const { return look(startAngle_); }
+    Acad::ErrorStatus setStartAngle(double angle) { return change(startAngle_, angle); }
+    double endAngle() const { return look(endAngle_); }
+    Acad::ErrorStatus setEndAngle(double angle) { return change(endAngle_, angle); }
+
+    int numElements() const { return static_cast<int>(look(elements_).size()); }
+    /// Offsets in drawing units at scale 1, positive to the left; elements stand from the greatest
+    /// offset to the least.
+    Acad::ErrorStatus addElement(int& index, double offset, const AcCmColor& color,
+                                 AcDbObjectId linetype);
+    /// eInvalidIndex beyond the last.
+    Acad::ErrorStatus getElementAt(int index, double& offset, AcCmColor& color,
+                                   AcDbObjectId& linetype) const;
+    Acad::ErrorStatus removeElementAt(int index);
+
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+
+private:
+    struct Element {
+        double offset = 0.0;
+        AcCmEntityColor color;
+        AcDbObjectId linetype;
+    };
+
+    std::wstring name_;
+    std::wstring description_;
+    std::vector<Element> elements_;
+    double startAngle_ = std::numbers::pi / 2;
+    double endAngle_ = std::numbers::pi / 2;
+    AcCmEntityColor fillColor_;
+    std::int32_t capFlags_ = 0;
+    bool filled_ = false;
+    bool showMiters_ = false;
+};

@@ -1,0 +1,24 @@
+// Names of the applications whose extended data a drawing holds.
+#pragma once
+
+#include "db/symbol_table.h"
+
+class AcDbRegAppTableRecord : public AcDbSymbolTableRecord {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbRegAppTableRecord);
+
+    AcDbRegAppTableRecord() = default;
+
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+};
+
+class AcDbRegAppTableIterator : public headless::SymbolTableIteratorOf<AcDbRegAppTableRecord> {
+public:
+    using SymbolTableIteratorOf::SymbolTableIteratorOf;
+};
+
+class AcDbRegAppTable
+    : public headless::SymbolTableOf<AcDbRegAppTableRecord, AcDbRegAppTableIterator> {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbRegAppTable);
+};

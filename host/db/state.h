@@ -1,0 +1,54 @@
+// What the database layer holds for one session, and the platform's access to it.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "db/object.h"
+#include "win/session_state.h"
+
+class AcDbDatabase;
+
+/// Services that databases ask of the program around them.
+class AcDbHostApplicationServices : public AcRxObject {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbHostApplicationServices);
+
+    AcDbHostApplicationServices() = default;
+
+    AcDbDatabase* workingDatabase() const { return workingDatabase_; }
+    void setWorkingDatabase(AcDbDatabase* db) { workingDatabase_ = db; }
+
+private:
+    AcDbDatabase* workingDatabase_ = nullptr;
+};
+
+/// The current session's services; never null.
+AcDbHostApplicationServices* acdbHostApplicationServices();
+
+namespace headless {
+
+class DbState : public SessionState<DbState> {
+public:
+    /// Told of a member called on an object that is not open for it; `needed` is "reading" or
+    /// "writing". When it returns, the call goes on.
+    using OpenViolation = std::function<void(const AcDbObject&, const char* needed)>;
+
+    DbState();
+    /// Databases still alive go on without a session.
+    ~DbState();
+
+    /// The newest living state; the process's own when no session made one.
+    static DbState& current();
+
+    AcDbHostApplicationServices services;
+    std::vector<AcDbDatabase*> databases; ///< All alive, the oldest first.
+    long liveResultBuffers = 0;           ///< Made by acutNewRb and not freed yet.
+    OpenViolation openViolation;          ///< Empty: print what is wrong and abort.
+
+private:
+    struct ProcessWide {};
+    explicit DbState(ProcessWide) {}
+};
+
+} // namespace headless

@@ -1,0 +1,8 @@
+// Forwards to the host.
+#pragma once
+#include "db/database.h"
+#include "db/entity.h"
+#include "db/id_array.h"
+#include "db/object.h"
+#include "db/open.h"
+#include "db/resbuf.h"

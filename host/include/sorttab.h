@@ -1,0 +1,3 @@
+// Forwards to the host.
+#pragma once
+#include "db/sortents_table.h"
