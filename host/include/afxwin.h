@@ -3,3 +3,5 @@
 
 #include "afx.h"
 #include "afxcoll.h"
+#include "mfc/extension_module.h"
+#include "mfc/message_box.h"

@@ -5,5 +5,8 @@
 #include "win/casing.h"
 #include "win/code_page_calls.h"
 #include "win/constants.h"
+#include "win/crt.h"
 #include "win/last_error.h"
+#include "win/module_calls.h"
 #include "win/types.h"
+#include "win/user.h"

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "mfc/message_box.h"
+
 BOOL CException::GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpContext) const {
     if (helpContext != nullptr) *helpContext = 0;
     const std::wstring message = description();
@@ -10,6 +12,12 @@ BOOL CException::GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpContext) 
     std::copy_n(message.begin(), length, text);
     text[length] = 0;
     return message.empty() ? FALSE : TRUE;
+}
+
+int CException::ReportError(UINT type, UINT messageId) {
+    const std::wstring message = description();
+    if (message.empty() && messageId != 0) return AfxMessageBox(messageId, type);
+    return AfxMessageBox(message.c_str(), type);
 }
 
 std::wstring CMemoryException::description() const { return L"Out of memory."; }

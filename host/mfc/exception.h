@@ -9,17 +9,26 @@
 class CException : public CObject {
 public:
     CException() = default;
-    explicit CException(BOOL /*autoDelete*/) {}
+    /// @param autoDelete  FALSE for an exception that is not on the heap.
+    explicit CException(BOOL autoDelete) : isOnHeap_(autoDelete != FALSE) {}
 
-    /// Frees the exception.
-    void Delete() { delete this; }
+    /// Frees an exception on the heap.
+    void Delete() {
+        if (isOnHeap_) delete this;
+    }
 
     /// Writes what happened, cut to `capacity` characters with the NUL. FALSE when there is nothing
     /// to tell.
     virtual BOOL GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpContext = nullptr) const;
+    /// Shows what happened, or the string resource for an exception that does not tell, in a
+    /// message box and returns its answer.
+    virtual int ReportError(UINT type = 0, UINT messageId = 0);
 
 protected:
     [[nodiscard]] virtual std::wstring description() const { return {}; }
+
+private:
+    bool isOnHeap_ = true;
 };
 
 class CSimpleException : public CException {

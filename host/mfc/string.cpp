@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "mfc/exception.h"
+#include "mfc/resource.h"
 #include "win/casing.h"
 #include "win/code_page.h"
 #include "win/text_space.h"
@@ -47,13 +48,23 @@ void setText(CSimpleStringT<char>& to, const std::string& text) {
     to.SetString(text.data(), static_cast<int>(text.size()));
 }
 
+/// A resource number stands in the place of a text by MAKEINTRESOURCE.
+bool isResourceNumber(const void* text) {
+    const auto value = reinterpret_cast<std::uintptr_t>(text);
+    return value != 0 && value <= 0xFFFF;
+}
+
 } // namespace
 
 // ---- making and assigning
 
 template <class CharT>
 CStringT<CharT>::CStringT(PCXSTR text) {
-    this->SetString(text);
+    if (isResourceNumber(text)) {
+        LoadString(static_cast<UINT>(reinterpret_cast<std::uintptr_t>(text)));
+    } else {
+        this->SetString(text);
+    }
 }
 
 template <class CharT>
@@ -411,6 +422,13 @@ CStringT<CharT> CStringT<CharT>::formatted(PCXSTR format,
 }
 
 template <class CharT>
+CStringT<CharT> CStringT<CharT>::fromResource(UINT id) {
+    CStringT text;
+    if (text.LoadString(id) == FALSE) AfxThrowInvalidArgException();
+    return text;
+}
+
+template <class CharT>
 void CStringT<CharT>::FormatV(PCXSTR format, std::va_list list) {
     if (format == nullptr) AfxThrowInvalidArgException();
     setText(*this, headless::formatText(format, list));
@@ -441,6 +459,20 @@ BSTR CStringT<CharT>::SetSysString(BSTR* string) const {
     SysFreeString(*string);
     *string = replacement;
     return replacement;
+}
+
+template <class CharT>
+BOOL CStringT<CharT>::LoadString(UINT id) {
+    const std::optional<std::wstring> text = headless::findResourceString(id);
+    if (text) *this = text->c_str();
+    return text ? TRUE : FALSE;
+}
+
+template <class CharT>
+BOOL CStringT<CharT>::LoadString(HINSTANCE module, UINT id) {
+    const std::optional<std::wstring> text = headless::resourceString(module, id);
+    if (text) *this = text->c_str();
+    return text ? TRUE : FALSE;
 }
 
 template class CStringT<wchar_t>;

@@ -30,6 +30,7 @@ public:
     CStringT(const CStringT&) = default;
     CStringT(CStringT&&) noexcept = default;
     CStringT(const Base& text) : Base(text) {}
+    /// Text, or the string resource of a MAKEINTRESOURCE number.
     CStringT(PCXSTR text);
     CStringT(PCYSTR text);
     CStringT(PCXSTR text, int length) : Base(text, length) {}
@@ -101,6 +102,10 @@ public:
         *this = formatted(format, {headless::FormatValue(passed(values))...});
     }
     template <class... Values>
+    void Format(UINT formatId, const Values&... values) {
+        Format(fromResource(formatId).GetString(), values...);
+    }
+    template <class... Values>
     void AppendFormat(PCXSTR format, const Values&... values) {
         *this += formatted(format, {headless::FormatValue(passed(values))...});
     }
@@ -111,6 +116,11 @@ public:
     [[nodiscard]] BSTR AllocSysString() const;
     /// Replaces the text of a BSTR.
     BSTR SetSysString(BSTR* string) const;
+
+    /// Takes a string resource of the current resource module, or of the first extension module
+    /// after it that has one, or of the module given; FALSE and unchanged when there is none.
+    BOOL LoadString(UINT id);
+    BOOL LoadString(HINSTANCE module, UINT id);
 
     friend CStringT operator+(const CStringT& a, const CStringT& b) {
         return CStringT(a, b.GetString(), b.GetLength());
@@ -164,6 +174,7 @@ private:
         return value;
     }
     static CStringT formatted(PCXSTR format, std::initializer_list<headless::FormatValue> values);
+    static CStringT fromResource(UINT id);
 
     [[nodiscard]] bool isOnly(XCHAR character) const {
         return GetLength() == 1 && *GetString() == character;

@@ -11,6 +11,7 @@ WinState*& newestState() {
 } // namespace
 
 WinState::WinState() : SessionState(newestState()) {}
+WinState::WinState(ProcessWide /*processWide*/) {}
 WinState::~WinState() = default;
 
 WinState& WinState::current() {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "win/module_table.h"
 #include "win/session_state.h"
 #include "win/types.h"
 
@@ -36,9 +37,11 @@ public:
 
     std::bitset<256> pressedKeys; ///< By virtual key.
 
+    ModuleTable modules; ///< What the session loaded; detached when it ends.
+
 private:
     struct ProcessWide {};
-    explicit WinState(ProcessWide) {}
+    explicit WinState(ProcessWide);
 };
 
 } // namespace headless

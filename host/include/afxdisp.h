@@ -1,0 +1,5 @@
+// MFC's automation.
+#pragma once
+
+#include "afxwin.h"
+#include "oleauto.h"

@@ -1,0 +1,4 @@
+// MFC's extensions.
+#pragma once
+
+#include "afxwin.h"

@@ -1,0 +1,4 @@
+// CString alone.
+#pragma once
+
+#include "mfc/string.h"

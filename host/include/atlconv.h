@@ -1,0 +1,5 @@
+// Short-lived text conversions.
+#pragma once
+
+#include "mfc/conversion.h"
+#include "win/types.h"

@@ -1,0 +1,28 @@
+#include "mfc/state.h"
+
+namespace headless {
+namespace {
+
+MfcState*& newestState() {
+    static MfcState* newest = nullptr;
+    return newest;
+}
+
+} // namespace
+
+MfcState::MfcState() : SessionState(newestState()) {}
+MfcState::MfcState(ProcessWide /*processWide*/) {}
+
+MfcState::~MfcState() {
+    // A library takes itself out of the chain.
+    while (!libraries.empty())
+        delete libraries.back();
+}
+
+MfcState& MfcState::current() {
+    static MfcState processWide{ProcessWide{}};
+    MfcState* newest = newestState();
+    return newest != nullptr ? *newest : processWide;
+}
+
+} // namespace headless
