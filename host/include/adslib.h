@@ -1,3 +1,4 @@
 // Forwards to the host.
 #pragma once
-#include "db/resbuf.h"
+#include "aced.h"
+#include "acutads.h"

@@ -1,3 +1,3 @@
 // Forwards to the host.
 #pragma once
-#include "db/mline_style.h"
+#include "db/mline.h"
