@@ -1,0 +1,4 @@
+// AcGeEllipArc3d.
+#pragma once
+
+#include "ge/ellip_arc3d.h"
