@@ -60,10 +60,10 @@ int CommandRunner::run(std::wstring_view name) {
     return RTNORM;
 }
 
-bool CommandRunner::runPending() {
+bool CommandRunner::runPending(bool fromReader) {
     EdState& state = EdState::current();
     bool allKnown = true;
-    while (!state.input.isEmpty() || state.input.hasReader()) {
+    while (fromReader || !state.input.isEmpty()) {
         const InputAnswer answer = ask(L"\nCommand: ", true);
         if (std::holds_alternative<InputEnded>(answer.value)) break;
         const auto* text = std::get_if<std::wstring>(&answer.value);

@@ -19,9 +19,10 @@ public:
     /// nothing.
     int run(std::wstring_view name);
 
-    /// Takes commands from the input and runs them until it is empty. Enter alone repeats the last
-    /// command. False when a command was unknown.
-    bool runPending();
+    /// Takes commands from the input and runs them until nothing is queued; with `fromReader`,
+    /// until the input's reader has no more lines either. Enter alone repeats the last command.
+    /// False when a command was unknown.
+    bool runPending(bool fromReader);
 
     bool isQuiescent() const { return active_.empty(); }
     /// The global names of the commands at work, joined by an apostrophe as in CMDNAMES.

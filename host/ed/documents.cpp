@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "db/database.h"
-#include "db/host_services.h"
+#include "db/state.h"
 #include "ed/state.h"
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcApDocument, AcRxObject)
@@ -79,8 +79,6 @@ bool Documents::contains(const AcApDocument* document) const {
     return std::ranges::any_of(documents_,
                                [&](const auto& open) { return open.get() == document; });
 }
-
-std::size_t documentLocks(const AcApDocument& document) { return document.locks_.size(); }
 
 } // namespace headless
 

@@ -11,6 +11,10 @@
 
 class AcDbDatabase;
 
+namespace headless {
+class Documents;
+}
+
 struct AcAp {
     enum DocLockMode {
         kNone = 0x00,
@@ -48,7 +52,7 @@ public:
 
 private:
     friend class AcApDocManager;
-    friend std::size_t documentLocks(const AcApDocument& document);
+    friend class headless::Documents;
 
     std::unique_ptr<AcDbDatabase> database_;
     std::wstring fileName_;
@@ -82,6 +86,8 @@ public:
     /// The document that the database belongs to, or null.
     AcApDocument* ofDatabase(const AcDbDatabase* database) const;
     bool contains(const AcApDocument* document) const;
+    /// How many locks of the document have been taken and not given back.
+    static std::size_t lockCount(const AcApDocument& document) { return document.locks_.size(); }
     const std::vector<std::unique_ptr<AcApDocument>>& all() const { return documents_; }
 
 private:
@@ -89,9 +95,6 @@ private:
     std::vector<std::unique_ptr<AcApDocument>> documents_;
     AcApDocument* current_ = nullptr;
 };
-
-/// How many locks of the document have been taken and not given back.
-std::size_t documentLocks(const AcApDocument& document);
 
 } // namespace headless
 

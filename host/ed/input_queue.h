@@ -61,6 +61,10 @@ public:
 
     void add(InputItem item) { frames_.back().push_back(std::move(item)); }
     void type(std::wstring_view line) { add(TypedLine{std::wstring(line)}); }
+    /// Types a line before everything that is queued.
+    void typeFirst(std::wstring_view line) {
+        frames_.back().push_front(TypedLine{std::wstring(line)});
+    }
     /// Types the text's lines; a blank at the end of the last one is its Enter.
     void typeText(std::wstring_view text);
 
@@ -70,7 +74,6 @@ public:
         reader_ = std::move(reader);
         readerShows_ = shown;
     }
-    bool hasReader() const { return static_cast<bool>(reader_); }
 
     /// The next answer of one word.
     InputAnswer nextWord() { return next(true); }

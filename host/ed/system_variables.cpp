@@ -2,8 +2,9 @@
 
 #include <unordered_map>
 
-#include "db/host_services.h"
+#include "db/database.h"
 #include "db/resbuf.h"
+#include "db/state.h"
 #include "ed/state.h"
 #include "ed/variable_table.h"
 #include "win/casing.h"
@@ -83,7 +84,7 @@ std::optional<VariableValue> SystemVariables::get(std::wstring_view name) const 
     const VariableSpec* spec = findVariable(name);
     if (spec == nullptr) return std::nullopt;
     if (spec->read != nullptr) {
-        const AcDbDatabase* database = workingDatabase();
+        AcDbDatabase* database = workingDatabase();
         if (database == nullptr) return std::nullopt;
         return spec->read(*database);
     }

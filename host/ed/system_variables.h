@@ -35,7 +35,6 @@ enum class SetOutcome {
     badLinetype,
     badColor,
     badTextStyle,
-    badDimStyle,
     noDrawing
 };
 

@@ -12,7 +12,7 @@ class AcDbDatabase;
 namespace headless {
 
 /// Reads a drawing's variable.
-using VariableReader = VariableValue (*)(const AcDbDatabase& database);
+using VariableReader = VariableValue (*)(AcDbDatabase& database);
 /// Writes a drawing's variable; the value has the variable's type and lies in its range.
 using VariableWriter = SetOutcome (*)(AcDbDatabase& database, const VariableValue& value);
 

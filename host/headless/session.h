@@ -1,7 +1,7 @@
 // A session: everything the platform holds while a program works with drawings.
 //
 //     headless::Session session;
-//     if (const auto opened = session.openDrawing("plan.dxf"); !opened) { ... opened.message ... }
+//     if (const auto opened = session.openDrawing("plan.dxf"); !opened) { ... opened.refusal ... }
 //     session.loadModule("bin/OrnBoard.arx");
 //     session.run(L"BOARDAREA");
 //     std::puts(toUtf8(session.output()).c_str());
@@ -18,9 +18,8 @@
 #include <string_view>
 #include <vector>
 
-#include "dxf/read_report.h"
+#include "dxf/reader.h"
 #include "ge/point3d.h"
-#include "rx/error_status.h"
 
 class AcApDocument;
 class AcDbDatabase;
@@ -36,12 +35,11 @@ struct SessionOptions {
 
 /// How opening a drawing ended.
 struct OpenResult {
-    Acad::ErrorStatus status = Acad::eOk;
-    std::string message;  // One line when it failed: the file, the line, what is wrong.
+    std::string refusal;  // One line when it failed: the file, the line, what is wrong.
     DxfReadReport report; // What was repaired or left out.
     AcApDocument* document = nullptr;
 
-    explicit operator bool() const { return status == Acad::eOk; }
+    explicit operator bool() const { return refusal.empty(); }
 };
 
 class Session {
@@ -54,7 +52,7 @@ public:
     Session& operator=(const Session&) = delete;
 
     /// Opens a drawing as a document of its own and makes it current.
-    OpenResult openDrawing(const std::filesystem::path& path);
+    OpenResult openDrawing(const std::filesystem::path& path, const DxfReadOptions& options = {});
     /// A drawing as fresh as the platform makes it, current.
     AcApDocument* newDrawing();
     void closeDrawings();
@@ -64,10 +62,14 @@ public:
     /// Loads a product module; the error names it and says what is wrong.
     [[nodiscard]] std::optional<std::string> loadModule(const std::filesystem::path& path);
 
-    /// Types a line at the command prompt and runs what it starts; the answers to prompts follow on
-    /// the line, are typed before, or come from the reader. False when a command was unknown.
+    /// Types a line at the command prompt and runs what it starts; prompts are answered by the rest
+    /// of the line, then by what was queued before, then by the reader. False when a command was
+    /// unknown.
     bool run(std::wstring_view line);
-    /// Runs a script of UTF-8 lines: `;` starts a comment line, every line's end is Enter.
+    /// Runs what is queued and then the reader's lines, as a console does, until there are no more.
+    bool runInput();
+    /// Runs a script of UTF-8 lines: `;` starts a comment line, every line's end is Enter. It takes
+    /// the reader's place, which is empty afterwards.
     bool runScript(std::istream& script);
 
     /// Queues a line, a point in user coordinates, or Escape for the prompts to come.
@@ -84,8 +86,9 @@ public:
     /// The texts of the message boxes shown, the oldest first.
     std::vector<std::wstring> messageBoxes() const;
 
-    /// What is still held and should not be, one line each: objects left open, databases and result
-    /// buffers never freed, document locks never given back.
+    /// What is still held and should not be, one line each: objects left open, databases, result
+    /// buffers and automation strings never freed, document locks never given back; and objects
+    /// that were used without being open.
     std::vector<std::string> leftovers() const;
 
 private:

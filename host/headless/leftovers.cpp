@@ -1,0 +1,68 @@
+#include "headless/leftovers.h"
+
+#include "db/database.h"
+#include "db/residence.h"
+#include "db/state.h"
+#include "dxf/read_report.h"
+#include "ed/state.h"
+#include "win/bstr.h"
+#include "win/code_page.h"
+
+namespace headless {
+namespace {
+
+std::string describe(const OpenObject& open) {
+    const std::string name = toUtf8(open.kind->name()) + " " + handleText(open.id.handle());
+    switch (open.mode) {
+    case AcDb::kForWrite:
+        return name + " is open for writing";
+    case AcDb::kForNotify:
+        return name + " is open for notification";
+    case AcDb::kForRead:
+        break;
+    }
+    return name + " is open for reading" +
+           (open.readers > 1 ? " " + std::to_string(open.readers) + " times" : "");
+}
+
+void addOpenObjects(const AcDbDatabase& database, std::vector<std::string>& leftovers) {
+    for (const OpenObject& open : Residence::openObjects(database)) {
+        leftovers.push_back(describe(open));
+    }
+}
+
+void addLocks(const AcApDocument& document, std::vector<std::string>& leftovers) {
+    const std::size_t locks = Documents::lockCount(document);
+    if (locks == 0) return;
+    leftovers.push_back("document " + toUtf8(document.docTitle()) + " is locked " +
+                        std::to_string(locks) + " times");
+}
+
+} // namespace
+
+ProcessBaseline::ProcessBaseline() : strings_(liveBstrCount()) {}
+
+std::size_t ProcessBaseline::newStrings() const {
+    const std::size_t now = liveBstrCount();
+    return now > strings_ ? now - strings_ : 0;
+}
+
+std::vector<std::string> findLeftovers(const EdState& ed, const DbState& db) {
+    std::vector<std::string> leftovers;
+    for (const AcDbDatabase* database : db.databases) {
+        addOpenObjects(*database, leftovers);
+        if (ed.documents.ofDatabase(database) == nullptr) {
+            leftovers.emplace_back("a database that belongs to no document was not deleted");
+        }
+    }
+    for (const auto& document : ed.documents.all()) {
+        addLocks(*document, leftovers);
+    }
+    if (db.liveResultBuffers > 0) {
+        leftovers.push_back(std::to_string(db.liveResultBuffers) +
+                            " result buffers were not released");
+    }
+    return leftovers;
+}
+
+} // namespace headless
