@@ -3,3 +3,5 @@
 
 #include "afx.h"
 #include "mfc/array.h"
+#include "mfc/list.h"
+#include "mfc/map.h"

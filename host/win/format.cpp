@@ -215,7 +215,7 @@ private:
     }
 
     void writePointer(const Directive& directive) {
-        const auto value = reinterpret_cast<std::uintptr_t>(arguments_.pointer());
+        const std::uint64_t value = arguments_.integer(sizeof(void*));
         std::string digits = digitsOf(value, 16, "0123456789ABCDEF");
         digits.insert(0, 2 * sizeof(void*) - digits.size(), '0');
         writeNumber(directive, "", digits, false);

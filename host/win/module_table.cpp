@@ -40,9 +40,11 @@ std::vector<std::string> candidates(const std::string& name, const fs::path& pro
 
 ModuleTable::ModuleTable() : program_(Module::program()) {}
 
-ModuleTable::~ModuleTable() {
+ModuleTable::~ModuleTable() { clear(); }
+
+void ModuleTable::clear() {
     for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry) {
-        if ((*entry)->references > 0) (*entry)->module->callEntry(DLL_PROCESS_DETACH);
+        if ((*entry)->attached) (*entry)->module->callEntry(DLL_PROCESS_DETACH);
     }
     while (!entries_.empty())
         entries_.pop_back();
@@ -81,17 +83,16 @@ bool ModuleTable::attach(Entry& entry, Failure& failure) {
     }
     std::set<std::string> seen;
     entry.references = 1; // Also ends a circle of dependencies.
-    const bool attached = attachNeeded(entry, *entry.module, seen, failure) &&
-                          entry.module->callEntry(DLL_PROCESS_ATTACH) != FALSE;
+    const bool hasNeeds = attachNeeded(entry, *entry.module, seen, failure);
     // Entries are kept in the order of attaching: what this one needs has come before it by now.
     const auto own = std::find_if(entries_.begin(), entries_.end(),
                                   [&entry](const auto& e) { return e.get() == &entry; });
     std::rotate(own, own + 1, entries_.end());
-    if (attached) return true;
+    entry.attached = hasNeeds;
+    if (hasNeeds && entry.module->callEntry(DLL_PROCESS_ATTACH) != FALSE) return true;
 
-    if (!failure.refusedByEntry) {
-        failure = {"the entry point of " + entry.module->fileName() + " failed", true};
-    }
+    // A module that refuses is told to detach all the same.
+    if (hasNeeds) failure = {"the entry point of " + entry.module->fileName() + " failed", true};
     release(entry);
     return false;
 }
@@ -115,7 +116,7 @@ bool ModuleTable::attachNeeded(Entry& entry, const Module& of, std::set<std::str
 
 void ModuleTable::release(Entry& entry) {
     if (--entry.references > 0) return;
-    entry.module->callEntry(DLL_PROCESS_DETACH);
+    if (entry.attached) entry.module->callEntry(DLL_PROCESS_DETACH);
     const std::vector<Entry*> needs = std::move(entry.needs);
     std::erase_if(entries_, [&entry](const auto& e) { return e.get() == &entry; });
     for (auto needed = needs.rbegin(); needed != needs.rend(); ++needed)

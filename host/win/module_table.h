@@ -37,6 +37,9 @@ public:
     /// @param failure  filled when the result is null.
     Module* load(std::string_view name, Failure& failure);
 
+    /// Detaches and lets go of every module.
+    void clear();
+
     /// Lets go of a reference; false for a module that has none.
     bool free(const HINSTANCE__* module);
 
@@ -50,7 +53,8 @@ public:
 private:
     struct Entry {
         std::unique_ptr<Module> module;
-        int references = 0; ///< 0: only known by name, not attached.
+        int references = 0;    ///< 0: only known by name.
+        bool attached = false; ///< Its entry point has been told so.
         std::vector<Entry*> needs;
     };
 
