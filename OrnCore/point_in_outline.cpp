@@ -1,0 +1,176 @@
+#include "OrnCore/point_in_outline.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orncore {
+namespace {
+
+/// A square (point in the middle, sides of twice the tolerance) against which edges are first
+/// tested: nearly all of them lie above, below or beside it and need no arithmetic.
+struct Target {
+    Target(const AcGePoint2d& p, double tol) noexcept
+        : point(p), tolerance(std::max(0.0, tol)), left(p.x - tolerance), right(p.x + tolerance),
+          bottom(p.y - tolerance), top(p.y + tolerance) {}
+
+    /// 1 above the square, 2 below it, 0 level with it: two ends with a common bit pass it by.
+    [[nodiscard]] unsigned level(double y) const noexcept {
+        return static_cast<unsigned>(y > top) | static_cast<unsigned>(y < bottom) << 1U;
+    }
+    [[nodiscard]] bool isBetween(double y1, double y2) const noexcept {
+        return (y1 > point.y) != (y2 > point.y);
+    }
+
+    AcGePoint2d point;
+    double tolerance;
+    double left, right, bottom, top;
+};
+
+/// What one segment says about the target.
+struct Answer {
+    bool onSegment = false;
+    bool crossed = false; // by the ray to the right
+};
+
+Answer askLine(const Target& target, const AcGePoint2d& a, const AcGePoint2d& b) noexcept {
+    const bool between = target.isBetween(a.y, b.y);
+    if (std::max(a.x, b.x) < target.left) return {};
+    if (std::min(a.x, b.x) > target.right) return {false, between};
+
+    const AcGeVector2d edge = b - a;
+    const AcGeVector2d fromA = target.point - a;
+    const double along = dot(edge, fromA);
+    const double across = cross(edge, fromA);
+    const double square = dot(edge, edge);
+    const double limit = target.tolerance * target.tolerance;
+
+    bool near = false;
+    if (along <= 0.0) {
+        near = dot(fromA, fromA) <= limit;
+    } else if (along >= square) {
+        const AcGeVector2d fromB = target.point - b;
+        near = dot(fromB, fromB) <= limit;
+    } else {
+        near = across * across <= limit * square;
+    }
+    const bool leftOfEdge = across > 0.0;
+    return {near, between && leftOfEdge == (b.y > a.y)};
+}
+
+/// The stretches of a counter-clockwise arc between its highest and lowest points.
+struct MonotoneRuns {
+    double y[4];    // run k goes from y[k] to y[k + 1]
+    int count;      // 1 to 3
+    bool rising[3]; // a rising run is on the right half of the circle, a falling one on the left
+};
+
+/// 1 + cosine, without cancellation near -1.
+double onePlus(double cosine, double sine) noexcept {
+    return cosine < 0.0 ? sine * sine / (1.0 - cosine) : 1.0 + cosine;
+}
+
+MonotoneRuns runsOf(const Segment& arc) noexcept {
+    const double chord = norm(chordOf(arc));
+    const AcGeVector2d out = startTangent(arc) / chord;
+    const AcGeVector2d in = endTangent(arc) / chord;
+    // A level tangent belongs to the run that follows the start or comes before the end.
+    const bool startsRising = out.y > 0.0 || (out.y == 0.0 && out.x > 0.0);
+    const bool endsRising = in.y > 0.0 || (in.y == 0.0 && in.x < 0.0);
+    // With both ends on one half the arc stays there or goes once round the other half: that is
+    // when its direction has come out behind where it began. Comparing the tangents is doubtful
+    // only for arcs of nearly no sweep or nearly a full one, which are clear from their bulge.
+    const bool behind = startsRising ? in.x > out.x : in.x < out.x;
+    const bool wrapped = arc.bulge > 2.0 || (arc.bulge > 0.5 && behind);
+    const int turns = startsRising != endsRising ? 1 : (wrapped ? 2 : 0);
+
+    MonotoneRuns runs{};
+    runs.count = turns + 1;
+    const double radius = radiusOf(arc);
+    double y = arc.start.y;
+    bool rising = startsRising;
+    for (int k = 0; k <= turns; ++k, rising = !rising) {
+        runs.y[k] = y;
+        runs.rising[k] = rising;
+        const double height =
+            k > 0 ? 2.0 * radius : radius * onePlus(rising ? out.x : -out.x, out.y);
+        y += rising ? height : -height;
+    }
+    runs.y[runs.count] = arc.end.y;
+    return runs;
+}
+
+bool crossesOddly(const Target& target, const Segment& arc) noexcept {
+    const double b = arc.bulge;
+    const bool inCircle = sideOf(arc, target.point) > 0.0;
+    const double centreX =
+        chordMiddle(arc).x + leftOf(chordOf(arc)).x * ((1.0 - b * b) / (4.0 * b));
+    const bool leftOfCentre = target.point.x < centreX;
+    const MonotoneRuns runs = runsOf(arc);
+    bool odd = false;
+    for (int k = 0; k < runs.count; ++k) {
+        if (!target.isBetween(runs.y[k], runs.y[k + 1])) continue;
+        const bool toTheRight =
+            runs.rising[k] ? inCircle || leftOfCentre : !inCircle && leftOfCentre;
+        odd ^= toTheRight;
+    }
+    return odd;
+}
+
+Answer askArc(const Target& target, const Segment& arc) noexcept {
+    // No point of the arc is farther from its chord's box than the arc is high.
+    const AcGeVector2d chord = chordOf(arc);
+    const double height = std::abs(arc.bulge) * (std::abs(chord.x) + std::abs(chord.y)) / 2.0;
+    const auto [low, high] = std::minmax(arc.start.y, arc.end.y);
+    if (low - height > target.top || high + height < target.bottom) return {};
+    if (std::max(arc.start.x, arc.end.x) + height < target.left) return {};
+    if (distanceTo(arc, target.point) <= target.tolerance) return {true, false};
+    if (dot(chord, chord) == 0.0) return {};
+    return {false, crossesOddly(target, arc.bulge > 0.0 ? arc : reversed(arc))};
+}
+
+Place placeFrom(bool odd) noexcept { return odd ? Place::kInside : Place::kOutside; }
+
+} // namespace
+
+Place placeOf(const AcGePoint2d& point, std::span<const AcGePoint3d> outline,
+              double tolerance) noexcept {
+    if (outline.empty()) return Place::kOutside;
+    const Target target(point, tolerance);
+    const AcGePoint3d* from = &outline.back();
+    unsigned fromLevel = target.level(from->y);
+    bool odd = false;
+    for (const AcGePoint3d& to : outline) {
+        const unsigned level = target.level(to.y);
+        if ((level & fromLevel) == 0) {
+            const Answer answer = askLine(target, {from->x, from->y}, {to.x, to.y});
+            if (answer.onSegment) return Place::kOnOutline;
+            odd ^= answer.crossed;
+        }
+        from = &to;
+        fromLevel = level;
+    }
+    return placeFrom(odd);
+}
+
+Place placeOf(const AcGePoint2d& point, Outline outline, double tolerance) noexcept {
+    // Below this an arc of a kilometre is 1e-8 high.
+    constexpr double kStraight = 1e-14;
+    if (outline.empty()) return Place::kOutside;
+    const Target target(point, tolerance);
+    const OutlineVertex* from = &outline.back();
+    bool odd = false;
+    for (const OutlineVertex& to : outline) {
+        Answer answer;
+        if (std::abs(from->bulge) > kStraight) {
+            answer = askArc(target, {from->point, to.point, from->bulge});
+        } else if ((target.level(from->point.y) & target.level(to.point.y)) == 0) {
+            answer = askLine(target, from->point, to.point);
+        }
+        if (answer.onSegment) return Place::kOnOutline;
+        odd ^= answer.crossed;
+        from = &to;
+    }
+    return placeFrom(odd);
+}
+
+} // namespace orncore

@@ -1,0 +1,80 @@
+// The parts of CZelDwg that only calculate.
+#include "OrnCore/zel_dwg.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+#include <dbpl.h>
+#include <gemat3d.h>
+
+#include "OrnCore/outline.h"
+#include "OrnCore/point_in_outline.h"
+
+namespace {
+
+/// A polyline's plane is the world's, possibly higher or lower, when its normal is the z axis;
+/// otherwise the point is taken into the polyline's own coordinates.
+AcGePoint2d inPlaneOf(const AcDbPolyline& polyline, const AcGePoint3d& point) {
+    const AcGeVector3d normal = polyline.normal();
+    if (normal.x == 0.0 && normal.y == 0.0 && normal.z > 0.0) return {point.x, point.y};
+    AcGeMatrix3d toWorld;
+    polyline.getEcs(toWorld);
+    const AcGePoint3d own = toWorld.inverse() * point;
+    return {own.x, own.y};
+}
+
+} // namespace
+
+bool CZelDwg::EqualPoint(const AcGePoint3d& a, const AcGePoint3d& b, int decimals) {
+    // Doubles have no more decimals than this at any size a drawing has.
+    constexpr int kMost = 15;
+    const double scale = std::pow(10.0, std::clamp(decimals, -kMost, kMost));
+    const auto same = [scale](double x, double y) {
+        return std::round(x * scale) == std::round(y * scale);
+    };
+    return same(a.x, b.x) && same(a.y, b.y) && same(a.z, b.z);
+}
+
+double CZelDwg::GetLength(const AcGePoint3d& a, const AcGePoint3d& b) { return a.distanceTo(b); }
+
+AcGePoint3d CZelDwg::GetLineMidPoint(const AcGePoint3d& a, const AcGePoint3d& b) {
+    return a + (b - a) * 0.5;
+}
+
+AcGePoint3d CZelDwg::GetUprightPoint(const AcGePoint3d& point, const AcGePoint3d& lineStart,
+                                     const AcGePoint3d& lineEnd) {
+    const AcGeVector3d along = lineEnd - lineStart;
+    const double square = along.dotProduct(along);
+    if (square == 0.0) return lineStart;
+    return lineStart + along * (along.dotProduct(point - lineStart) / square);
+}
+
+AcGePoint3d CZelDwg::MovePtTo(AcGePoint3d& point, double distance, double angle) {
+    point.x += distance * std::cos(angle);
+    point.y += distance * std::sin(angle);
+    return point;
+}
+
+int CZelDwg::PtInClosePolygon(const AcGePoint3dArray& points, const AcGePoint3d& point,
+                              double tol) {
+    const std::span<const AcGePoint3d> outline(points.asArrayPtr(),
+                                               static_cast<std::size_t>(points.length()));
+    return static_cast<int>(orncore::placeOf({point.x, point.y}, outline, tol));
+}
+
+int CZelDwg::PtInClosePolygon(const AcGePoint3dArray* points, const AcGePoint3d& point,
+                              double tol) {
+    return points == nullptr ? -1 : PtInClosePolygon(*points, point, tol);
+}
+
+int CZelDwg::PtInClosePolygon(const AcDbPolyline* polyline, const AcGePoint3d& point, double tol) {
+    if (polyline == nullptr) return -1;
+    return static_cast<int>(
+        orncore::placeOf(inPlaneOf(*polyline, point), orncore::readOutline(*polyline), tol));
+}
+
+double CZelDwg::GetPolylineArea(const AcDbPolyline* polyline) {
+    return polyline == nullptr ? 0.0
+                               : std::abs(orncore::signedArea(orncore::readOutline(*polyline)));
+}
