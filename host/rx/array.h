@@ -22,6 +22,7 @@ template <class T, class R = AcArrayObjectCopyReallocator<T>>
 class AcArray {
 public:
     using Type = T;
+    using value_type = T;
     using iterator = T*;
     using const_iterator = const T*;
 
@@ -116,24 +117,26 @@ public:
     }
     /// Removes the first element equal to `value` from index `start` on; false when none is.
     bool remove(const T& value, int start = 0) {
-        const int index = find(value, start);
+        const int index = findFrom(value, start);
         if (index < 0) return false;
         removeAt(index);
         return true;
     }
 
     [[nodiscard]] bool contains(const T& value, int start = 0) const {
-        return find(value, start) >= 0;
+        return findFrom(value, start) >= 0;
     }
-    /// Index of the first element equal to `value` from index `start` on, -1 when none is.
-    [[nodiscard]] int find(const T& value, int start = 0) const {
+    /// Index of the first element equal to `value`, -1 when none is.
+    [[nodiscard]] int find(const T& value) const { return findFrom(value, 0); }
+    /// The same from index `start` on.
+    [[nodiscard]] int findFrom(const T& value, int start) const {
         const_iterator from = begin() + std::clamp(start, 0, mLength);
         const_iterator found = std::find(from, end(), value);
         return found == end() ? -1 : static_cast<int>(found - begin());
     }
     /// The same with the index apart from the answer; `foundAt` is untouched when none is equal.
     bool find(const T& value, int& foundAt, int start = 0) const {
-        const int index = find(value, start);
+        const int index = findFrom(value, start);
         if (index < 0) return false;
         foundAt = index;
         return true;
