@@ -30,7 +30,7 @@ struct SessionOptions {
     unsigned ansiCodePage = 936;
     unsigned oemCodePage = 936;
     /// Called with every piece of text that the command line prints.
-    std::function<void(std::wstring_view)> sink;
+    std::function<void(std::wstring_view)> sink = {};
 };
 
 /// How opening a drawing ended.

@@ -163,7 +163,9 @@ TEST(ParseInput, ReadsPoints) {
         SCOPED_TRACE(testing::PrintToString(c.text));
         const auto point = parsePoint(c.text, frame);
         ASSERT_EQ(point.has_value(), c.point.has_value());
-        if (point) EXPECT_TRUE(point->isEqualTo(*c.point));
+        if (point) {
+            EXPECT_TRUE(point->isEqualTo(*c.point));
+        }
     }
 }
 

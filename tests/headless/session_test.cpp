@@ -7,6 +7,7 @@
 #include <acdocman.h>
 #include <adslib.h>
 #include <afxwin.h>
+#include <dbapserv.h>
 #include <dbmain.h>
 #include <dbpl.h>
 #include <dbsymtb.h>

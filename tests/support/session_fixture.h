@@ -66,7 +66,9 @@ protected:
             polyline->addVertexAt(i, vertices[i].point, vertices[i].bulge);
         }
         polyline->setClosed(closed);
-        if (layer != nullptr) EXPECT_EQ(polyline->setLayer(addLayer(layer)), Acad::eOk);
+        if (layer != nullptr) {
+            EXPECT_EQ(polyline->setLayer(addLayer(layer)), Acad::eOk);
+        }
         return add(std::move(polyline));
     }
 
