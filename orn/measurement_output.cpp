@@ -1,0 +1,96 @@
+#include "measurement_output.h"
+
+#include <charconv>
+#include <string>
+
+#include "OrnBoard/measure_report.h"
+#include "json_output.h"
+#include "win/code_page.h"
+
+namespace orn {
+namespace {
+
+std::string utf8(const CString& text) { return headless::toUtf8(text.GetString()); }
+
+std::string handleText(const AcDbHandle& handle) {
+    ACHAR digits[17];
+    handle.getIntoAsciiBuffer(digits);
+    return headless::toUtf8(digits);
+}
+
+Json::Value jsonOf(const board::Measured& outline) {
+    Json::Value value;
+    value["handle"] = handleText(outline.handle);
+    value["layer"] = utf8(outline.layer);
+    value["closed"] = outline.closed;
+    value["vertices"] = outline.vertices;
+    value["area_m2"] = toJson(outline.areaSquareMetre);
+    value["length"] = toJson(outline.length);
+    return value;
+}
+
+Json::Value jsonOf(const board::LayerTotal& total) {
+    Json::Value value;
+    value["layer"] = utf8(total.layer);
+    value["count"] = total.count;
+    value["area_m2"] = total.areaSquareMetre;
+    value["length"] = total.length;
+    return value;
+}
+
+template <class Row>
+Json::Value toJsonArray(const std::vector<Row>& rows) {
+    Json::Value array(Json::arrayValue);
+    for (const Row& row : rows)
+        array.append(jsonOf(row));
+    return array;
+}
+
+// Texts that hold a comma, a quote or a line end stand in quotes, as RFC 4180 has it.
+std::string csvField(const std::string& text) {
+    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+    std::string quoted = "\"";
+    for (const char c : text) {
+        if (c == '"') quoted += '"';
+        quoted += c;
+    }
+    return quoted + '"';
+}
+
+// The shortest text that reads back as the same number.
+std::string csvNumber(const std::optional<double>& number) {
+    if (!number) return {};
+    char digits[32];
+    return {digits, std::to_chars(digits, std::end(digits), *number).ptr};
+}
+
+void printCsvRows(std::ostream& out, const char* kind, const std::vector<board::Measured>& rows) {
+    for (const board::Measured& row : rows) {
+        out << kind << ',' << handleText(row.handle) << ',' << csvField(utf8(row.layer)) << ','
+            << (row.closed ? "true" : "false") << ',' << row.vertices << ','
+            << csvNumber(row.areaSquareMetre) << ',' << csvNumber(row.length) << '\n';
+    }
+}
+
+} // namespace
+
+void printTable(std::ostream& out, const board::Measurement& measurement) {
+    out << utf8(board::measureReport(measurement));
+}
+
+void printJson(std::ostream& out, const board::Measurement& measurement) {
+    Json::Value value;
+    value["polylines"] = toJsonArray(measurement.polylines);
+    value["circles"] = toJsonArray(measurement.circles);
+    value["layers"] = toJsonArray(measurement.layers);
+    value["coefficient_of_variation"] = toJson(measurement.variation);
+    printJson(out, value);
+}
+
+void printCsv(std::ostream& out, const board::Measurement& measurement) {
+    out << "kind,handle,layer,closed,vertices,area_m2,length\n";
+    printCsvRows(out, "polyline", measurement.polylines);
+    printCsvRows(out, "circle", measurement.circles);
+}
+
+} // namespace orn
