@@ -62,15 +62,15 @@ public:
     void getEcs(AcGeMatrix3d& ecs) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
 
-    Acad::ErrorStatus adoptSubentity(AcDbEntity* part) override;
-    const headless::Subentities& subentities() const override { return attributes_; }
-    void enterSubentities() override { attributes_.enterDatabase(*this); }
+    bool takesSubentity(const AcDbEntity& part) const override;
+    headless::Subentities& subentities() override { return attributes_; }
 
 protected:
     Acad::ErrorStatus subErase(bool erasing) override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     void subDescribe(headless::GeometrySink& sink) const override;
+    bool keepsExtents() const override { return false; }
 
     /// The array of an array reference; one cell here.
     struct Array {
@@ -83,6 +83,8 @@ protected:
 
     /// Object coordinates, turned: the axes that an array runs along.
     AcGeMatrix3d placing() const;
+    /// blockTransform() whether or not the reference is open.
+    AcGeMatrix3d contentTransform() const;
 
 private:
     headless::Subentities attributes_;

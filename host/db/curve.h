@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "db/entity.h"
 
@@ -51,4 +52,8 @@ protected:
     /// open.
     virtual bool forEachPiece(const headless::PieceVisitor& visit) const = 0;
     void subDescribe(headless::GeometrySink& sink) const override;
+
+private:
+    /// The piece that a parameter lies on; at a joint the later one.
+    std::optional<headless::CurvePiece> pieceAt(double param) const;
 };

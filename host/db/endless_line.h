@@ -22,11 +22,9 @@ public:
 protected:
     EndlessLine() = default;
 
-    Acad::ErrorStatus readGeometry(AcDbDxfFiler& filer, const char* subclassName);
-    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus readGeometry(AcDbDxfFiler& filer);
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
-    void subDescribe(GeometrySink& sink) const override;
     bool forEachPiece(const PieceVisitor& visit) const override;
 
     /// The parameter that the line begins at; its lowest.

@@ -1,6 +1,7 @@
 // What all things that can be drawn have in common: layer, colour, linetype and where they are.
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "db/color.h"
@@ -15,6 +16,7 @@
 namespace headless {
 
 class GeometrySink;
+struct DxfTag;
 
 } // namespace headless
 
@@ -56,9 +58,7 @@ public:
     Acad::ErrorStatus setLineWeight(AcDb::LineWeight weight, bool doSubents = true);
 
     AcDbObjectId materialId() const { return materialId_; }
-    ACHAR* material() const;
     Acad::ErrorStatus setMaterial(AcDbObjectId material, bool doSubents = true);
-    Acad::ErrorStatus setMaterial(const ACHAR* name, bool doSubents = true);
 
     AcDb::Visibility visibility() const { return visibility_; }
     Acad::ErrorStatus setVisibility(AcDb::Visibility visibility, bool doSubents = true);
@@ -95,25 +95,27 @@ protected:
     /// Tells the sink the entity's drawn geometry in world coordinates: what extents, pictures and
     /// picks are made from. Called whether or not the entity is open.
     virtual void subDescribe(headless::GeometrySink& sink) const;
+    /// False when the box depends on other objects too, so that it cannot be kept until the entity
+    /// changes.
+    virtual bool keepsExtents() const { return true; }
     void beforeChange() override { extents_.reset(); }
 
-    /// What a member that looks, or one that changes, does before it touches the member's value.
-    template <class T>
-    const T& look(const T& value) const {
-        assertReadEnabled();
-        return value;
-    }
-    template <class T>
-    Acad::ErrorStatus change(T& member, const T& value) {
-        assertWriteEnabled();
-        member = value;
-        return Acad::eOk;
+    /// Transforms a part of this entity, whether or not it is open.
+    static Acad::ErrorStatus transformPart(AcDbEntity& part, const AcGeMatrix3d& transform) {
+        part.beforeChange();
+        return part.subTransformBy(transform);
     }
     /// Stores the unit vector; eInvalidInput for a vector without length.
     Acad::ErrorStatus changeNormal(AcGeVector3d& member, const AcGeVector3d& normal);
 
 private:
     friend class headless::GeometrySink;
+
+    void copyProperties(const AcDbEntity& other);
+    /// Calls `apply` with each vertex or attribute of the entity, whether or not it is open.
+    void forEachSubentity(const std::function<void(AcDbEntity&)>& apply);
+    void readProperty(AcDbDxfFiler& filer, const headless::DxfTag& tag);
+    void readColorIndex(AcDbDxfFiler& filer, const headless::DxfTag& tag);
 
     AcDbObjectId layerId_;
     AcDbObjectId linetypeId_; // Null until the database sets it: ByLayer.

@@ -57,13 +57,12 @@ protected:
     /// By default describes the contents of every cell.
     virtual void onReference(const Reference& reference);
 
-    /// Describes the block's contents as seen through `transform`.
+    /// Describes the block's contents as seen through `transform` alone.
     void describeBlock(AcDbObjectId block, const AcGeMatrix3d& transform);
 
 private:
     AcGeMatrix3d toWorld_;
-    bool moved_ = false;                // false: toWorld_ is the identity
-    std::vector<AcDbStub*> openBlocks_; // the references being followed, outermost first
+    std::vector<AcDbStub*> openBlocks_; // The references being followed, outermost first.
 };
 
 enum class IncludeText : bool { no, yes };

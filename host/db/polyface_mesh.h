@@ -26,15 +26,15 @@ public:
     /// Vertices and face records; the caller deletes the iterator.
     AcDbObjectIterator* vertexIterator() const;
 
-    Acad::ErrorStatus adoptSubentity(AcDbEntity* part) override;
-    const headless::Subentities& subentities() const override { return vertices_; }
-    void enterSubentities() override { vertices_.enterDatabase(*this); }
+    bool takesSubentity(const AcDbEntity& part) const override;
+    headless::Subentities& subentities() override { return vertices_; }
 
 protected:
     Acad::ErrorStatus subErase(bool erasing) override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     void subDescribe(headless::GeometrySink& sink) const override;
+    bool keepsExtents() const override { return false; }
 
 private:
     headless::Subentities vertices_;

@@ -6,11 +6,16 @@
 
 #include "db/curve.h"
 
-class AcDb2dPolyline;
 class AcGeCircArc2d;
 class AcGeCircArc3d;
 class AcGeLineSeg2d;
 class AcGeLineSeg3d;
+
+namespace headless {
+
+struct BulgeSegment;
+
+} // namespace headless
 
 /// A chain of lines and arcs in the plane of its normal at its elevation.
 ///
@@ -121,7 +126,14 @@ private:
         return index + 1 == points_.size() ? 0 : index + 1;
     }
     std::size_t segmentCount() const;
+    headless::BulgeSegment segment(std::size_t index) const;
+    AcGePoint3d toWorld(const AcGePoint2d& point) const;
+    /// The segment in the object coordinate system at height 0, its parameter from 0 to 1.
+    headless::CurvePiece flatPiece(std::size_t index) const;
     void ensureWidths();
+    /// Reads a group that belongs to the vertex begun last; false for others.
+    bool readVertexGroup(const headless::DxfTag& tag);
+    void completeLists();
 
     std::vector<AcGePoint2d> points_;
     // Empty while no vertex has one, as in most drawings; else one per vertex.

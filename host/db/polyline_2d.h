@@ -63,9 +63,8 @@ public:
     void getEcs(AcGeMatrix3d& ecs) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
 
-    Acad::ErrorStatus adoptSubentity(AcDbEntity* part) override;
-    const headless::Subentities& subentities() const override { return vertices_; }
-    void enterSubentities() override { vertices_.enterDatabase(*this); }
+    bool takesSubentity(const AcDbEntity& part) const override;
+    headless::Subentities& subentities() override { return vertices_; }
 
 protected:
     Acad::ErrorStatus subErase(bool erasing) override;
@@ -73,7 +72,12 @@ protected:
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     bool forEachPiece(const headless::PieceVisitor& visit) const override;
 
+    bool keepsExtents() const override { return false; }
+
 private:
+    AcGePoint3d toWorld(const AcGePoint3d& position) const;
+    void readFlags(std::int64_t flags);
+
     headless::Subentities vertices_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
     double elevation_ = 0.0;

@@ -33,17 +33,18 @@ public:
     /// All vertices, the control points too; the caller deletes the iterator.
     AcDbObjectIterator* vertexIterator() const;
 
+    Acad::ErrorStatus reverseCurve() override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
 
-    Acad::ErrorStatus adoptSubentity(AcDbEntity* part) override;
-    const headless::Subentities& subentities() const override { return vertices_; }
-    void enterSubentities() override { vertices_.enterDatabase(*this); }
+    bool takesSubentity(const AcDbEntity& part) const override;
+    headless::Subentities& subentities() override { return vertices_; }
 
 protected:
     Acad::ErrorStatus subErase(bool erasing) override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     bool forEachPiece(const headless::PieceVisitor& visit) const override;
+    bool keepsExtents() const override { return false; }
 
 private:
     headless::Subentities vertices_;

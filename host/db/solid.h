@@ -29,7 +29,7 @@ protected:
     FlatQuad() = default;
     explicit FlatQuad(const std::array<AcGePoint3d, 4>& corners) : corners_(corners) {}
 
-    Acad::ErrorStatus readCorners(AcDbDxfFiler& filer, const char* subclassName);
+    Acad::ErrorStatus readCorners(AcDbDxfFiler& filer);
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     void subDescribe(GeometrySink& sink) const override;

@@ -5,6 +5,10 @@
 #include <vector>
 
 #include "db/object_iterator.h"
+#include "db/open.h"
+#include "db/residence.h"
+
+class AcDbSequenceEnd;
 
 namespace headless {
 
@@ -17,53 +21,79 @@ public:
     Subentities(const Subentities&) = delete;
     Subentities& operator=(const Subentities&) = delete;
 
-    std::size_t size() const { return parts_.size(); }
-    AcDbEntity* at(std::size_t index) const { return parts_[index].entity(); }
-    AcDbObjectId idAt(std::size_t index) const;
-    /// Index of the part, or size() when it is none.
-    std::size_t find(const AcDbEntity* part) const;
-
-    /// Adds a part before `index`, taking it over; enters it in the database that `owner` is in.
+    /// Adds a new part before `index`, taking it over. When `owner` is resident the part becomes so
+    /// and stays open for writing, else it stays reachable by its pointer.
     Acad::ErrorStatus insert(AcDbEntity& owner, std::size_t index, AcDbEntity* part);
     Acad::ErrorStatus append(AcDbEntity& owner, AcDbEntity* part) {
         return insert(owner, parts_.size(), part);
     }
-    /// Enters all parts in the database that the owner has just entered.
+    /// As append for resident owners only, with the new part's id; eNotInDatabase otherwise.
+    Acad::ErrorStatus append(AcDbEntity& owner, AcDbEntity* part, AcDbObjectId& id);
+    /// Adds a part read from a file to its resident owner; it becomes resident, closed and
+    /// unchanged. A sequence end stands beside the parts.
+    void admit(AcDbEntity& owner, std::unique_ptr<AcDbEntity> part, Adesk::UInt64 handle);
+    /// Makes all parts resident in the database that the owner has just entered.
     void enterDatabase(AcDbEntity& owner);
     void erase(bool erasing);
+    void reverse();
+
+    /// Index of the part, or size() when it is none.
+    std::size_t find(const AcDbEntity* part) const;
+    std::size_t size() const { return parts_.size(); }
+    AcDbObjectId idAt(std::size_t index) const { return parts_[index].id; }
+    AcDbEntity* at(std::size_t index) const { return parts_[index].entity(); }
 
     /// An iterator that must not outlive the owner.
     AcDbObjectIterator* newIterator() const;
-    /// Opens a part by its id. eInvalidInput when it is none of these.
-    Acad::ErrorStatus open(AcDbEntity*& part, AcDbObjectId id, AcDb::OpenMode mode,
-                           bool openErased) const;
 
-    /// Calls `look` with each part that is not erased, whether or not it is open.
-    template <class Part, class Look>
+    /// Opens a part by its id. eInvalidInput, with a null part, when it is none of these.
+    template <class T>
+    Acad::ErrorStatus open(T*& part, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) const {
+        part = nullptr;
+        if (!holds(id)) return Acad::eInvalidInput;
+        return acdbOpenObject(part, id, mode, openErased);
+    }
+    Acad::ErrorStatus openSequenceEnd(AcDbSequenceEnd*& end, AcDb::OpenMode mode) const;
+
+    /// Calls `look` with each part of the kind that is not erased, whether or not it is open.
+    template <class T, class Look>
     void forEach(Look look) const {
-        for (const Reference& reference : parts_) {
-            const AcDbEntity* const entity = reference.entity();
+        for (const Part& part : parts_) {
+            AcDbEntity* const entity = part.entity();
             if (entity == nullptr || entity->isErased()) continue;
-            if (const auto* part = dynamic_cast<const Part*>(entity)) look(*part);
+            if (T* const typed = T::cast(entity)) look(*typed);
+        }
+    }
+
+    /// Calls `apply`, which changes the part, with each part of the kind, erased ones too.
+    template <class T, class Apply>
+    void change(Apply apply) {
+        for (const Part& part : parts_) {
+            T* const typed = T::cast(part.entity());
+            if (typed == nullptr) continue;
+            AcDbEntity* opened = nullptr;
+            // Opened, so that it counts as changed; one that is open for writing does already.
+            acdbOpenObject(opened, part.id, AcDb::kForWrite, true, true);
+            if (opened != nullptr) opened->assertWriteEnabled();
+            apply(*typed);
+            if (opened != nullptr) opened->close();
         }
     }
 
 private:
-    /// A part by its id when resident, else by the pointer that owns it.
-    class Reference {
-    public:
-        explicit Reference(AcDbEntity* owned) : owned_(owned) {}
-        explicit Reference(AcDbObjectId id) : id_(id) {}
-        AcDbEntity* entity() const;
-        AcDbObjectId id() const { return id_; }
-        AcDbEntity* owned() const { return owned_; }
-
-    private:
-        AcDbObjectId id_;
-        AcDbEntity* owned_ = nullptr;
+    /// By its id once resident, until then by the pointer that owns it.
+    struct Part {
+        AcDbObjectId id;
+        AcDbEntity* owned = nullptr;
+        AcDbEntity* entity() const {
+            return owned != nullptr ? owned : Residence::peek<AcDbEntity>(id);
+        }
     };
 
-    std::vector<Reference> parts_;
+    bool holds(AcDbObjectId id) const;
+
+    std::vector<Part> parts_;
+    AcDbObjectId end_;
 };
 
 /// An entity whose record in a drawing file is followed by records of its parts.
@@ -71,12 +101,10 @@ class SubentityOwner {
 public:
     virtual ~SubentityOwner() = default;
 
-    /// Takes over a part read from a file. eIllegalEntityType, leaving it to the caller, for a kind
-    /// that the owner has no place for.
-    virtual Acad::ErrorStatus adoptSubentity(AcDbEntity* part) = 0;
-    virtual const Subentities& subentities() const = 0;
-    /// Called when the owner has entered a database, so that its parts follow it.
-    virtual void enterSubentities() = 0;
+    /// True when parts of this kind may follow the owner's record: its vertices, its attributes,
+    /// and the mark at their end.
+    virtual bool takesSubentity(const AcDbEntity& part) const = 0;
+    virtual Subentities& subentities() = 0;
 };
 
 } // namespace headless

@@ -28,12 +28,12 @@ public:
     Acad::ErrorStatus setPosition(const AcGePoint3d& position) {
         return change(position_, position);
     }
-    double startWidth() const { return look(startWidth_); }
-    Acad::ErrorStatus setStartWidth(double width) { return change(startWidth_, width); }
-    double endWidth() const { return look(endWidth_); }
-    Acad::ErrorStatus setEndWidth(double width) { return change(endWidth_, width); }
-    double bulge() const { return look(bulge_); }
-    Acad::ErrorStatus setBulge(double bulge) { return change(bulge_, bulge); }
+    double startWidth() const { return look(shape_).startWidth; }
+    Acad::ErrorStatus setStartWidth(double width) { return change(shape_.startWidth, width); }
+    double endWidth() const { return look(shape_).endWidth; }
+    Acad::ErrorStatus setEndWidth(double width) { return change(shape_.endWidth, width); }
+    double bulge() const { return look(shape_).bulge; }
+    Acad::ErrorStatus setBulge(double bulge) { return change(shape_.bulge, bulge); }
     Adesk::Boolean isTangentUsed() const { return look(tangentUsed_); }
     Acad::ErrorStatus useTangent() { return change(tangentUsed_, true); }
     Acad::ErrorStatus ignoreTangent() { return change(tangentUsed_, false); }
@@ -47,10 +47,16 @@ public:
 private:
     friend class AcDb2dPolyline;
 
+    /// What a vertex says of the segment that leaves it.
+    struct Shape {
+        double bulge = 0.0;
+        double startWidth = 0.0;
+        double endWidth = 0.0;
+        Shape reversed() const { return {-bulge, endWidth, startWidth}; }
+    };
+
     AcGePoint3d position_;
-    double bulge_ = 0.0;
-    double startWidth_ = 0.0;
-    double endWidth_ = 0.0;
+    Shape shape_;
     double tangent_ = 0.0;
     Adesk::Int32 identifier_ = 0;
     AcDb::Vertex2dType type_ = AcDb::k2dVertex;
@@ -68,6 +74,7 @@ public:
     }
     /// The position whether or not the vertex is open.
     const AcGePoint3d& place() const { return position_; }
+    void place(const AcGePoint3d& position) { position_ = position; }
     /// True for a control point of a smoothed polyline or mesh, which is not drawn.
     bool isFrame() const { return type_ == AcDb::k3dControlVertex; }
 
@@ -130,6 +137,8 @@ public:
     Acad::ErrorStatus isEdgeVisibleAt(Adesk::UInt16 index, Adesk::Boolean& visible) const;
     Acad::ErrorStatus makeEdgeVisibleAt(Adesk::UInt16 index);
     Acad::ErrorStatus makeEdgeInvisibleAt(Adesk::UInt16 index);
+    /// The corners whether or not the face is open.
+    const std::array<Adesk::Int16, 4>& corners() const { return vertices_; }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
 

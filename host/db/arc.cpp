@@ -1,0 +1,123 @@
+#include "db/arc.h"
+
+#include <numbers>
+
+#include "db/curve_piece.h"
+#include "db/flat_transform.h"
+#include "ge/angles.h"
+
+HEADLESS_DXF_DEFINE_MEMBERS(AcDbArc, AcDbCurve, "ARC")
+
+using headless::CurvePiece;
+using headless::normalizedAngle;
+
+namespace {
+
+/// The angle swept counter-clockwise from one direction to the other, in (0, 2 pi].
+double sweepBetween(double start, double end) {
+    const double sweep = normalizedAngle(end - start);
+    return sweep == 0.0 ? headless::kFullTurn : sweep;
+}
+
+double radians(double degrees) { return degrees * std::numbers::pi / 180.0; }
+
+} // namespace
+
+AcDbArc::AcDbArc(const AcGePoint3d& center, double radius, double startAngle, double endAngle)
+    : AcDbArc(center, AcGeVector3d::kZAxis, radius, startAngle, endAngle) {}
+
+AcDbArc::AcDbArc(const AcGePoint3d& center, const AcGeVector3d& normal, double radius,
+                 double startAngle, double endAngle)
+    : center_(center), normal_(headless::readNormal(normal)), radius_(std::abs(radius)),
+      startAngle_(normalizedAngle(startAngle)), endAngle_(normalizedAngle(endAngle)) {}
+
+Acad::ErrorStatus AcDbArc::setRadius(double radius) {
+    return radius >= 0.0 ? change(radius_, radius) : Acad::eInvalidInput;
+}
+
+Acad::ErrorStatus AcDbArc::setStartAngle(double angle) {
+    return change(startAngle_, normalizedAngle(angle));
+}
+
+Acad::ErrorStatus AcDbArc::setEndAngle(double angle) {
+    return change(endAngle_, normalizedAngle(angle));
+}
+
+double AcDbArc::totalAngle() const { return sweepBetween(startAngle(), endAngle()); }
+
+Acad::ErrorStatus AcDbArc::getPlane(AcGePlane& plane, AcDb::Planarity& kind) const {
+    plane = AcGePlane(look(center_), normal_);
+    kind = AcDb::kPlanar;
+    return Acad::eOk;
+}
+
+void AcDbArc::getEcs(AcGeMatrix3d& ecs) const { ecs = headless::ocsMatrix(look(normal_)); }
+
+bool AcDbArc::forEachPiece(const headless::PieceVisitor& visit) const {
+    const double sweep = sweepBetween(startAngle_, endAngle_);
+    const headless::EllipseArc arc =
+        headless::circleArc(center_, normal_, radius_, startAngle_, sweep);
+    return visit(CurvePiece::arc(arc.center, arc.u, arc.v, startAngle_, startAngle_ + sweep));
+}
+
+Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& transform) {
+    const headless::FlatTransform flat(transform, normal_);
+    if (!flat.keepsCircles()) return Acad::eCannotScaleNonUniformly;
+    // The sweep is kept as it is: worked out from two turned angles it could vanish or wrap.
+    const double sweep = sweepBetween(startAngle_, endAngle_);
+    center_.transformBy(transform);
+    normal_ = flat.normal();
+    radius_ *= flat.scale();
+    thickness_ *= flat.normalScale();
+    startAngle_ = flat.angle(startAngle_);
+    endAngle_ = normalizedAngle(startAngle_ + sweep);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbArc::subGetGripPoints(AcGePoint3dArray& points) const {
+    const double sweep = sweepBetween(startAngle_, endAngle_);
+    const headless::EllipseArc arc =
+        headless::circleArc(center_, normal_, radius_, startAngle_, sweep);
+    points.append(center_);
+    for (const double share : {0.0, 0.5, 1.0})
+        points.append(arc.pointAt(startAngle_ + sweep * share));
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbArc::dxfInFields(AcDbDxfFiler* filer) {
+    if (const auto status = AcDbCurve::dxfInFields(filer); status != Acad::eOk) return status;
+    AcGePoint3d center;
+    AcGeVector3d normal = AcGeVector3d::kZAxis;
+    // Centre and angles stand in two subclasses, and writers differ in where they put the normal.
+    for (const headless::DxfTag& tag : filer->record().all()) {
+        switch (tag.code) {
+        case 10:
+        case 20:
+        case 30:
+            headless::setCoordinate(center, tag);
+            break;
+        case 39:
+            thickness_ = tag.real();
+            break;
+        case 40:
+            radius_ = std::abs(tag.real());
+            break;
+        case 50:
+            startAngle_ = normalizedAngle(radians(tag.real()));
+            break;
+        case 51:
+            endAngle_ = normalizedAngle(radians(tag.real()));
+            break;
+        case 210:
+        case 220:
+        case 230:
+            headless::setCoordinate(normal, tag);
+            break;
+        default:
+            break;
+        }
+    }
+    normal_ = headless::readNormal(normal);
+    center_ = headless::ocsToWorld(center, normal_);
+    return Acad::eOk;
+}

@@ -1,0 +1,226 @@
+#include "db/block_reference.h"
+
+#include <cmath>
+#include <numbers>
+
+#include "db/attribute.h"
+#include "db/block_table.h"
+#include "db/flat_transform.h"
+#include "db/geometry_sink.h"
+#include "ge/angles.h"
+
+HEADLESS_DXF_DEFINE_MEMBERS(AcDbBlockReference, AcDbEntity, "INSERT")
+HEADLESS_DXF_DEFINE_MEMBERS(AcDbMInsertBlock, AcDbBlockReference, "INSERT")
+
+using headless::Residence;
+
+Acad::ErrorStatus AcDbBlockReference::setScaleFactors(const AcGeScale3d& scale) {
+    if (scale.sx == 0.0 || scale.sy == 0.0 || scale.sz == 0.0) return Acad::eInvalidInput;
+    return change(scale_, scale);
+}
+
+AcGeMatrix3d AcDbBlockReference::placing() const {
+    AcGeMatrix3d turned = AcGeMatrix3d::rotation(rotation_, AcGeVector3d::kZAxis);
+    if (!headless::isWorldNormal(normal_)) turned = headless::ocsMatrix(normal_) * turned;
+    return turned.setTranslation(position_.asVector());
+}
+
+AcGeMatrix3d AcDbBlockReference::contentTransform() const {
+    AcGeMatrix3d scaling;
+    scale_.getMatrix(scaling);
+    const auto* const block = Residence::peek<AcDbBlockTableRecord>(block_);
+    const AcGePoint3d base = block == nullptr ? AcGePoint3d::kOrigin : block->originOf();
+    return placing() * scaling * AcGeMatrix3d::translation(-base.asVector());
+}
+
+AcGeMatrix3d AcDbBlockReference::blockTransform() const {
+    assertReadEnabled();
+    return contentTransform();
+}
+
+Acad::ErrorStatus AcDbBlockReference::setBlockTransform(const AcGeMatrix3d& transform) {
+    assertWriteEnabled();
+    const AcGeVector3d x = transform * AcGeVector3d::kXAxis;
+    const AcGeVector3d y = transform * AcGeVector3d::kYAxis;
+    const AcGeVector3d z = transform * AcGeVector3d::kZAxis;
+    constexpr double kSquare = 1e-9;
+    const auto skewed = [](const AcGeVector3d& a, const AcGeVector3d& b) {
+        return std::abs(a.dotProduct(b)) > kSquare * a.length() * b.length();
+    };
+    if (skewed(x, y) || skewed(y, z) || skewed(x, z)) return Acad::eCannotScaleNonUniformly;
+    if (x.isZeroLength() || y.isZeroLength()) return Acad::eDegenerateGeometry;
+
+    // The normal is the z axis' own; a mirrored map shows as a negative scale along y. A flattened
+    // z axis leaves the other two to tell.
+    const AcGeVector3d normal = headless::readNormal(z.isZeroLength() ? x.crossProduct(y) : z);
+    const AcGeVector3d local = headless::ocsMatrix(normal).transpose() * x;
+    const bool mirrored = x.crossProduct(y).dotProduct(normal) < 0.0;
+    const auto* const block = Residence::peek<AcDbBlockTableRecord>(block_);
+    const AcGePoint3d base = block == nullptr ? AcGePoint3d::kOrigin : block->originOf();
+    position_ = transform * base;
+    normal_ = normal;
+    rotation_ = AcGeVector2d(local.x, local.y).angle();
+    scale_ = {x.length(), mirrored ? -y.length() : y.length(), z.length()};
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockReference::appendAttribute(AcDbAttribute* attribute) {
+    return attributes_.append(*this, attribute);
+}
+
+Acad::ErrorStatus AcDbBlockReference::appendAttribute(AcDbObjectId& id, AcDbAttribute* attribute) {
+    return attributes_.append(*this, attribute, id);
+}
+
+Acad::ErrorStatus AcDbBlockReference::openAttribute(AcDbAttribute*& attribute, AcDbObjectId id,
+                                                    AcDb::OpenMode mode, bool openErased) const {
+    return attributes_.open(attribute, id, mode, openErased);
+}
+
+Acad::ErrorStatus AcDbBlockReference::openSequenceEnd(AcDbSequenceEnd*& end, AcDb::OpenMode mode) {
+    return attributes_.openSequenceEnd(end, mode);
+}
+
+AcDbObjectIterator* AcDbBlockReference::attributeIterator() const {
+    assertReadEnabled();
+    return attributes_.newIterator();
+}
+
+Acad::ErrorStatus
+AcDbBlockReference::geomExtentsBestFit(AcDbExtents& extents,
+                                       const AcGeMatrix3d& parentTransform) const {
+    assertReadEnabled();
+    return headless::extentsUnder(*this, parentTransform, extents);
+}
+
+Acad::ErrorStatus AcDbBlockReference::getPlane(AcGePlane& plane, AcDb::Planarity& kind) const {
+    plane = AcGePlane(look(position_), normal_);
+    kind = AcDb::kPlanar;
+    return Acad::eOk;
+}
+
+void AcDbBlockReference::getEcs(AcGeMatrix3d& ecs) const {
+    ecs = headless::ocsMatrix(look(normal_));
+}
+
+bool AcDbBlockReference::takesSubentity(const AcDbEntity& part) const {
+    return part.isKindOf(AcDbAttribute::desc()) || part.isKindOf(AcDbSequenceEnd::desc());
+}
+
+void AcDbBlockReference::subDescribe(headless::GeometrySink& sink) const {
+    const Array cells = array();
+    const AcGeMatrix3d axes = placing();
+    headless::GeometrySink::Reference reference;
+    reference.block = block_;
+    reference.transform = contentTransform();
+    reference.columns = std::max(cells.columns, 1);
+    reference.rows = std::max(cells.rows, 1);
+    reference.columnStep = axes * AcGeVector3d(cells.columnSpacing, 0.0, 0.0);
+    reference.rowStep = axes * AcGeVector3d(0.0, cells.rowSpacing, 0.0);
+    sink.reference(reference);
+    attributes_.forEach<AcDbAttribute>(
+        [&sink](const AcDbAttribute& attribute) { sink.describe(attribute); });
+}
+
+Acad::ErrorStatus AcDbBlockReference::subErase(bool erasing) {
+    attributes_.erase(erasing);
+    return AcDbEntity::subErase(erasing);
+}
+
+Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& transform) {
+    const Acad::ErrorStatus status = setBlockTransform(transform * contentTransform());
+    if (status != Acad::eOk) return status;
+    attributes_.change<AcDbAttribute>(
+        [&](AcDbAttribute& attribute) { transformPart(attribute, transform); });
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockReference::subGetGripPoints(AcGePoint3dArray& points) const {
+    points.append(position_);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockReference::dxfInFields(AcDbDxfFiler* filer) {
+    if (const auto status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
+    AcGePoint3d position;
+    AcGeVector3d normal = AcGeVector3d::kZAxis;
+    for (const headless::DxfTag& tag : filer->record().all()) {
+        switch (tag.code) {
+        case 2:
+            block_ = filer->symbolId(AcDbBlockTableRecord::desc(), tag);
+            break;
+        case 10:
+        case 20:
+        case 30:
+            headless::setCoordinate(position, tag);
+            break;
+        case 41:
+            scale_.sx = tag.real();
+            break;
+        case 42:
+            scale_.sy = tag.real();
+            break;
+        case 43:
+            scale_.sz = tag.real();
+            break;
+        case 50:
+            rotation_ = tag.real() * std::numbers::pi / 180.0;
+            break;
+        case 210:
+        case 220:
+        case 230:
+            headless::setCoordinate(normal, tag);
+            break;
+        default:
+            break;
+        }
+    }
+    normal_ = headless::readNormal(normal);
+    position_ = headless::ocsToWorld(position, normal_);
+    return Acad::eOk;
+}
+
+AcDbMInsertBlock::AcDbMInsertBlock(const AcGePoint3d& position, AcDbObjectId blockTableRecord,
+                                   Adesk::Int16 columns, Adesk::Int16 rows, double columnSpacing,
+                                   double rowSpacing)
+    : AcDbBlockReference(position, blockTableRecord), columns_(columns), rows_(rows),
+      columnSpacing_(columnSpacing), rowSpacing_(rowSpacing) {}
+
+AcDbBlockReference::Array AcDbMInsertBlock::array() const {
+    return {columns_, rows_, columnSpacing_, rowSpacing_};
+}
+
+Acad::ErrorStatus AcDbMInsertBlock::subTransformBy(const AcGeMatrix3d& transform) {
+    const AcGeMatrix3d before = placing();
+    const Acad::ErrorStatus status = AcDbBlockReference::subTransformBy(transform);
+    if (status != Acad::eOk) return status;
+    // The spacing as seen along the new axes, which may run the other way than before.
+    const AcGeMatrix3d toNew = placing().inverse() * transform * before;
+    columnSpacing_ = (toNew * AcGeVector3d(columnSpacing_, 0.0, 0.0)).x;
+    rowSpacing_ = (toNew * AcGeVector3d(0.0, rowSpacing_, 0.0)).y;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbMInsertBlock::dxfInFields(AcDbDxfFiler* filer) {
+    if (const auto status = AcDbBlockReference::dxfInFields(filer); status != Acad::eOk)
+        return status;
+    for (const headless::DxfTag& tag : filer->record().all()) {
+        switch (tag.code) {
+        case 44:
+            columnSpacing_ = tag.real();
+            break;
+        case 45:
+            rowSpacing_ = tag.real();
+            break;
+        case 70:
+            columns_ = static_cast<Adesk::Int16>(tag.integer());
+            break;
+        case 71:
+            rows_ = static_cast<Adesk::Int16>(tag.integer());
+            break;
+        default:
+            break;
+        }
+    }
+    return Acad::eOk;
+}

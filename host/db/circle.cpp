@@ -1,0 +1,93 @@
+#include "db/circle.h"
+
+#include <numbers>
+
+#include "db/curve_piece.h"
+#include "db/flat_transform.h"
+#include "ge/angles.h"
+
+HEADLESS_DXF_DEFINE_MEMBERS(AcDbCircle, AcDbCurve, "CIRCLE")
+
+using headless::CurvePiece;
+
+AcDbCircle::AcDbCircle(const AcGePoint3d& center, const AcGeVector3d& normal, double radius)
+    : center_(center), normal_(headless::readNormal(normal)), radius_(std::abs(radius)) {}
+
+Acad::ErrorStatus AcDbCircle::setRadius(double radius) {
+    return radius >= 0.0 ? change(radius_, radius) : Acad::eInvalidInput;
+}
+
+double AcDbCircle::circumference() const { return headless::kFullTurn * radius(); }
+
+Acad::ErrorStatus AcDbCircle::setCircumference(double circumference) {
+    return setRadius(circumference / headless::kFullTurn);
+}
+
+Acad::ErrorStatus AcDbCircle::getArea(double& area) const {
+    area = std::numbers::pi * radius() * radius();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbCircle::getPlane(AcGePlane& plane, AcDb::Planarity& kind) const {
+    plane = AcGePlane(look(center_), normal_);
+    kind = AcDb::kPlanar;
+    return Acad::eOk;
+}
+
+void AcDbCircle::getEcs(AcGeMatrix3d& ecs) const { ecs = headless::ocsMatrix(look(normal_)); }
+
+bool AcDbCircle::forEachPiece(const headless::PieceVisitor& visit) const {
+    const headless::EllipseArc arc =
+        headless::circleArc(center_, normal_, radius_, 0.0, headless::kFullTurn);
+    return visit(CurvePiece::arc(arc.center, arc.u, arc.v, 0.0, headless::kFullTurn));
+}
+
+Acad::ErrorStatus AcDbCircle::subTransformBy(const AcGeMatrix3d& transform) {
+    const headless::FlatTransform flat(transform, normal_);
+    if (!flat.keepsCircles()) return Acad::eCannotScaleNonUniformly;
+    center_.transformBy(transform);
+    normal_ = flat.normal();
+    radius_ *= flat.scale();
+    thickness_ *= flat.normalScale();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbCircle::subGetGripPoints(AcGePoint3dArray& points) const {
+    const AcGeMatrix3d ecs = headless::ocsMatrix(normal_);
+    const AcGeVector3d x = ecs * (AcGeVector3d::kXAxis * radius_);
+    const AcGeVector3d y = ecs * (AcGeVector3d::kYAxis * radius_);
+    for (const AcGeVector3d& offset : {AcGeVector3d(), x, y, -x, -y})
+        points.append(center_ + offset);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbCircle::dxfInFields(AcDbDxfFiler* filer) {
+    if (const auto status = AcDbCurve::dxfInFields(filer); status != Acad::eOk) return status;
+    AcGePoint3d center;
+    AcGeVector3d normal = AcGeVector3d::kZAxis;
+    for (const headless::DxfTag& tag : filer->subclass("AcDbCircle")) {
+        switch (tag.code) {
+        case 10:
+        case 20:
+        case 30:
+            headless::setCoordinate(center, tag);
+            break;
+        case 39:
+            thickness_ = tag.real();
+            break;
+        case 40:
+            radius_ = std::abs(tag.real());
+            break;
+        case 210:
+        case 220:
+        case 230:
+            headless::setCoordinate(normal, tag);
+            break;
+        default:
+            break;
+        }
+    }
+    normal_ = headless::readNormal(normal);
+    center_ = headless::ocsToWorld(center, normal_);
+    return Acad::eOk;
+}

@@ -1,0 +1,179 @@
+#include "db/ellipse.h"
+
+#include <cmath>
+
+#include "db/curve_piece.h"
+#include "db/flat_transform.h"
+#include "ge/angles.h"
+
+HEADLESS_DXF_DEFINE_MEMBERS(AcDbEllipse, AcDbCurve, "ELLIPSE")
+
+using headless::CurvePiece;
+using headless::kFullTurn;
+
+namespace {
+
+constexpr double kLeastRatio = 1e-6;
+
+bool isRatio(double ratio) { return ratio >= kLeastRatio && ratio <= 1.0 + 1e-12; }
+
+/// The parameter span from start to end, in (0, 2 pi].
+double sweepBetween(double start, double end) {
+    const double sweep = end - start;
+    if (sweep > 0.0 && sweep <= kFullTurn * (1.0 + 1e-12)) return sweep;
+    const double turned = headless::normalizedAngle(sweep);
+    return turned == 0.0 ? kFullTurn : turned;
+}
+
+/// The angle turned by stretching its cosine and sine, in the same whole turn.
+double stretched(double angle, double alongX, double alongY) {
+    const double turns = std::floor(angle / kFullTurn);
+    const double within =
+        headless::normalizedAngle(std::atan2(std::sin(angle) * alongY, std::cos(angle) * alongX));
+    // A whole turn comes back as 0 and stays a whole turn.
+    return turns * kFullTurn + within;
+}
+
+} // namespace
+
+AcDbEllipse::AcDbEllipse(const AcGePoint3d& center, const AcGeVector3d& unitNormal,
+                         const AcGeVector3d& majorAxis, double radiusRatio, double startAngle,
+                         double endAngle) {
+    set(center, unitNormal, majorAxis, radiusRatio, startAngle, endAngle);
+}
+
+AcGeVector3d AcDbEllipse::minorAxis() const {
+    return look(normal_).crossProduct(majorAxis_) * radiusRatio_;
+}
+
+Acad::ErrorStatus AcDbEllipse::setRadiusRatio(double ratio) {
+    return isRatio(ratio) ? change(radiusRatio_, std::min(ratio, 1.0)) : Acad::eInvalidInput;
+}
+
+Acad::ErrorStatus AcDbEllipse::setStartAngle(double angle) {
+    return change(startParam_, paramAtAngle(angle));
+}
+
+Acad::ErrorStatus AcDbEllipse::setEndAngle(double angle) {
+    return change(endParam_, paramAtAngle(angle));
+}
+
+double AcDbEllipse::paramAtAngle(double angle) const {
+    return stretched(angle, look(radiusRatio_), 1.0);
+}
+
+double AcDbEllipse::angleAtParam(double param) const {
+    return stretched(param, 1.0, look(radiusRatio_));
+}
+
+Acad::ErrorStatus AcDbEllipse::get(AcGePoint3d& center, AcGeVector3d& unitNormal,
+                                   AcGeVector3d& majorAxis, double& radiusRatio, double& startAngle,
+                                   double& endAngle) const {
+    center = this->center();
+    unitNormal = normal_;
+    majorAxis = majorAxis_;
+    radiusRatio = radiusRatio_;
+    startAngle = this->startAngle();
+    endAngle = this->endAngle();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbEllipse::set(const AcGePoint3d& center, const AcGeVector3d& unitNormal,
+                                   const AcGeVector3d& majorAxis, double radiusRatio,
+                                   double startAngle, double endAngle) {
+    assertWriteEnabled();
+    if (!isRatio(radiusRatio) || majorAxis.isZeroLength() || unitNormal.isZeroLength())
+        return Acad::eInvalidInput;
+    const AcGeVector3d normal = unitNormal.normal();
+    constexpr double kSquare = 1e-8;
+    if (std::abs(normal.dotProduct(majorAxis.normal())) > kSquare) return Acad::eInvalidInput;
+    center_ = center;
+    normal_ = normal;
+    majorAxis_ = majorAxis;
+    radiusRatio_ = std::min(radiusRatio, 1.0);
+    startParam_ = paramAtAngle(startAngle);
+    endParam_ = paramAtAngle(endAngle);
+    return Acad::eOk;
+}
+
+Adesk::Boolean AcDbEllipse::isNull() const { return look(majorAxis_).isZeroLength(); }
+
+bool AcDbEllipse::isClosed() const {
+    return sweepBetween(look(startParam_), endParam_) >= kFullTurn - 1e-9;
+}
+
+Acad::ErrorStatus AcDbEllipse::getPlane(AcGePlane& plane, AcDb::Planarity& kind) const {
+    plane = AcGePlane(look(center_), normal_);
+    kind = AcDb::kPlanar;
+    return Acad::eOk;
+}
+
+bool AcDbEllipse::forEachPiece(const headless::PieceVisitor& visit) const {
+    const AcGeVector3d minor = normal_.crossProduct(majorAxis_) * radiusRatio_;
+    const double sweep = sweepBetween(startParam_, endParam_);
+    return visit(CurvePiece::arc(center_, majorAxis_, minor, startParam_, startParam_ + sweep));
+}
+
+Acad::ErrorStatus AcDbEllipse::subTransformBy(const AcGeMatrix3d& transform) {
+    const AcGeVector3d u = transform * majorAxis_;
+    const AcGeVector3d v = transform * (normal_.crossProduct(majorAxis_) * radiusRatio_);
+    const AcGeVector3d normal = u.crossProduct(v);
+    if (normal.isZeroLength()) return Acad::eDegenerateGeometry;
+
+    // u and v are conjugate half diameters; the axes are where |u cos p + v sin p| is extreme.
+    const double sweep = sweepBetween(startParam_, endParam_);
+    double turn = 0.5 * std::atan2(2.0 * u.dotProduct(v), u.lengthSqrd() - v.lengthSqrd());
+    const AcGeVector3d major = u * std::cos(turn) + v * std::sin(turn);
+    const AcGeVector3d minor = v * std::cos(turn) - u * std::sin(turn);
+    center_.transformBy(transform);
+    normal_ = normal.normal();
+    majorAxis_ = major;
+    radiusRatio_ = std::clamp(minor.length() / major.length(), kLeastRatio, 1.0);
+    startParam_ = headless::normalizedAngle(startParam_ - turn);
+    endParam_ = startParam_ + sweep;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbEllipse::subGetGripPoints(AcGePoint3dArray& points) const {
+    const AcGeVector3d minor = normal_.crossProduct(majorAxis_) * radiusRatio_;
+    for (const AcGeVector3d& offset : {AcGeVector3d(), majorAxis_, minor, -majorAxis_, -minor})
+        points.append(center_ + offset);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbEllipse::dxfInFields(AcDbDxfFiler* filer) {
+    if (const auto status = AcDbCurve::dxfInFields(filer); status != Acad::eOk) return status;
+    AcGeVector3d normal = AcGeVector3d::kZAxis;
+    for (const headless::DxfTag& tag : filer->subclass("AcDbEllipse")) {
+        switch (tag.code) {
+        case 10:
+        case 20:
+        case 30:
+            headless::setCoordinate(center_, tag);
+            break;
+        case 11:
+        case 21:
+        case 31:
+            headless::setCoordinate(majorAxis_, tag);
+            break;
+        case 40:
+            radiusRatio_ = std::abs(tag.real());
+            break;
+        case 41:
+            startParam_ = tag.real();
+            break;
+        case 42:
+            endParam_ = tag.real();
+            break;
+        case 210:
+        case 220:
+        case 230:
+            headless::setCoordinate(normal, tag);
+            break;
+        default:
+            break;
+        }
+    }
+    normal_ = headless::readNormal(normal);
+    return Acad::eOk;
+}

@@ -1,0 +1,55 @@
+#include "db/entity.h"
+
+#include "db/dxf_fields.h"
+#include "db/geometry_sink.h"
+
+ACRX_NO_CONS_DEFINE_MEMBERS(AcDbEntity, AcDbObject)
+
+Acad::ErrorStatus AcDbEntity::changeNormal(AcGeVector3d& member, const AcGeVector3d& normal) {
+    if (normal.isZeroLength()) return Acad::eInvalidInput;
+    return change(member, normal.normal());
+}
+
+Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
+    assertReadEnabled();
+    if (extents_ == nullptr) {
+        AcDbExtents box;
+        if (const auto status = subGetGeomExtents(box); status != Acad::eOk) return status;
+        if (!keepsExtents()) {
+            extents = box;
+            return Acad::eOk;
+        }
+        extents_ = std::make_unique<AcDbExtents>(box);
+    }
+    extents = *extents_;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& transform) {
+    assertWriteEnabled();
+    return subTransformBy(transform);
+}
+
+Acad::ErrorStatus AcDbEntity::getGripPoints(AcGePoint3dArray& points) const {
+    assertReadEnabled();
+    return subGetGripPoints(points);
+}
+
+Acad::ErrorStatus AcDbEntity::getPlane(AcGePlane& /*plane*/, AcDb::Planarity& kind) const {
+    kind = AcDb::kNonPlanar;
+    return Acad::eNotApplicable;
+}
+
+Acad::ErrorStatus AcDbEntity::subGetGeomExtents(AcDbExtents& extents) const {
+    return headless::extentsUnder(*this, AcGeMatrix3d::kIdentity, extents);
+}
+
+Acad::ErrorStatus AcDbEntity::subTransformBy(const AcGeMatrix3d& /*transform*/) {
+    return Acad::eNotApplicable;
+}
+
+Acad::ErrorStatus AcDbEntity::subGetGripPoints(AcGePoint3dArray& /*points*/) const {
+    return Acad::eNotApplicable;
+}
+
+void AcDbEntity::subDescribe(headless::GeometrySink& /*sink*/) const {}

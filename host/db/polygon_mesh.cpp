@@ -1,0 +1,108 @@
+#include "db/polygon_mesh.h"
+
+#include <vector>
+
+#include "db/dxf_filer.h"
+#include "db/geometry_sink.h"
+
+HEADLESS_DXF_DEFINE_MEMBERS(AcDbPolygonMesh, AcDbEntity, "POLYLINE")
+
+AcDbPolygonMesh::AcDbPolygonMesh(AcDb::PolyMeshType type, Adesk::Int16 mSize, Adesk::Int16 nSize,
+                                 const AcGePoint3dArray& vertices, Adesk::Boolean mClosed,
+                                 Adesk::Boolean nClosed)
+    : type_(type), mSize_(mSize), nSize_(nSize), mClosed_(mClosed), nClosed_(nClosed) {
+    for (const AcGePoint3d& vertex : vertices)
+        appendVertex(new AcDbPolygonMeshVertex(vertex));
+}
+
+Acad::ErrorStatus AcDbPolygonMesh::appendVertex(AcDbPolygonMeshVertex* vertex) {
+    return vertices_.append(*this, vertex);
+}
+
+Acad::ErrorStatus AcDbPolygonMesh::appendVertex(AcDbObjectId& id, AcDbPolygonMeshVertex* vertex) {
+    return vertices_.append(*this, vertex, id);
+}
+
+Acad::ErrorStatus AcDbPolygonMesh::openVertex(AcDbPolygonMeshVertex*& vertex, AcDbObjectId id,
+                                              AcDb::OpenMode mode, bool openErased) const {
+    return vertices_.open(vertex, id, mode, openErased);
+}
+
+AcDbObjectIterator* AcDbPolygonMesh::vertexIterator() const {
+    assertReadEnabled();
+    return vertices_.newIterator();
+}
+
+bool AcDbPolygonMesh::takesSubentity(const AcDbEntity& part) const {
+    return part.isKindOf(AcDbPolygonMeshVertex::desc()) || part.isKindOf(AcDbSequenceEnd::desc());
+}
+
+Acad::ErrorStatus AcDbPolygonMesh::subErase(bool erasing) {
+    vertices_.erase(erasing);
+    return AcDbEntity::subErase(erasing);
+}
+
+Acad::ErrorStatus AcDbPolygonMesh::subTransformBy(const AcGeMatrix3d& transform) {
+    vertices_.change<AcDbPolygonMeshVertex>(
+        [&](AcDbPolygonMeshVertex& vertex) { vertex.place(transform * vertex.place()); });
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbPolygonMesh::subGetGripPoints(AcGePoint3dArray& points) const {
+    vertices_.forEach<AcDbPolygonMeshVertex>(
+        [&](const AcDbPolygonMeshVertex& vertex) { points.append(vertex.place()); });
+    return Acad::eOk;
+}
+
+void AcDbPolygonMesh::subDescribe(headless::GeometrySink& sink) const {
+    std::vector<AcGePoint3d> drawn;
+    vertices_.forEach<AcDbPolygonMeshVertex>([&](const AcDbPolygonMeshVertex& vertex) {
+        if (!vertex.isFrame()) drawn.push_back(vertex.place());
+    });
+    // The net's lines where the sizes go with the vertices; in any case the vertices themselves.
+    for (const AcGePoint3d& vertex : drawn)
+        sink.point(vertex);
+    const bool smooth = type_ != AcDb::kSimpleMesh;
+    const auto m = static_cast<std::size_t>(std::max<int>(smooth ? mDensity_ : mSize_, 0));
+    const auto n = static_cast<std::size_t>(std::max<int>(smooth ? nDensity_ : nSize_, 0));
+    if (m == 0 || n == 0 || m * n != drawn.size()) return;
+    const auto at = [&](std::size_t i, std::size_t j) { return drawn[i % m * n + j % n]; };
+    for (std::size_t i = 0; i < m; ++i) {
+        for (std::size_t j = 0; j < n; ++j) {
+            if (i + 1 < m || mClosed_) sink.segment(at(i, j), at(i + 1, j));
+            if (j + 1 < n || nClosed_) sink.segment(at(i, j), at(i, j + 1));
+        }
+    }
+}
+
+Acad::ErrorStatus AcDbPolygonMesh::dxfInFields(AcDbDxfFiler* filer) {
+    if (const auto status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
+    for (const headless::DxfTag& tag : filer->record().all()) {
+        const std::int64_t value = tag.code >= 70 && tag.code <= 75 ? tag.integer() : 0;
+        switch (tag.code) {
+        case 70:
+            mClosed_ = (value & 1) != 0;
+            nClosed_ = (value & 32) != 0;
+            break;
+        case 71:
+            mSize_ = static_cast<Adesk::Int16>(value);
+            break;
+        case 72:
+            nSize_ = static_cast<Adesk::Int16>(value);
+            break;
+        case 73:
+            mDensity_ = static_cast<Adesk::Int16>(value);
+            break;
+        case 74:
+            nDensity_ = static_cast<Adesk::Int16>(value);
+            break;
+        case 75:
+            if (value == 5 || value == 6 || value == 8)
+                type_ = static_cast<AcDb::PolyMeshType>(value);
+            break;
+        default:
+            break;
+        }
+    }
+    return Acad::eOk;
+}

@@ -1,0 +1,212 @@
+#include "db/polyline_2d.h"
+
+#include <memory>
+
+#include "db/curve_piece.h"
+#include "db/flat_transform.h"
+
+HEADLESS_DXF_DEFINE_MEMBERS(AcDb2dPolyline, AcDbCurve, "POLYLINE")
+
+using headless::CurvePiece;
+
+AcDb2dPolyline::AcDb2dPolyline(AcDb::Poly2dType type, AcGePoint3dArray& vertices, double elevation,
+                               Adesk::Boolean closed, double defaultStartWidth,
+                               double defaultEndWidth, AcGeDoubleArray* bulges)
+    : elevation_(elevation), startWidth_(defaultStartWidth), endWidth_(defaultEndWidth),
+      type_(type), closed_(closed) {
+    for (int i = 0; i < vertices.length(); ++i) {
+        const double bulge = bulges != nullptr && i < bulges->length() ? bulges->at(i) : 0.0;
+        appendVertex(new AcDb2dVertex(vertices[i], bulge, defaultStartWidth, defaultEndWidth));
+    }
+}
+
+Acad::ErrorStatus AcDb2dPolyline::length(double& length) const {
+    double end = 0.0;
+    const Acad::ErrorStatus status = getEndParam(end);
+    return status == Acad::eOk ? getDistAtParam(end, length) : status;
+}
+
+Acad::ErrorStatus AcDb2dPolyline::appendVertex(AcDb2dVertex* vertex) {
+    return vertices_.append(*this, vertex);
+}
+
+Acad::ErrorStatus AcDb2dPolyline::appendVertex(AcDbObjectId& id, AcDb2dVertex* vertex) {
+    return vertices_.append(*this, vertex, id);
+}
+
+Acad::ErrorStatus AcDb2dPolyline::insertVertexAt(const AcDb2dVertex* before, AcDb2dVertex* vertex) {
+    if (before == nullptr) return vertices_.insert(*this, 0, vertex);
+    const std::size_t index = vertices_.find(before);
+    if (index == vertices_.size()) return Acad::eInvalidInput;
+    return vertices_.insert(*this, index + 1, vertex);
+}
+
+Acad::ErrorStatus AcDb2dPolyline::insertVertexAt(AcDbObjectId& id, const AcDbObjectId& before,
+                                                 AcDb2dVertex* vertex) {
+    if (database() == nullptr) return Acad::eNotInDatabase;
+    const auto* const previous = headless::Residence::peek<AcDb2dVertex>(before);
+    if (previous == nullptr && !before.isNull()) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = insertVertexAt(previous, vertex);
+    if (status == Acad::eOk) id = vertex->objectId();
+    return status;
+}
+
+Acad::ErrorStatus AcDb2dPolyline::openVertex(AcDb2dVertex*& vertex, AcDbObjectId id,
+                                             AcDb::OpenMode mode, bool openErased) const {
+    return vertices_.open(vertex, id, mode, openErased);
+}
+
+Acad::ErrorStatus AcDb2dPolyline::openSequenceEnd(AcDbSequenceEnd*& end, AcDb::OpenMode mode) {
+    return vertices_.openSequenceEnd(end, mode);
+}
+
+AcDbObjectIterator* AcDb2dPolyline::vertexIterator() const {
+    assertReadEnabled();
+    return vertices_.newIterator();
+}
+
+AcGePoint3d AcDb2dPolyline::vertexPosition(const AcDb2dVertex& vertex) const {
+    return toWorld(vertex.position());
+}
+
+AcGePoint3d AcDb2dPolyline::toWorld(const AcGePoint3d& position) const {
+    // The polyline's own elevation counts whatever z a vertex has.
+    return headless::ocsToWorld({position.x, position.y, elevation_}, normal_);
+}
+
+bool AcDb2dPolyline::takesSubentity(const AcDbEntity& part) const {
+    return part.isKindOf(AcDb2dVertex::desc()) || part.isKindOf(AcDbSequenceEnd::desc());
+}
+
+Acad::ErrorStatus AcDb2dPolyline::reverseCurve() {
+    assertWriteEnabled();
+    // A vertex shapes the segment that leaves it, so each takes the shape of the one before it. The
+    // first one's new segment is the closing one, which the last shaped.
+    const AcDb2dVertex* last = nullptr;
+    vertices_.forEach<AcDb2dVertex>([&](const AcDb2dVertex& vertex) { last = &vertex; });
+    if (last == nullptr) return Acad::eOk;
+    AcDb2dVertex::Shape before = last->shape_;
+    vertices_.change<AcDb2dVertex>([&](AcDb2dVertex& vertex) {
+        const AcDb2dVertex::Shape own = vertex.shape_;
+        vertex.shape_ = before.reversed();
+        before = own;
+    });
+    vertices_.reverse();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDb2dPolyline::getPlane(AcGePlane& plane, AcDb::Planarity& kind) const {
+    assertReadEnabled();
+    plane = AcGePlane(toWorld(AcGePoint3d::kOrigin), normal_);
+    kind = AcDb::kPlanar;
+    return Acad::eOk;
+}
+
+void AcDb2dPolyline::getEcs(AcGeMatrix3d& ecs) const { ecs = headless::ocsMatrix(look(normal_)); }
+
+bool AcDb2dPolyline::forEachPiece(const headless::PieceVisitor& visit) const {
+    const AcDb2dVertex* first = nullptr;
+    const AcDb2dVertex* previous = nullptr;
+    double param = 0.0;
+    bool goesOn = true;
+    const auto join = [&](const AcDb2dVertex& from, const AcDb2dVertex& to) {
+        const AcGePoint3d start = toWorld(from.position_);
+        const AcGePoint3d end = toWorld(to.position_);
+        goesOn = from.shape_.bulge == 0.0
+                     ? visit(CurvePiece::segment(start, end, param, param + 1.0))
+                     : visit(CurvePiece::bulgeArc(start, end, normal_, from.shape_.bulge, param,
+                                                  param + 1.0));
+        param += 1.0;
+    };
+    vertices_.forEach<AcDb2dVertex>([&](const AcDb2dVertex& vertex) {
+        if (!goesOn || vertex.type_ == AcDb::k2dSplineCtlVertex) return;
+        if (first == nullptr) first = &vertex;
+        if (previous != nullptr) join(*previous, vertex);
+        previous = &vertex;
+    });
+    if (!goesOn || first == nullptr) return goesOn;
+    if (first == previous) {
+        const AcGePoint3d only = toWorld(first->position_);
+        return visit(CurvePiece::segment(only, only, 0.0, 0.0));
+    }
+    if (closed_) join(*previous, *first);
+    return goesOn;
+}
+
+Acad::ErrorStatus AcDb2dPolyline::subErase(bool erasing) {
+    vertices_.erase(erasing);
+    return AcDbCurve::subErase(erasing);
+}
+
+Acad::ErrorStatus AcDb2dPolyline::subTransformBy(const AcGeMatrix3d& transform) {
+    const headless::FlatTransform flat(transform, normal_);
+    bool bulging = false;
+    vertices_.forEach<AcDb2dVertex>(
+        [&](const AcDb2dVertex& vertex) { bulging = bulging || vertex.shape_.bulge != 0.0; });
+    if (bulging && !flat.keepsCircles()) return Acad::eCannotScaleNonUniformly;
+
+    const double height = (flat.local() * AcGePoint3d(0.0, 0.0, elevation_)).z;
+    vertices_.change<AcDb2dVertex>([&](AcDb2dVertex& vertex) {
+        vertex.position_.z = elevation_;
+        vertex.position_.transformBy(flat.local());
+        vertex.shape_.startWidth *= flat.scale();
+        vertex.shape_.endWidth *= flat.scale();
+        vertex.tangent_ = flat.angle(vertex.tangent_);
+    });
+    elevation_ = height;
+    normal_ = flat.normal();
+    thickness_ *= flat.normalScale();
+    startWidth_ *= flat.scale();
+    endWidth_ *= flat.scale();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDb2dPolyline::subGetGripPoints(AcGePoint3dArray& points) const {
+    vertices_.forEach<AcDb2dVertex>(
+        [&](const AcDb2dVertex& vertex) { points.append(toWorld(vertex.position_)); });
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDb2dPolyline::dxfInFields(AcDbDxfFiler* filer) {
+    if (const auto status = AcDbCurve::dxfInFields(filer); status != Acad::eOk) return status;
+    AcGeVector3d normal = AcGeVector3d::kZAxis;
+    for (const headless::DxfTag& tag : filer->record().all()) {
+        switch (tag.code) {
+        case 30:
+            elevation_ = tag.real();
+            break;
+        case 39:
+            thickness_ = tag.real();
+            break;
+        case 40:
+            startWidth_ = tag.real();
+            break;
+        case 41:
+            endWidth_ = tag.real();
+            break;
+        case 70:
+            readFlags(tag.integer());
+            break;
+        case 75:
+            if (tag.integer() == 5) type_ = AcDb::k2dQuadSplinePoly;
+            if (tag.integer() == 6) type_ = AcDb::k2dCubicSplinePoly;
+            break;
+        case 210:
+        case 220:
+        case 230:
+            headless::setCoordinate(normal, tag);
+            break;
+        default:
+            break;
+        }
+    }
+    normal_ = headless::readNormal(normal);
+    return Acad::eOk;
+}
+
+void AcDb2dPolyline::readFlags(std::int64_t flags) {
+    closed_ = (flags & 1) != 0;
+    if ((flags & 2) != 0) type_ = AcDb::k2dFitCurvePoly;
+    if ((flags & 4) != 0 && type_ == AcDb::k2dSimplePoly) type_ = AcDb::k2dCubicSplinePoly;
+    linetypeGeneration_ = (flags & 128) != 0;
+}

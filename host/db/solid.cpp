@@ -1,0 +1,85 @@
+#include "db/solid.h"
+
+#include "db/flat_transform.h"
+#include "db/geometry_sink.h"
+#include "db/trace.h"
+
+HEADLESS_DXF_DEFINE_MEMBERS(AcDbSolid, AcDbEntity, "SOLID")
+HEADLESS_DXF_DEFINE_MEMBERS(AcDbTrace, AcDbEntity, "TRACE")
+
+namespace headless {
+
+Acad::ErrorStatus FlatQuad::getPointAt(Adesk::UInt16 index, AcGePoint3d& point) const {
+    if (index >= corners_.size()) return Acad::eInvalidIndex;
+    point = look(corners_)[index];
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus FlatQuad::setPointAt(Adesk::UInt16 index, const AcGePoint3d& point) {
+    if (index >= corners_.size()) return Acad::eInvalidIndex;
+    return change(corners_[index], point);
+}
+
+Acad::ErrorStatus FlatQuad::getPlane(AcGePlane& plane, AcDb::Planarity& kind) const {
+    plane = AcGePlane(look(corners_)[0], normal_);
+    kind = AcDb::kPlanar;
+    return Acad::eOk;
+}
+
+void FlatQuad::getEcs(AcGeMatrix3d& ecs) const { ecs = ocsMatrix(look(normal_)); }
+
+Acad::ErrorStatus FlatQuad::subTransformBy(const AcGeMatrix3d& transform) {
+    const FlatTransform flat(transform, normal_);
+    for (AcGePoint3d& corner : corners_)
+        corner.transformBy(transform);
+    normal_ = flat.normal();
+    thickness_ *= flat.normalScale();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus FlatQuad::subGetGripPoints(AcGePoint3dArray& points) const {
+    for (const AcGePoint3d& corner : corners_)
+        points.append(corner);
+    return Acad::eOk;
+}
+
+void FlatQuad::subDescribe(GeometrySink& sink) const {
+    constexpr std::size_t kOutline[] = {0, 1, 3, 2, 0};
+    for (std::size_t i = 0; i < 4; ++i)
+        sink.segment(corners_[kOutline[i]], corners_[kOutline[i + 1]]);
+}
+
+Acad::ErrorStatus FlatQuad::readCorners(AcDbDxfFiler& filer) {
+    AcGeVector3d normal = AcGeVector3d::kZAxis;
+    bool hasFourth = false;
+    for (const DxfTag& tag : filer.record().all()) {
+        const int corner = tag.code % 10;
+        const int coordinate = tag.code / 10;
+        if (coordinate >= 1 && coordinate <= 3 && corner <= 3) {
+            setCoordinate(corners_[static_cast<std::size_t>(corner)], tag);
+            hasFourth = hasFourth || corner == 3;
+        } else if (tag.code == 39) {
+            thickness_ = tag.real();
+        } else if (tag.code == 210 || tag.code == 220 || tag.code == 230) {
+            setCoordinate(normal, tag);
+        }
+    }
+    // A triangle repeats its third corner; careless files leave the fourth out.
+    if (!hasFourth) corners_[3] = corners_[2];
+    normal_ = readNormal(normal);
+    for (AcGePoint3d& corner : corners_)
+        corner = ocsToWorld(corner, normal_);
+    return Acad::eOk;
+}
+
+} // namespace headless
+
+Acad::ErrorStatus AcDbSolid::dxfInFields(AcDbDxfFiler* filer) {
+    const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
+    return status == Acad::eOk ? readCorners(*filer) : status;
+}
+
+Acad::ErrorStatus AcDbTrace::dxfInFields(AcDbDxfFiler* filer) {
+    const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
+    return status == Acad::eOk ? readCorners(*filer) : status;
+}
