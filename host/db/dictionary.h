@@ -16,6 +16,10 @@
 class AcDbDictionaryIterator;
 class AcString;
 
+namespace headless {
+class DrawingRoots;
+} // namespace headless
+
 namespace AcDb {
 enum DictIterOrder { kDictSorted, kDictCollated };
 enum DuplicateRecordCloning {
@@ -89,6 +93,8 @@ protected:
     Acad::ErrorStatus subErase(bool erasing) override;
 
 private:
+    friend class headless::DrawingRoots;
+
     const Entry* entryOf(AcDbObjectId id) const;
     void insert(std::wstring key, AcDbObjectId id);
     void drop(std::size_t index);

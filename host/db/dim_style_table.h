@@ -4,6 +4,10 @@
 #include "db/color.h"
 #include "db/symbol_table.h"
 
+namespace headless {
+struct DxfTag;
+} // namespace headless
+
 /// A style by which dimensions are drawn. The members are the dimension variables that decide how
 /// large and where the parts are; lengths in drawing units before scaling by dimscale.
 class AcDbDimStyleTableRecord : public AcDbSymbolTableRecord {
@@ -74,6 +78,11 @@ public:
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
 
 private:
+    // The member that a group of a record is the value of, or null.
+    double* realOf(int code);
+    AcCmEntityColor* colorOf(int code);
+    void readField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
+
     double dimscale_ = 1.0;
     double dimasz_ = 2.5;
     double dimexo_ = 0.625;

@@ -3,6 +3,9 @@
 
 #include "db/symbol_table.h"
 
+class AcDbDictionary;
+class AcDbLayerTableRecord;
+
 namespace headless {
 
 class DrawingRoots {
@@ -14,6 +17,10 @@ public:
                                   Adesk::UInt64 handle = 0);
     /// The root dictionary of a drawing read from a file.
     static void setNamedObjectsDictionary(AcDbDatabase& db, AcDbObjectId dictionary);
+
+    // Complete what was read without opening it or counting as a change of it.
+    static AcDbObjectId enterInto(AcDbDictionary& dictionary, const ACHAR* key, AcDbObjectId id);
+    static void setLinetype(AcDbLayerTableRecord& layer, AcDbObjectId linetype);
 };
 
 /// Adds what a damaged or new drawing lacks: tables, the spaces, layer 0, the linetypes ByBlock,

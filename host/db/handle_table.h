@@ -29,6 +29,9 @@ public:
     /// An empty stub with the next free handle.
     AcDbStub& make();
 
+    /// Gives each of two stubs the other's handle; ids stay what they are.
+    void exchange(AcDbStub& a, AcDbStub& b);
+
     /// The least handle that new stubs may get.
     Adesk::UInt64 seed() const { return seed_; }
     void raiseSeed(Adesk::UInt64 seed);
@@ -52,6 +55,7 @@ private:
         std::size_t used;
     };
 
+    AcDbStub*& place(Adesk::UInt64 handle);
     AcDbStub* findSparse(Adesk::UInt64 handle) const;
     AcDbStub& allocate(Adesk::UInt64 handle);
 

@@ -4,6 +4,11 @@
 #include "db/color.h"
 #include "db/symbol_table.h"
 
+namespace headless {
+class DrawingRoots;
+struct DxfTag;
+} // namespace headless
+
 class AcDbLayerTableRecord : public AcDbSymbolTableRecord {
 public:
     ACRX_DECLARE_MEMBERS(AcDbLayerTableRecord);
@@ -26,8 +31,6 @@ public:
     bool VPDFLT() const { return look(frozenInNewViewports_); }
     void setVPDFLT(bool frozen) { change(frozenInNewViewports_, frozen); }
     bool isInUse() const { return look(inUse_); }
-    bool isReconciled() const { return look(reconciled_); }
-    Acad::ErrorStatus setIsReconciled(bool reconciled) { return change(reconciled_, reconciled); }
 
     AcCmColor color() const { return AcCmColor(look(color_)); }
     AcCmEntityColor entityColor() const { return look(color_); }
@@ -61,6 +64,11 @@ protected:
     Acad::ErrorStatus subErase(bool erasing) override;
 
 private:
+    friend class headless::DrawingRoots;
+
+    void readField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
+    void readColorIndex(AcDbDxfFiler& filer, const headless::DxfTag& tag);
+
     AcDbObjectId linetypeId_;
     AcDbObjectId materialId_;
     AcDbObjectId plotStyleId_;
@@ -75,7 +83,6 @@ private:
     bool plottable_ = true;
     bool frozenInNewViewports_ = false;
     bool inUse_ = false;
-    bool reconciled_ = true;
 };
 
 class AcDbLayerTableIterator : public headless::SymbolTableIteratorOf<AcDbLayerTableRecord> {

@@ -8,6 +8,10 @@
 #include "db/color.h"
 #include "db/object.h"
 
+namespace headless {
+struct DxfTag;
+} // namespace headless
+
 class AcDbMlineStyle : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbMlineStyle);
@@ -21,8 +25,6 @@ public:
     const ACHAR* name() const { return look(name_).c_str(); }
     /// eInvalidInput for a name that is empty or too long.
     Acad::ErrorStatus setName(const ACHAR* name);
-    /// Sets the style's own name and the key of its entry in the database's dictionary of styles.
-    Acad::ErrorStatus initMlineStyle();
     const ACHAR* description() const { return look(description_).c_str(); }
     Acad::ErrorStatus setDescription(const ACHAR* description);
 
@@ -51,6 +53,9 @@ public:
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
 
 private:
+    void readField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
+    void readElementField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
+
     struct Element {
         double offset = 0.0;
         AcCmEntityColor color;
@@ -63,7 +68,6 @@ private:
     double startAngle_ = std::numbers::pi / 2;
     double endAngle_ = std::numbers::pi / 2;
     AcCmEntityColor fillColor_;
-    std::int32_t capFlags_ = 0;
     bool filled_ = false;
     bool showMiters_ = false;
 };

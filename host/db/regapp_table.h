@@ -8,8 +8,6 @@ public:
     ACRX_DECLARE_MEMBERS(AcDbRegAppTableRecord);
 
     AcDbRegAppTableRecord() = default;
-
-    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
 };
 
 class AcDbRegAppTableIterator : public headless::SymbolTableIteratorOf<AcDbRegAppTableRecord> {

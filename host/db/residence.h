@@ -31,6 +31,8 @@ public:
     /// read later, and handles of records that are no objects here (block begins and ends).
     /// Opening an announced object that never came answers eNullObjectPointer. Null for handle 0.
     static AcDbStub* announce(AcDbDatabase& db, Adesk::UInt64 handle);
+    /// Gives each of two objects of one database the other's handle; ids stay what they are.
+    static void exchangeHandles(AcDbObjectId a, AcDbObjectId b);
     /// New objects take handles from `seed` on; a smaller value than now changes nothing.
     static void raiseHandleSeed(AcDbDatabase& db, Adesk::UInt64 seed);
 

@@ -42,17 +42,13 @@ public:
 
 protected:
     AcDbSymbolTableRecord() = default;
-    /// Refuses to erase the records that every drawing has.
+    /// Refuses to bring a record back when its name was given to another meanwhile.
     Acad::ErrorStatus subErase(bool erasing) override;
-
-    /// Flags of group 70 as read, for classes to take their own from.
-    std::int64_t readFlags() const { return readFlags_; }
 
 private:
     friend class AcDbSymbolTable;
 
     std::wstring name_;
-    std::int32_t readFlags_ = 0;
 };
 
 class AcDbSymbolTable : public AcDbObject {
@@ -98,6 +94,8 @@ protected:
     static void assignName(AcDbSymbolTableRecord& record, std::wstring name) {
         record.name_ = std::move(name);
     }
+    /// Refuses a record whose name does not do for this table, see add().
+    virtual Acad::ErrorStatus checkName(const AcDbSymbolTableRecord& record) const;
 
     /// As getAt, with the choice to see hidden records.
     Acad::ErrorStatus lookUp(const ACHAR* name, AcDbObjectId& id, bool getErased,
@@ -112,8 +110,9 @@ private:
     void rename(AcDbSymbolTableRecord& record, std::wstring name);
 
     std::vector<AcDbObjectId> records_;
-    std::unordered_multimap<std::wstring, AcDbObjectId, headless::NameHash, headless::NameEqual>
-        byName_;
+    std::unordered_map<std::wstring, std::vector<AcDbObjectId>, headless::NameHash,
+                       headless::NameEqual>
+        byName_; // All records of a name, the earliest first.
 };
 
 /// Walks over a table's records. It stays usable while records are added.

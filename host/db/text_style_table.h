@@ -3,6 +3,10 @@
 
 #include "db/symbol_table.h"
 
+namespace headless {
+struct DxfTag;
+} // namespace headless
+
 class AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
 public:
     ACRX_DECLARE_MEMBERS(AcDbTextStyleTableRecord);
@@ -52,6 +56,8 @@ public:
     void readFont(std::wstring typeface, std::int64_t packedFlags);
 
 private:
+    void readField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
+
     std::wstring file_;
     std::wstring bigFont_;
     std::wstring typeface_;
@@ -78,4 +84,8 @@ class AcDbTextStyleTable
     : public headless::SymbolTableOf<AcDbTextStyleTableRecord, AcDbTextStyleTableIterator> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbTextStyleTable);
+
+protected:
+    /// Shape files go without a name.
+    Acad::ErrorStatus checkName(const AcDbSymbolTableRecord& record) const override;
 };

@@ -6,6 +6,10 @@
 #include "ge/point3d.h"
 #include "ge/vector3d.h"
 
+namespace headless {
+struct DxfTag;
+} // namespace headless
+
 class AcDbUCSTableRecord : public AcDbSymbolTableRecord {
 public:
     ACRX_DECLARE_MEMBERS(AcDbUCSTableRecord);
@@ -78,6 +82,8 @@ public:
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
 
 private:
+    void readField(const headless::DxfTag& tag);
+
     bool paperSpace_ = false;
 };
 
@@ -104,6 +110,9 @@ public:
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
 
 private:
+    bool readPoint(const headless::DxfTag& tag);
+    void readField(const headless::DxfTag& tag);
+
     AcGePoint2d lowerLeft_;
     AcGePoint2d upperRight_{1.0, 1.0};
     double snapAngle_ = 0.0;
@@ -138,4 +147,8 @@ class AcDbViewportTable
     : public headless::SymbolTableOf<AcDbViewportTableRecord, AcDbViewportTableIterator> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbViewportTable);
+
+protected:
+    /// Viewports of one configuration share its name.
+    Acad::ErrorStatus checkName(const AcDbSymbolTableRecord& record) const override;
 };

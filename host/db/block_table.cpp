@@ -1,0 +1,274 @@
+#include "db/block_table.h"
+
+#include <algorithm>
+#include <cwctype>
+#include <unordered_set>
+
+#include "db/attribute.h"
+#include "db/block_reference.h"
+#include "db/database.h"
+#include "db/dxf_fields.h"
+#include "db/dxf_filer.h"
+#include "db/resbuf.h"
+#include "db/residence.h"
+#include "db/sortents_table.h"
+
+HEADLESS_DXF_DEFINE_MEMBERS(AcDbBlockTableRecord, AcDbSymbolTableRecord, "BLOCK_RECORD")
+ACRX_CONS_DEFINE_MEMBERS(AcDbBlockTable, AcDbSymbolTable, 0)
+
+using headless::DxfTag;
+using headless::Residence;
+
+Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbEntity* entity) {
+    AcDbObjectId id;
+    return appendAcDbEntity(id, entity);
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity) {
+    assertWriteEnabled();
+    if (entity == nullptr) return Acad::eNullEntityPointer;
+    if (database() == nullptr) return Acad::eMustFirstAddBlockToDb;
+    if (!entity->objectId().isNull()) return Acad::eAlreadyInDb;
+    if (entity->layerId().isNull() && !database()->clayer().isNull())
+        entity->setLayer(database()->clayer(), true, true);
+    if (const auto status = Residence::enter(*database(), *entity, objectId()); status != Acad::eOk)
+        return status;
+    entities_.push_back(entity->objectId());
+    id = entity->objectId();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator*& iterator,
+                                                    bool atBeginning, bool skipDeleted) const {
+    assertReadEnabled();
+    iterator = new AcDbBlockTableRecordIterator(*this, atBeginning, skipDeleted);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::getSortentsTable(AcDbSortentsTable*& table,
+                                                         AcDb::OpenMode mode,
+                                                         bool createIfNecessary) {
+    table = nullptr;
+    assertReadEnabled();
+    const auto* const known = Residence::peek<AcDbDictionary>(extensionDictionary());
+    const AcDbObjectId id = known == nullptr || known->isErased()
+                                ? AcDbObjectId()
+                                : known->find(headless::kSortentsKey);
+    if (!id.isNull()) return acdbOpenObject(table, id, mode);
+    if (!createIfNecessary) return Acad::eKeyNotFound;
+
+    if (known == nullptr || known->isErased()) {
+        if (const auto status = createExtensionDictionary(); status != Acad::eOk) return status;
+    }
+    AcDbObjectPointer<AcDbDictionary> dictionary(extensionDictionary(), AcDb::kForWrite);
+    if (dictionary.openStatus() != Acad::eOk) return dictionary.openStatus();
+    auto* const made = new AcDbSortentsTable;
+    made->setBlockId(objectId());
+    AcDbObjectId madeId;
+    if (const auto status = dictionary->setAt(headless::kSortentsKey, made, madeId);
+        status != Acad::eOk) {
+        delete made;
+        return status;
+    }
+    made->close();
+    return acdbOpenObject(table, madeId, mode);
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::getBlockReferenceIds(AcDbObjectIdArray& ids,
+                                                             bool directOnly,
+                                                             bool /*forceValidity*/) const {
+    assertReadEnabled();
+    const std::vector<AcDbObjectId> residents =
+        database() == nullptr ? std::vector<AcDbObjectId>() : Residence::residents(*database());
+    std::unordered_set<AcDbObjectId> wanted{objectId()};
+    std::unordered_set<AcDbObjectId> found;
+    bool more = true;
+    while (more) {
+        more = false;
+        for (const AcDbObjectId id : residents) {
+            const auto* const reference = Residence::peek<AcDbBlockReference>(id);
+            if (reference == nullptr || reference->isErased()) continue;
+            if (!wanted.contains(reference->blockOf()) || !found.insert(id).second) continue;
+            ids.append(id);
+            more = wanted.insert(reference->ownerId()).second || more;
+        }
+        if (directOnly) break;
+    }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::comments(ACHAR*& comments) const {
+    comments = acutNewString(look(comments_).c_str());
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::comments(const ACHAR*& comments) const {
+    comments = look(comments_).c_str();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::setComments(const ACHAR* comments) {
+    return comments == nullptr ? Acad::eInvalidInput : change(comments_, comments);
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::pathName(ACHAR*& path) const {
+    path = acutNewString(look(path_).c_str());
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::pathName(const ACHAR*& path) const {
+    path = look(path_).c_str();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::setPathName(const ACHAR* path) {
+    return path == nullptr ? Acad::eInvalidInput : change(path_, path);
+}
+
+bool AcDbBlockTableRecord::isLayout() const {
+    // Further paper spaces are numbered: *Paper_Space0, *Paper_Space1, ...
+    const std::wstring& name = look(nameOf());
+    const std::wstring_view paper = ACDB_PAPER_SPACE;
+    const std::wstring_view start = std::wstring_view(name).substr(0, paper.size());
+    return headless::equalNoCase(name, ACDB_MODEL_SPACE) || headless::equalNoCase(start, paper);
+}
+
+bool AcDbBlockTableRecord::hasAttributeDefinitions() const {
+    assertReadEnabled();
+    return std::any_of(entities_.begin(), entities_.end(), [](AcDbObjectId id) {
+        const auto* const definition = Residence::peek<AcDbAttributeDefinition>(id);
+        return definition != nullptr && !definition->isErased();
+    });
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::dxfInFields(AcDbDxfFiler* filer) {
+    if (const auto status = AcDbSymbolTableRecord::dxfInFields(filer); status != Acad::eOk)
+        return status;
+    anonymous_ = nameOf().starts_with(L'*') && !isLayout();
+    for (const DxfTag& tag : filer->subclass("AcDbBlockTableRecord")) {
+        switch (tag.code) {
+        case 70:
+            insertUnits_ = static_cast<short>(tag.integer());
+            break;
+        case 280:
+            explodable_ = tag.flag();
+            break;
+        case 340:
+            layoutId_ = filer->objectId(tag);
+            break;
+        default:
+            break;
+        }
+    }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::readBegin(AcDbDxfFiler& filer) {
+    constexpr std::int64_t kAnonymous = 1;
+    constexpr std::int64_t kExternal = 4;
+    constexpr std::int64_t kOverlay = 8;
+    for (const DxfTag& tag : filer.subclass("AcDbBlockBegin")) {
+        switch (tag.code) {
+        case 1:
+            path_ = filer.text(tag);
+            break;
+        case 4:
+            comments_ = filer.text(tag);
+            break;
+        case 10:
+        case 20:
+        case 30:
+            headless::setCoordinate(origin_, tag);
+            break;
+        case 70:
+            anonymous_ = (tag.integer() & kAnonymous) != 0 && !isLayout();
+            external_ = (tag.integer() & (kExternal | kOverlay)) != 0;
+            overlay_ = (tag.integer() & kOverlay) != 0;
+            break;
+        default:
+            break;
+        }
+    }
+    return Acad::eOk;
+}
+
+void AcDbBlockTableRecord::setEnds(headless::SourceSpan begin, headless::SourceSpan end) {
+    begin_ = begin;
+    end_ = end;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::subErase(bool erasing) {
+    if (erasing && isLayout()) return Acad::eCannotBeErasedByCaller;
+    return AcDbSymbolTableRecord::subErase(erasing);
+}
+
+AcDbBlockTableRecordIterator::AcDbBlockTableRecordIterator(const AcDbBlockTableRecord& block,
+                                                           bool atBeginning, bool skipDeleted)
+    : block_(block), skipsDeleted_(skipDeleted) {
+    start(atBeginning, skipDeleted);
+}
+
+void AcDbBlockTableRecordIterator::start(bool atBeginning, bool skipDeleted) {
+    skipsDeleted_ = skipDeleted;
+    position_ = atBeginning ? 0 : std::ssize(block_.entityIds()) - 1;
+    settle(atBeginning);
+}
+
+bool AcDbBlockTableRecordIterator::done() const {
+    return position_ < 0 || position_ >= std::ssize(block_.entityIds());
+}
+
+void AcDbBlockTableRecordIterator::step(bool forwards, bool skipDeleted) {
+    skipsDeleted_ = skipDeleted;
+    if (done()) return;
+    position_ += forwards ? 1 : -1;
+    settle(forwards);
+}
+
+Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntityId(AcDbObjectId& id) const {
+    if (done()) return Acad::eIteratorDone;
+    id = block_.entityIds()[static_cast<std::size_t>(position_)];
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntity(AcDbEntity*& entity, AcDb::OpenMode mode,
+                                                          bool openErased) const {
+    entity = nullptr;
+    AcDbObjectId id;
+    const Acad::ErrorStatus status = getEntityId(id);
+    return status == Acad::eOk ? acdbOpenAcDbEntity(entity, id, mode, openErased) : status;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecordIterator::seek(AcDbObjectId id) {
+    const auto ids = block_.entityIds();
+    const auto found = std::find(ids.begin(), ids.end(), id);
+    if (found == ids.end()) return Acad::eNotInBlock;
+    position_ = found - ids.begin();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecordIterator::seek(const AcDbEntity* entity) {
+    return entity == nullptr ? Acad::eNullObjectPointer : seek(entity->objectId());
+}
+
+void AcDbBlockTableRecordIterator::settle(bool forwards) {
+    const auto ids = block_.entityIds();
+    while (!done()) {
+        const AcDbObjectId id = ids[static_cast<std::size_t>(position_)];
+        if (id.isResident() && !(skipsDeleted_ && id.isErased())) return;
+        position_ += forwards ? 1 : -1;
+    }
+}
+
+void AcDbBlockTable::completeName(AcDbSymbolTableRecord& record) {
+    auto& block = static_cast<AcDbBlockTableRecord&>(record);
+    const std::wstring kind = record.nameOf();
+    if (kind.size() != 2 || kind[0] != L'*') return;
+    int& count = anonymousCounts_[headless::upperCased(kind)];
+    std::wstring name;
+    do {
+        name = kind + std::to_wstring(++count);
+    } while (!findRecord(name).isNull());
+    assignName(record, std::move(name));
+    block.anonymous_ = true;
+}

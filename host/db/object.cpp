@@ -1,0 +1,120 @@
+#include "db/object.h"
+
+#include "db/database.h"
+#include "db/dictionary.h"
+#include "db/dxf_filer.h"
+#include "db/layer_lock.h"
+#include "db/open.h"
+#include "db/residence.h"
+
+ACRX_NO_CONS_DEFINE_MEMBERS(AcDbObject, AcRxObject)
+
+AcDbObject::~AcDbObject() {
+    if (stub_ != nullptr) headless::Residence::vacate(*stub_);
+}
+
+Acad::ErrorStatus AcDbObject::setOwnerId(AcDbObjectId owner) { return change(ownerId_, owner); }
+
+Acad::ErrorStatus AcDbObject::close() {
+    if (stub_ == nullptr) return Acad::eNullObjectId;
+    // Notification is the latest opener that can be: nobody else opens the object meanwhile.
+    if (stub_->openForNotify) {
+        stub_->openForNotify = false;
+    } else if (stub_->openForWrite) {
+        const Acad::ErrorStatus status = subClose();
+        stub_->openForWrite = false;
+        flags_ &= ~(kModified | kNew);
+        return status;
+    } else if (stub_->readers > 0) {
+        --stub_->readers;
+    } else {
+        return Acad::eInvalidOpenState;
+    }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::upgradeOpen() {
+    if (stub_ == nullptr) return Acad::eNotInDatabase;
+    if (stub_->openForNotify) return Acad::eWasOpenForNotify;
+    if (stub_->openForWrite) return Acad::eWasOpenForWrite;
+    if (stub_->readers == 0) return Acad::eNotOpenForRead;
+    if (stub_->readers > 1) return Acad::eHadMultipleReaders;
+    if (headless::isOnLockedLayer(*this)) return Acad::eOnLockedLayer;
+    stub_->readers = 0;
+    stub_->openForWrite = true;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::downgradeOpen() {
+    if (stub_ == nullptr) return Acad::eNotInDatabase;
+    if (!stub_->openForWrite) return Acad::eWasNotOpenForWrite;
+    const Acad::ErrorStatus status = subClose();
+    flags_ &= ~(kModified | kNew);
+    stub_->openForWrite = false;
+    stub_->readers = 1;
+    return status;
+}
+
+Acad::ErrorStatus AcDbObject::upgradeFromNotify(bool& wasWritable) {
+    if (stub_ == nullptr) return Acad::eNotInDatabase;
+    if (!stub_->openForNotify) return Acad::eInvalidOpenState;
+    if (stub_->readers > 0) return Acad::eHadMultipleReaders;
+    wasWritable = stub_->openForWrite;
+    stub_->openForWrite = true;
+    stub_->openForNotify = false;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::downgradeToNotify(bool wasWritable) {
+    if (stub_ == nullptr) return Acad::eNotInDatabase;
+    if (!stub_->openForWrite) return Acad::eWasNotOpenForWrite;
+    stub_->openForWrite = wasWritable;
+    stub_->openForNotify = true;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::erase(bool erasing) {
+    if (stub_ == nullptr) return Acad::eNotInDatabase;
+    assertWriteEnabled();
+    if (stub_->erased == erasing) return erasing ? Acad::eWasErased : Acad::eWasNotErased;
+    if (const Acad::ErrorStatus status = subErase(erasing); status != Acad::eOk) return status;
+    stub_->erased = erasing;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
+    if (stub_ == nullptr) return Acad::eNotInDatabase;
+    assertWriteEnabled();
+    if (extensionDictionary_.isResident()) {
+        if (!extensionDictionary_.isErased()) return Acad::eAlreadyInDb;
+        AcDbObjectPointer<AcDbDictionary> erased(extensionDictionary_, AcDb::kForWrite, true);
+        return erased.openStatus() == Acad::eOk ? erased->erase(false) : erased.openStatus();
+    }
+    auto* const dictionary = new AcDbDictionary;
+    dictionary->setTreatElementsAsHard(true);
+    headless::Residence::enter(*stub_->database, *dictionary, objectId());
+    extensionDictionary_ = dictionary->objectId();
+    return dictionary->close();
+}
+
+Acad::ErrorStatus AcDbObject::releaseExtensionDictionary() {
+    assertWriteEnabled();
+    AcDbObjectPointer<AcDbDictionary> dictionary(extensionDictionary_, AcDb::kForWrite);
+    if (dictionary.openStatus() != Acad::eOk) return dictionary.openStatus();
+    if (dictionary->numEntries() != 0) return Acad::eContainerNotEmpty;
+    extensionDictionary_.setNull();
+    return dictionary->erase();
+}
+
+Acad::ErrorStatus AcDbObject::dxfInFields(AcDbDxfFiler* filer) {
+    // The owner stands before the first subclass; the same code means other things further on.
+    constexpr int kSubclassMarker = 100;
+    constexpr int kOwner = 330;
+    for (const headless::DxfTag& tag : filer->record().all()) {
+        if (tag.code == kSubclassMarker) break;
+        if (tag.code != kOwner) continue;
+        ownerId_ = filer->objectId(tag);
+        break;
+    }
+    return Acad::eOk;
+}
