@@ -34,10 +34,8 @@ double unitSegmentArea(double bulge) noexcept {
     return sum * bulge;
 }
 
-/// How much longer the arc is than its chord.
+/// How much longer the arc is than its chord; `bulge` is not 0.
 double arcOverChord(double bulge) noexcept {
-    // Below this the arc is longer by less than the last digit.
-    if (std::abs(bulge) < 1e-9) return 1.0;
     return (1.0 + bulge * bulge) * std::atan(bulge) / bulge;
 }
 
@@ -46,11 +44,14 @@ template <class Visit>
 void forEachSegment(std::span<const AcGePoint2d> points, std::span<const double> bulges,
                     bool closed, const Visit& visit) {
     const std::size_t count = points.size();
-    const std::size_t shaped = std::min(count, bulges.size());
-    for (std::size_t i = 0; i + 1 < count; ++i)
-        visit(points[i], points[i + 1], i < shaped ? bulges[i] : 0.0);
-    if (closed && count > 1)
-        visit(points[count - 1], points[0], count == shaped ? bulges[count - 1] : 0.0);
+    if (count < 2) return;
+    const std::size_t shaped = std::min(count - 1, bulges.size());
+    for (std::size_t i = 0; i < shaped; ++i)
+        visit(points[i], points[i + 1], bulges[i]);
+    for (std::size_t i = shaped; i + 1 < count; ++i)
+        visit(points[i], points[i + 1], 0.0);
+    if (closed)
+        visit(points[count - 1], points[0], bulges.size() >= count ? bulges[count - 1] : 0.0);
 }
 
 /// The row of an affine map as a function of a plane's two coordinates at a given height.
@@ -87,7 +88,9 @@ Arc2d arcFromBulge(const AcGePoint2d& start, const AcGePoint2d& end, double bulg
 
 double bulgeOfSweep(double sweep) noexcept { return std::tan(sweep / 4.0); }
 
-double arcLength(double chord, double bulge) noexcept { return chord * arcOverChord(bulge); }
+double arcLength(double chord, double bulge) noexcept {
+    return bulge == 0.0 ? chord : chord * arcOverChord(bulge);
+}
 
 double circularSegmentArea(double chord, double bulge) noexcept {
     return chord * chord * unitSegmentArea(bulge);
@@ -180,7 +183,7 @@ double polylineLength(std::span<const AcGePoint2d> points, std::span<const doubl
     forEachSegment(points, bulges, closed,
                    [&](const AcGePoint2d& start, const AcGePoint2d& end, double bulge) {
                        const double chord = start.distanceTo(end);
-                       length += bulge == 0.0 ? chord : arcLength(chord, bulge);
+                       length += bulge == 0.0 ? chord : chord * arcOverChord(bulge);
                    });
     return length;
 }

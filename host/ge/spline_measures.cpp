@@ -82,19 +82,63 @@ std::pair<Bernstein, Bernstein> halves(Bernstein c) {
     return {first, second};
 }
 
+double valueOf(Bernstein c, double share) {
+    for (std::size_t left = c.size() - 1; left > 0; --left)
+        for (std::size_t i = 0; i < left; ++i)
+            c[i] += (c[i + 1] - c[i]) * share;
+    return c[0];
+}
+
+std::size_t signChanges(const Bernstein& c) {
+    std::size_t changes = 0;
+    double last = 0.0;
+    for (const double value : c) {
+        if (value * last < 0.0) ++changes;
+        if (value != 0.0) last = value;
+    }
+    return changes;
+}
+
+/// The share at which a polynomial with values of opposite sign at its ends is zero, by false
+/// position with halved ends, to where the remaining area under it is below `tolerance`.
+double zeroBetweenEnds(const Bernstein& c, double tolerance) {
+    double low = 0.0;
+    double high = 1.0;
+    double atLow = c.front();
+    double atHigh = c.back();
+    double share = 0.5;
+    for (int i = 0; i < 100; ++i) {
+        share = (low * atHigh - high * atLow) / (atHigh - atLow);
+        const double value = valueOf(c, share);
+        if (std::abs(value * (high - low)) <= tolerance) break;
+        if (value * atHigh < 0.0) {
+            low = high;
+            atLow = atHigh;
+        } else {
+            atLow /= 2.0;
+        }
+        high = share;
+        atHigh = value;
+    }
+    return share;
+}
+
 /// Calls `visit` near each zero between a and b: near enough that the polynomial's integral from
-/// there to the zero is below `tolerance`.
+/// there to the zero is below `tolerance`. Ends are not looked at.
 template <class Visit>
 void forEachZero(const Bernstein& c, double a, double b, double tolerance, const Visit& visit) {
-    const auto [low, high] = std::minmax_element(c.begin(), c.end());
-    if (*low >= 0.0 || *high <= 0.0) return; // No sign change: ends are looked at anyhow.
-    const double middle = (a + b) / 2.0;
-    if (std::max(-*low, *high) * (b - a) <= tolerance || !(a < middle && middle < b)) {
-        visit(middle);
+    // No more zeros than sign changes of the coefficients.
+    const std::size_t changes = signChanges(c);
+    if (changes == 0) return;
+    if (changes == 1 && c.front() * c.back() < 0.0) {
+        visit(a + (b - a) * zeroBetweenEnds(c, tolerance / (b - a)));
         return;
     }
-    const auto [first, second] = halves(c);
+    const double middle = (a + b) / 2.0;
     visit(middle); // A zero exactly here is an end of both halves.
+    const auto [low, high] = std::minmax_element(c.begin(), c.end());
+    if (std::max(-*low, *high) * (b - a) <= tolerance || !(a < middle && middle < b)) return;
+    const auto [first, second] = halves(c);
     forEachZero(first, a, middle, tolerance, visit);
     forEachZero(second, middle, b, tolerance, visit);
 }
