@@ -211,6 +211,7 @@ public:
     void setFilename(std::wstring name) { filename_ = std::move(name); }
     /// Keeps a file's bytes alive, to which source spans and header values refer.
     void keepSource(std::shared_ptr<const void> owner, std::string_view bytes);
+    const std::shared_ptr<const void>& sourceOwner() const { return sourceOwner_; }
     std::string_view sourceBytes() const { return sourceBytes_; }
     /// The bytes of a record; empty for a span beyond the file.
     std::string_view sourceOf(headless::SourceSpan span) const;
