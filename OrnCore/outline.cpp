@@ -1,7 +1,5 @@
 #include "OrnCore/outline.h"
 
-#include <dbpl.h>
-
 namespace orncore {
 namespace {
 
@@ -67,18 +65,6 @@ std::size_t segmentCount(Outline outline, bool closed) noexcept {
 }
 
 } // namespace
-
-std::vector<OutlineVertex> readOutline(const AcDbPolyline& polyline) {
-    const unsigned int count = polyline.numVerts();
-    std::vector<OutlineVertex> outline(count);
-    for (unsigned int i = 0; i < count; ++i)
-        polyline.getPointAt(i, outline[i].point);
-    if (polyline.isOnlyLines()) return outline;
-    const unsigned int bulges = polyline.isClosed() || count == 0 ? count : count - 1;
-    for (unsigned int i = 0; i < bulges; ++i)
-        polyline.getBulgeAt(i, outline[i].bulge);
-    return outline;
-}
 
 double signedArea(Outline outline) noexcept {
     if (outline.size() < 2) return 0.0;

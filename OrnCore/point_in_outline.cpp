@@ -53,8 +53,7 @@ Answer askLine(const Target& target, const AcGePoint2d& a, const AcGePoint2d& b)
     } else {
         near = across * across <= limit * square;
     }
-    const bool leftOfEdge = across > 0.0;
-    return {near, between && leftOfEdge == (b.y > a.y)};
+    return {near, between && (b.y > a.y ? across > 0.0 : across < 0.0)};
 }
 
 /// The stretches of a counter-clockwise arc between its highest and lowest points.
