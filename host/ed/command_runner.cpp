@@ -63,7 +63,8 @@ int CommandRunner::run(std::wstring_view name) {
 bool CommandRunner::runPending(bool fromReader) {
     EdState& state = EdState::current();
     bool allKnown = true;
-    while (fromReader || !state.input.isEmpty()) {
+    quitting_ = false;
+    while (!quitting_ && (fromReader || !state.input.isEmpty())) {
         const InputAnswer answer = ask(L"\nCommand: ", true);
         if (std::holds_alternative<InputEnded>(answer.value)) break;
         const auto* text = std::get_if<std::wstring>(&answer.value);

@@ -7,15 +7,23 @@ namespace {
 
 EdState* newest = nullptr;
 
+void quit() { EdState::current().runner.quit(); }
+
 } // namespace
 
 EdState::EdState()
     : SessionState(newest), dynamicLinker(applications),
       documents([this](AcRx::AppMsgCode message) { applications.sendToAll(message); }),
-      documentManager(documents) {}
+      documentManager(documents) {
+    for (const wchar_t* name : {L"QUIT", L"EXIT"}) {
+        commands.addCommand(L"CORE", name, name, ACRX_CMD_SESSION, quit);
+    }
+}
 
 EdState::~EdState() {
+    applications.sendToAll(AcRx::kPreQuitMsg);
     documents.closeAll();
+    applications.sendToAll(AcRx::kQuitMsg);
     applications.unloadAll();
 }
 
