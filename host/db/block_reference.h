@@ -21,6 +21,8 @@ public:
 
     AcDbObjectId blockTableRecord() const { return look(block_); }
     Acad::ErrorStatus setBlockTableRecord(AcDbObjectId block) { return change(block_, block); }
+    /// The block whether or not the reference is open.
+    AcDbObjectId blockOf() const { return block_; }
     AcGePoint3d position() const { return look(position_); }
     Acad::ErrorStatus setPosition(const AcGePoint3d& position) {
         return change(position_, position);

@@ -1,6 +1,7 @@
 // Dimensions. What they look like stands in an anonymous block that each refers to.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "db/entity.h"
@@ -37,6 +38,7 @@ protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     void subDescribe(headless::GeometrySink& sink) const override;
+    bool keepsExtents() const override { return false; }
 
 private:
     AcDbObjectId block_;
@@ -46,7 +48,7 @@ private:
     AcGePoint3d textPosition_;
     double textRotation_ = 0.0;
     double horizontalRotation_ = 0.0;
-    double measurement_ = -1.0;
+    std::optional<double> measurement_;
     std::wstring text_;
 };
 

@@ -1,12 +1,11 @@
 // Layer, colour, linetype and what else every entity has.
-#include <algorithm>
-#include <array>
 
 #include "db/block_table.h"
 #include "db/database.h"
 #include "db/dxf_filer.h"
 #include "db/entity.h"
 #include "db/layer_table.h"
+#include "db/line_weights.h"
 #include "db/linetype_table.h"
 #include "db/resbuf.h"
 #include "db/residence.h"
@@ -17,6 +16,7 @@
 namespace {
 
 using headless::DxfTag;
+using headless::isLineWeight;
 using headless::Residence;
 
 /// The database that names are looked up in: the entity's own, else the working one.
@@ -34,13 +34,6 @@ AcDbObjectId recordNamed(AcDbObjectId tableId, const ACHAR* name) {
 std::wstring nameOfRecord(AcDbObjectId id) {
     const auto* const record = Residence::peek<AcDbSymbolTableRecord>(id);
     return record == nullptr ? std::wstring() : record->nameOf();
-}
-
-constexpr std::array kLineWeights = {-3, -2, -1, 0,  5,  9,  13,  15,  18,  20,  25,  30,  35, 40,
-                                     50, 53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
-
-bool isLineWeight(std::int64_t value) {
-    return std::find(kLineWeights.begin(), kLineWeights.end(), value) != kLineWeights.end();
 }
 
 } // namespace

@@ -32,7 +32,7 @@ protected:
         const Extents3d box = piece.extents();
         if (box.isValid()) box_.addExt({box.min, box.max});
     }
-    void onText(const AcGePoint3d (&corners)[4]) override {
+    void onText(const std::array<AcGePoint3d, 4>& corners) override {
         if (texts_ == IncludeText::no) return;
         for (const AcGePoint3d& corner : corners)
             onPoint(corner);

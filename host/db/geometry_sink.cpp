@@ -45,9 +45,10 @@ void GeometrySink::curve(const CurvePiece& piece) {
     }
 }
 
-void GeometrySink::text(const AcGePoint3d (&corners)[4]) {
-    const AcGePoint3d placed[4] = {toWorld_ * corners[0], toWorld_ * corners[1],
-                                   toWorld_ * corners[2], toWorld_ * corners[3]};
+void GeometrySink::text(const std::array<AcGePoint3d, 4>& corners) {
+    std::array<AcGePoint3d, 4> placed = corners;
+    for (AcGePoint3d& corner : placed)
+        corner.transformBy(toWorld_);
     onText(placed);
 }
 

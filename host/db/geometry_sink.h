@@ -1,6 +1,7 @@
 // The drawn geometry of entities, piece by piece, with references resolved.
 #pragma once
 
+#include <array>
 #include <vector>
 
 #include "db/extents.h"
@@ -31,7 +32,7 @@ public:
     void segment(const AcGePoint3d& start, const AcGePoint3d& end);
     void curve(const CurvePiece& piece);
     /// A line of text by the corners of its box: lower left, lower right, upper right, upper left.
-    void text(const AcGePoint3d (&corners)[4]);
+    void text(const std::array<AcGePoint3d, 4>& corners);
     /// Something without bounds; `along` its direction.
     void endless(const AcGePoint3d& base, const AcGeVector3d& along);
     /// The contents of a block under a transform, repeated in `columns` by `rows` cells each moved
@@ -52,7 +53,7 @@ protected:
     virtual void onPoint(const AcGePoint3d& position) = 0;
     virtual void onSegment(const AcGePoint3d& start, const AcGePoint3d& end) = 0;
     virtual void onCurve(const CurvePiece& piece) = 0;
-    virtual void onText(const AcGePoint3d (&corners)[4]) = 0;
+    virtual void onText(const std::array<AcGePoint3d, 4>& corners) = 0;
     virtual void onEndless(const AcGePoint3d& base, const AcGeVector3d& along) = 0;
     /// By default describes the contents of every cell.
     virtual void onReference(const Reference& reference);

@@ -1,7 +1,6 @@
 // Areas filled with a pattern or a colour.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -31,16 +30,17 @@ public:
     AcDbHatch();
     ~AcDbHatch() override;
 
-    double elevation() const;
-    AcGeVector3d normal() const;
-    const ACHAR* patternName() const;
-    HatchPatternType patternType() const;
-    bool isSolidFill() const;
-    bool associative() const;
-    HatchStyle hatchStyle() const;
-    double patternAngle() const;
-    double patternScale() const;
-    bool patternDouble() const;
+    double elevation() const { return look(elevation_); }
+    AcGeVector3d normal() const { return look(normal_); }
+    const ACHAR* patternName() const { return look(patternName_).c_str(); }
+    HatchPatternType patternType() const { return look(patternType_); }
+    bool isSolidFill() const { return look(solid_); }
+    bool associative() const { return look(associative_); }
+    HatchStyle hatchStyle() const { return look(style_); }
+    /// Radians.
+    double patternAngle() const { return look(patternAngle_); }
+    double patternScale() const { return look(patternScale_); }
+    bool patternDouble() const { return look(patternDouble_); }
 
     int numLoops() const;
     /// Flags of HatchLoopType; 0 for no such loop.
@@ -61,6 +61,20 @@ protected:
     void subDescribe(headless::GeometrySink& sink) const override;
 
 private:
-    struct Data;
-    std::unique_ptr<Data> data_;
+    struct Loop;
+    class Reader;
+
+    AcGeMatrix3d toWorld() const;
+
+    std::vector<Loop> loops_;
+    std::wstring patternName_;
+    AcGeVector3d normal_ = AcGeVector3d::kZAxis;
+    double elevation_ = 0.0;
+    double patternAngle_ = 0.0;
+    double patternScale_ = 1.0;
+    HatchPatternType patternType_ = kPreDefined;
+    HatchStyle style_ = kNormal;
+    bool solid_ = false;
+    bool associative_ = false;
+    bool patternDouble_ = false;
 };

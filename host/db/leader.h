@@ -17,6 +17,7 @@ public:
     AcGePoint3d vertexAt(int index) const;
     /// eInvalidIndex for no such vertex.
     Acad::ErrorStatus setVertexAt(int index, const AcGePoint3d& point);
+    /// False for a point at the last vertex.
     bool appendVertex(const AcGePoint3d& point);
     AcGePoint3d firstVertex() const { return vertexAt(0); }
     AcGePoint3d lastVertex() const { return vertexAt(numVertices() - 1); }

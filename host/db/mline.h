@@ -6,7 +6,7 @@
 
 #include "db/entity.h"
 
-/// Parallel lines along a chain of vertices, in world coordinates.
+/// Parallel lines along a chain of vertices, in world coordinates. Its geometry here is the chain.
 class AcDbMline : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbMline);
@@ -31,14 +31,7 @@ protected:
     void subDescribe(headless::GeometrySink& sink) const override;
 
 private:
-    /// Where a vertex stands and how far along its miter each line passes it.
-    struct Vertex {
-        AcGePoint3d position;
-        AcGeVector3d miter;
-        std::vector<double> offsets;
-    };
-
-    std::vector<Vertex> vertices_;
+    std::vector<AcGePoint3d> vertices_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
     AcDbObjectId style_;
     double scale_ = 1.0;

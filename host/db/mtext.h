@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "db/entity.h"
 
@@ -105,5 +106,9 @@ namespace headless {
 /// The text of MTEXT contents without the inline codes: "\P" parts paragraphs and becomes a line
 /// feed, "\~" a blank, a stacked fraction "\S1/2;" reads 1/2.
 [[nodiscard]] std::wstring plainMText(std::wstring_view contents);
+
+/// The lines of plain text broken at blanks where a line would exceed `width`, in multiples of the
+/// text height; 0 breaks only at line feeds. A word longer than a line is broken inside.
+[[nodiscard]] std::vector<std::wstring> brokenLines(std::wstring_view plain, double width);
 
 } // namespace headless

@@ -2,9 +2,16 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "db/curve.h"
+
+namespace headless {
+
+struct Spline;
+
+} // namespace headless
 
 /// A non-uniform rational B-spline in world coordinates. Its parameter is that of its knots.
 ///
@@ -14,9 +21,8 @@ class AcDbSpline : public AcDbCurve {
 public:
     ACRX_DECLARE_MEMBERS(AcDbSpline);
 
-    AcDbSpline();
-    ~AcDbSpline() override;
-    /// Through the points; `order` is kept for files, the curve itself is a cubic.
+    AcDbSpline() = default;
+    /// Through the points; the curve is a cubic whatever the order asked for.
     explicit AcDbSpline(const AcGePoint3dArray& fitPoints, int order = 4,
                         double fitTolerance = 0.0);
     AcDbSpline(const AcGePoint3dArray& fitPoints, const AcGeVector3d& startTangent,
@@ -28,14 +34,18 @@ public:
                const AcGeDoubleArray& weights, double controlPtTol = 0.0, double knotTol = 0.0);
 
     /// True for a spline without a curve.
-    Adesk::Boolean isNull() const;
+    Adesk::Boolean isNull() const { return look(curve_) == nullptr; }
     Adesk::Boolean isRational() const;
+    /// 0 for a spline without a curve.
     int degree() const;
 
     int numControlPoints() const;
+    /// eInvalidIndex for no such control point.
     Acad::ErrorStatus getControlPointAt(int index, AcGePoint3d& point) const;
     Acad::ErrorStatus setControlPointAt(int index, const AcGePoint3d& point);
+    /// The weight of a control point; -1 for a spline that is not rational.
     double weightAt(int index) const;
+    /// eDegenerateGeometry for a spline without a curve.
     Acad::ErrorStatus getNurbsData(int& degree, Adesk::Boolean& rational, Adesk::Boolean& closed,
                                    Adesk::Boolean& periodic, AcGePoint3dArray& controlPoints,
                                    AcGeDoubleArray& knots, AcGeDoubleArray& weights,
@@ -46,15 +56,17 @@ public:
                                    const AcGeDoubleArray& knots, const AcGeDoubleArray& weights,
                                    double controlPtTol = 0.0, double knotTol = 0.0);
 
-    Adesk::Boolean hasFitData() const { return numFitPoints() > 0; }
-    int numFitPoints() const;
+    Adesk::Boolean hasFitData() const { return !look(fitPoints_).empty(); }
+    int numFitPoints() const { return static_cast<int>(look(fitPoints_).size()); }
+    /// eInvalidIndex for no such fit point.
     Acad::ErrorStatus getFitPointAt(int index, AcGePoint3d& point) const;
-    double fitTolerance() const;
+    double fitTolerance() const { return look(fitTolerance_); }
     /// eNotApplicable when the tangents were not given.
     Acad::ErrorStatus getFitTangents(AcGeVector3d& startTangent, AcGeVector3d& endTangent) const;
 
     bool isClosed() const override;
-    bool isPeriodic() const override;
+    bool isPeriodic() const override { return look(periodic_); }
+    Acad::ErrorStatus reverseCurve() override;
     bool isPlanar() const override;
     Acad::ErrorStatus getPlane(AcGePlane& plane, AcDb::Planarity& kind) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
@@ -65,6 +77,17 @@ protected:
     bool forEachPiece(const headless::PieceVisitor& visit) const override;
 
 private:
-    struct Data;
-    std::unique_ptr<Data> data_;
+    /// Makes the curve through the fit points.
+    void fit();
+    bool normalOf(AcGeVector3d& normal) const;
+
+    std::shared_ptr<const headless::Spline> curve_;
+    std::vector<AcGePoint3d> fitPoints_;
+    std::optional<AcGeVector3d> startTangent_;
+    std::optional<AcGeVector3d> endTangent_;
+    double fitTolerance_ = 0.0;
+    double controlPointTolerance_ = 0.0;
+    double knotTolerance_ = 0.0;
+    bool closed_ = false;
+    bool periodic_ = false;
 };

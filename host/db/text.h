@@ -1,6 +1,8 @@
 // Single lines of text.
 #pragma once
 
+#include <array>
+#include <span>
 #include <string>
 
 #include "db/entity.h"
@@ -80,12 +82,26 @@ protected:
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     void subDescribe(headless::GeometrySink& sink) const override;
 
+    /// Reads the groups of single-line text but for the vertical mode, which attributes have
+    /// elsewhere.
+    void readText(AcDbDxfFiler& filer, std::span<const headless::DxfTag> tags);
+    void readVerticalMode(const headless::DxfTag& tag);
+    void takePlacingFrom(const AcDbText& other);
+
 private:
-    struct Box; // The text's own box: x along the base line from its position, y up.
-    Box ownBox() const;
-    AcGeMatrix3d boxToWorld() const;
-    void readText(AcDbDxfFiler& filer);
+    /// The text's own frame: x along the base line, y up, lengths in drawing units.
+    struct Layout {
+        AcGePoint3d origin; // Where the base line starts, in object coordinates.
+        double rotation;
+        double height;
+        double width;
+    };
+    Layout layout() const;
+    std::array<AcGePoint3d, 4> corners() const;
     bool aligned() const { return horizontal_ != AcDb::kTextLeft || vertical_ != AcDb::kTextBase; }
+    bool stretched() const {
+        return horizontal_ == AcDb::kTextAlign || horizontal_ == AcDb::kTextFit;
+    }
 
     AcGePoint3d position_;
     AcGePoint3d alignment_;

@@ -1,0 +1,98 @@
+#include "db/leader.h"
+
+#include <memory>
+
+#include "db/curve_piece.h"
+#include "db/dim_style_table.h"
+#include "db/dxf_fields.h"
+#include "db/flat_transform.h"
+
+HEADLESS_DXF_DEFINE_MEMBERS(AcDbLeader, AcDbCurve, "LEADER")
+
+using headless::CurvePiece;
+
+AcGePoint3d AcDbLeader::vertexAt(int index) const {
+    const auto at = static_cast<std::size_t>(index);
+    return index >= 0 && at < look(vertices_).size() ? vertices_[at] : AcGePoint3d();
+}
+
+Acad::ErrorStatus AcDbLeader::setVertexAt(int index, const AcGePoint3d& point) {
+    assertWriteEnabled();
+    const auto at = static_cast<std::size_t>(index);
+    if (index < 0 || at >= vertices_.size()) return Acad::eInvalidIndex;
+    vertices_[at] = point;
+    return Acad::eOk;
+}
+
+bool AcDbLeader::appendVertex(const AcGePoint3d& point) {
+    assertWriteEnabled();
+    if (!vertices_.empty() && vertices_.back().isEqualTo(point)) return false;
+    vertices_.push_back(point);
+    return true;
+}
+
+bool AcDbLeader::forEachPiece(const headless::PieceVisitor& visit) const {
+    if (splined_) {
+        auto smooth = headless::splineThrough(vertices_, std::nullopt, std::nullopt);
+        if (smooth)
+            return visit(
+                CurvePiece::spline(std::make_shared<const headless::Spline>(std::move(*smooth))));
+    }
+    for (std::size_t i = 0; i + 1 < vertices_.size(); ++i) {
+        const auto param = static_cast<double>(i);
+        if (!visit(CurvePiece::segment(vertices_[i], vertices_[i + 1], param, param + 1.0)))
+            return false;
+    }
+    return true;
+}
+
+Acad::ErrorStatus AcDbLeader::subTransformBy(const AcGeMatrix3d& transform) {
+    const headless::FlatTransform flat(transform, normal_);
+    for (AcGePoint3d& vertex : vertices_)
+        vertex.transformBy(transform);
+    normal_ = flat.normal();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbLeader::subGetGripPoints(AcGePoint3dArray& points) const {
+    for (const AcGePoint3d& vertex : vertices_)
+        points.append(vertex);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbLeader::dxfInFields(AcDbDxfFiler* filer) {
+    if (const auto status = AcDbCurve::dxfInFields(filer); status != Acad::eOk) return status;
+    AcGeVector3d normal = AcGeVector3d::kZAxis;
+    for (const headless::DxfTag& tag : filer->subclass("AcDbLeader")) {
+        switch (tag.code) {
+        case 3:
+            style_ = filer->symbolId(AcDbDimStyleTableRecord::desc(), tag);
+            break;
+        case 10:
+            vertices_.emplace_back();
+            [[fallthrough]];
+        case 20:
+        case 30:
+            if (!vertices_.empty()) headless::setCoordinate(vertices_.back(), tag);
+            break;
+        case 71:
+            arrowHead_ = tag.flag();
+            break;
+        case 72:
+            splined_ = tag.flag();
+            break;
+        case 210:
+        case 220:
+        case 230:
+            headless::setCoordinate(normal, tag);
+            break;
+        case 340:
+            annotation_ = filer->objectId(tag);
+            break;
+        default:
+            break;
+        }
+    }
+    normal_ = headless::readNormal(normal);
+    return Acad::eOk;
+}

@@ -1,0 +1,180 @@
+#include "db/mtext.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+
+#include "db/flat_transform.h"
+#include "db/geometry_sink.h"
+#include "db/resbuf.h"
+#include "db/text_metrics.h"
+#include "db/text_style_table.h"
+#include "rx/ac_string.h"
+
+HEADLESS_DXF_DEFINE_MEMBERS(AcDbMText, AcDbEntity, "MTEXT")
+
+Acad::ErrorStatus AcDbMText::setDirection(const AcGeVector3d& direction) {
+    return changeNormal(direction_, direction);
+}
+
+double AcDbMText::rotation() const {
+    const AcGeVector3d local = headless::ocsMatrix(look(normal_)).transpose() * direction_;
+    return AcGeVector2d(local.x, local.y).angle();
+}
+
+Acad::ErrorStatus AcDbMText::setRotation(double angle) {
+    const AcGeVector3d local(std::cos(angle), std::sin(angle), 0.0);
+    return change(direction_, headless::ocsMatrix(normal_) * local);
+}
+
+Acad::ErrorStatus AcDbMText::setTextHeight(double height) {
+    return height > 0.0 ? change(textHeight_, height) : Acad::eInvalidInput;
+}
+
+AcDbMText::Size AcDbMText::actualSize() const {
+    if (contents_.empty() || !(textHeight_ > 0.0)) return {0.0, 0.0};
+    const auto lines = headless::brokenLines(headless::plainMText(contents_), width_ / textHeight_);
+    double widest = 0.0;
+    for (const std::wstring& line : lines)
+        widest = std::max(widest, headless::textWidth(line));
+    // Base lines are five thirds of the letters' height apart.
+    constexpr double kLinePitch = 5.0 / 3.0;
+    const double between = static_cast<double>(lines.size() - 1) * kLinePitch * lineSpacing_;
+    return {widest * textHeight_, (1.0 + between) * textHeight_};
+}
+
+double AcDbMText::actualWidth() const {
+    assertReadEnabled();
+    return actualSize().width;
+}
+
+double AcDbMText::actualHeight() const {
+    assertReadEnabled();
+    return actualSize().height;
+}
+
+ACHAR* AcDbMText::contents() const { return acutNewString(look(contents_).c_str()); }
+
+Acad::ErrorStatus AcDbMText::contents(AcString& contents) const {
+    contents = look(contents_).c_str();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbMText::setContents(const ACHAR* contents) {
+    if (contents == nullptr) return Acad::eInvalidInput;
+    return change(contents_, contents);
+}
+
+ACHAR* AcDbMText::text() const {
+    return acutNewString(headless::plainMText(look(contents_)).c_str());
+}
+
+Acad::ErrorStatus AcDbMText::convertFieldToText() {
+    assertWriteEnabled();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbMText::getPlane(AcGePlane& plane, AcDb::Planarity& kind) const {
+    plane = AcGePlane(look(location_), normal_);
+    kind = AcDb::kPlanar;
+    return Acad::eOk;
+}
+
+void AcDbMText::getEcs(AcGeMatrix3d& ecs) const { ecs = headless::ocsMatrix(look(normal_)); }
+
+void AcDbMText::subDescribe(headless::GeometrySink& sink) const {
+    const Size size = actualSize();
+    if (size.height == 0.0) return;
+    // Attachment points are numbered along three rows from the top left.
+    const double column = (attachment_ - 1) % 3 / 2.0;
+    const double row = std::floor((attachment_ - 1) / 3.0) / 2.0;
+    const double left = -column * size.width;
+    const double bottom = (row - 1.0) * size.height;
+    const AcGeVector3d up = normal_.crossProduct(direction_);
+    const auto corner = [&](double x, double y) { return location_ + direction_ * x + up * y; };
+    sink.text(std::array{corner(left, bottom), corner(left + size.width, bottom),
+                         corner(left + size.width, bottom + size.height),
+                         corner(left, bottom + size.height)});
+}
+
+Acad::ErrorStatus AcDbMText::subTransformBy(const AcGeMatrix3d& transform) {
+    const AcGeVector3d along = transform * direction_;
+    const AcGeVector3d up = transform * normal_.crossProduct(direction_);
+    const AcGeVector3d normal = along.crossProduct(up);
+    if (normal.isZeroLength()) return Acad::eDegenerateGeometry;
+    location_.transformBy(transform);
+    width_ *= along.length();
+    textHeight_ *= normal.length() / along.length();
+    direction_ = along.normal();
+    normal_ = normal.normal();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbMText::subGetGripPoints(AcGePoint3dArray& points) const {
+    points.append(location_);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbMText::dxfInFields(AcDbDxfFiler* filer) {
+    if (const auto status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
+    AcGeVector3d normal = AcGeVector3d::kZAxis;
+    AcGeVector3d direction;
+    double rotation = 0.0;
+    bool turned = false; // The later of direction and rotation counts.
+    for (const headless::DxfTag& tag : filer->subclass("AcDbMText")) {
+        switch (tag.code) {
+        case 1:
+        case 3:
+            contents_ += filer->text(tag);
+            break;
+        case 7:
+            style_ = filer->symbolId(AcDbTextStyleTableRecord::desc(), tag);
+            break;
+        case 10:
+        case 20:
+        case 30:
+            headless::setCoordinate(location_, tag);
+            break;
+        case 11:
+        case 21:
+        case 31:
+            headless::setCoordinate(direction, tag);
+            turned = false;
+            break;
+        case 40:
+            textHeight_ = tag.real();
+            break;
+        case 41:
+            width_ = tag.real();
+            break;
+        case 44:
+            lineSpacing_ = tag.real();
+            break;
+        case 50:
+            rotation = tag.real() * std::numbers::pi / 180.0;
+            turned = true;
+            break;
+        case 71:
+            if (tag.integer() >= kTopLeft && tag.integer() <= kBottomRight)
+                attachment_ = static_cast<AttachmentPoint>(tag.integer());
+            break;
+        case 72:
+            flow_ = static_cast<FlowDirection>(tag.integer());
+            break;
+        case 210:
+        case 220:
+        case 230:
+            headless::setCoordinate(normal, tag);
+            break;
+        default:
+            break;
+        }
+    }
+    normal_ = headless::readNormal(normal);
+    if (turned || direction.isZeroLength())
+        direction = headless::ocsMatrix(normal_) *
+                    AcGeVector3d(std::cos(rotation), std::sin(rotation), 0.0);
+    direction_ = direction.normal();
+    return Acad::eOk;
+}

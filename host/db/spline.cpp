@@ -1,0 +1,292 @@
+#include "db/spline.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "db/curve_piece.h"
+#include "db/dxf_fields.h"
+#include "ge/spline.h"
+
+HEADLESS_DXF_DEFINE_MEMBERS(AcDbSpline, AcDbCurve, "SPLINE")
+
+using headless::Spline;
+
+namespace {
+
+std::vector<AcGePoint3d> toVector(const AcGePoint3dArray& points) {
+    return {points.begin(), points.end()};
+}
+
+std::vector<double> toVector(const AcGeDoubleArray& values) {
+    return {values.begin(), values.end()};
+}
+
+std::optional<AcGeVector3d> asTangent(const AcGeVector3d& vector) {
+    return vector.isZeroLength() ? std::nullopt : std::optional(vector);
+}
+
+} // namespace
+
+AcDbSpline::AcDbSpline(const AcGePoint3dArray& fitPoints, int /*order*/, double fitTolerance)
+    : fitPoints_(toVector(fitPoints)), fitTolerance_(fitTolerance) {
+    fit();
+}
+
+AcDbSpline::AcDbSpline(const AcGePoint3dArray& fitPoints, const AcGeVector3d& startTangent,
+                       const AcGeVector3d& endTangent, int /*order*/, double fitTolerance)
+    : fitPoints_(toVector(fitPoints)), startTangent_(asTangent(startTangent)),
+      endTangent_(asTangent(endTangent)), fitTolerance_(fitTolerance) {
+    fit();
+}
+
+AcDbSpline::AcDbSpline(int degree, Adesk::Boolean rational, Adesk::Boolean closed,
+                       Adesk::Boolean periodic, const AcGePoint3dArray& controlPoints,
+                       const AcGeDoubleArray& knots, const AcGeDoubleArray& weights,
+                       double controlPtTol, double knotTol) {
+    setNurbsData(degree, rational, closed, periodic, controlPoints, knots, weights, controlPtTol,
+                 knotTol);
+}
+
+void AcDbSpline::fit() {
+    std::vector<AcGePoint3d> points = fitPoints_;
+    if (closed_ && !points.empty() && !points.front().isEqualTo(points.back()))
+        points.push_back(points.front());
+    auto curve = headless::splineThrough(points, startTangent_, endTangent_);
+    curve_ = curve ? std::make_shared<const Spline>(std::move(*curve)) : nullptr;
+}
+
+Adesk::Boolean AcDbSpline::isRational() const { return !isNull() && !curve_->weights.empty(); }
+
+int AcDbSpline::degree() const { return isNull() ? 0 : curve_->degree; }
+
+int AcDbSpline::numControlPoints() const {
+    return isNull() ? 0 : static_cast<int>(curve_->points.size());
+}
+
+Acad::ErrorStatus AcDbSpline::getControlPointAt(int index, AcGePoint3d& point) const {
+    if (index < 0 || index >= numControlPoints()) return Acad::eInvalidIndex;
+    point = curve_->points[static_cast<std::size_t>(index)];
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbSpline::setControlPointAt(int index, const AcGePoint3d& point) {
+    if (index < 0 || index >= numControlPoints()) return Acad::eInvalidIndex;
+    assertWriteEnabled();
+    Spline curve = *curve_;
+    curve.points[static_cast<std::size_t>(index)] = point;
+    curve_ = std::make_shared<const Spline>(std::move(curve));
+    fitPoints_.clear();
+    return Acad::eOk;
+}
+
+double AcDbSpline::weightAt(int index) const {
+    const bool has = isRational() && index >= 0 && index < numControlPoints();
+    return has ? curve_->weights[static_cast<std::size_t>(index)] : -1.0;
+}
+
+Acad::ErrorStatus AcDbSpline::getNurbsData(int& degree, Adesk::Boolean& rational,
+                                           Adesk::Boolean& closed, Adesk::Boolean& periodic,
+                                           AcGePoint3dArray& controlPoints, AcGeDoubleArray& knots,
+                                           AcGeDoubleArray& weights, double& controlPtTol,
+                                           double& knotTol) const {
+    if (isNull()) return Acad::eDegenerateGeometry;
+    degree = curve_->degree;
+    rational = isRational();
+    closed = isClosed();
+    periodic = periodic_;
+    controlPoints.removeAll();
+    knots.removeAll();
+    weights.removeAll();
+    for (const AcGePoint3d& point : curve_->points)
+        controlPoints.append(point);
+    for (const double knot : curve_->knots)
+        knots.append(knot);
+    for (const double weight : curve_->weights)
+        weights.append(weight);
+    controlPtTol = controlPointTolerance_;
+    knotTol = knotTolerance_;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbSpline::setNurbsData(int degree, Adesk::Boolean rational,
+                                           Adesk::Boolean closed, Adesk::Boolean periodic,
+                                           const AcGePoint3dArray& controlPoints,
+                                           const AcGeDoubleArray& knots,
+                                           const AcGeDoubleArray& weights, double controlPtTol,
+                                           double knotTol) {
+    assertWriteEnabled();
+    Spline curve;
+    curve.degree = degree;
+    curve.points = toVector(controlPoints);
+    curve.knots = toVector(knots);
+    if (rational) curve.weights = toVector(weights);
+    if (!curve.isValid()) return Acad::eInvalidInput;
+    curve_ = std::make_shared<const Spline>(std::move(curve));
+    fitPoints_.clear();
+    closed_ = closed;
+    periodic_ = periodic;
+    controlPointTolerance_ = controlPtTol;
+    knotTolerance_ = knotTol;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbSpline::getFitPointAt(int index, AcGePoint3d& point) const {
+    if (index < 0 || index >= numFitPoints()) return Acad::eInvalidIndex;
+    point = fitPoints_[static_cast<std::size_t>(index)];
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbSpline::getFitTangents(AcGeVector3d& startTangent,
+                                             AcGeVector3d& endTangent) const {
+    if (!look(startTangent_) || !endTangent_) return Acad::eNotApplicable;
+    startTangent = *startTangent_;
+    endTangent = *endTangent_;
+    return Acad::eOk;
+}
+
+bool AcDbSpline::isClosed() const {
+    if (isNull()) return false;
+    return curve_->pointAt(curve_->startParam()).isEqualTo(curve_->pointAt(curve_->endParam()));
+}
+
+Acad::ErrorStatus AcDbSpline::reverseCurve() {
+    assertWriteEnabled();
+    if (curve_ == nullptr) return Acad::eDegenerateGeometry;
+    Spline curve = *curve_;
+    curve.reverse();
+    curve_ = std::make_shared<const Spline>(std::move(curve));
+    std::reverse(fitPoints_.begin(), fitPoints_.end());
+    std::swap(startTangent_, endTangent_);
+    for (auto* tangent : {&startTangent_, &endTangent_})
+        if (*tangent) tangent->value().negate();
+    return Acad::eOk;
+}
+
+bool AcDbSpline::normalOf(AcGeVector3d& normal) const {
+    if (isNull()) return false;
+    // The plane of three control points well apart, then all others are in it or not.
+    const AcGePoint3d& origin = curve_->points.front();
+    AcGeVector3d widest;
+    AcGeVector3d along;
+    for (const AcGePoint3d& point : curve_->points)
+        if ((point - origin).lengthSqrd() > along.lengthSqrd()) along = point - origin;
+    for (const AcGePoint3d& point : curve_->points) {
+        const AcGeVector3d across = along.crossProduct(point - origin);
+        if (across.lengthSqrd() > widest.lengthSqrd()) widest = across;
+    }
+    if (widest.isZeroLength()) return false;
+    normal = widest.normal();
+    const double allowed = 1e-9 * along.length();
+    return std::all_of(curve_->points.begin(), curve_->points.end(), [&](const AcGePoint3d& p) {
+        return std::abs((p - origin).dotProduct(normal)) <= allowed;
+    });
+}
+
+bool AcDbSpline::isPlanar() const {
+    AcGeVector3d normal;
+    return normalOf(normal);
+}
+
+Acad::ErrorStatus AcDbSpline::getPlane(AcGePlane& plane, AcDb::Planarity& kind) const {
+    AcGeVector3d normal;
+    const bool planar = normalOf(normal);
+    kind = planar ? AcDb::kPlanar : AcDb::kNonPlanar;
+    if (!planar) return Acad::eNotApplicable;
+    plane = AcGePlane(curve_->points.front(), normal);
+    return Acad::eOk;
+}
+
+bool AcDbSpline::forEachPiece(const headless::PieceVisitor& visit) const {
+    return curve_ == nullptr || visit(headless::CurvePiece::spline(curve_));
+}
+
+Acad::ErrorStatus AcDbSpline::subTransformBy(const AcGeMatrix3d& transform) {
+    if (curve_ != nullptr) {
+        Spline curve = *curve_;
+        curve.transformBy(transform);
+        curve_ = std::make_shared<const Spline>(std::move(curve));
+    }
+    for (AcGePoint3d& point : fitPoints_)
+        point.transformBy(transform);
+    for (auto* tangent : {&startTangent_, &endTangent_})
+        if (*tangent) tangent->value().transformBy(transform);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbSpline::subGetGripPoints(AcGePoint3dArray& points) const {
+    if (fitPoints_.empty() && curve_ != nullptr)
+        for (const AcGePoint3d& point : curve_->points)
+            points.append(point);
+    for (const AcGePoint3d& point : fitPoints_)
+        points.append(point);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbSpline::dxfInFields(AcDbDxfFiler* filer) {
+    if (const auto status = AcDbCurve::dxfInFields(filer); status != Acad::eOk) return status;
+    Spline curve;
+    AcGeVector3d startTangent;
+    AcGeVector3d endTangent;
+    const auto tags = filer->subclass("AcDbSpline");
+    for (const headless::DxfTag& tag : tags) {
+        switch (tag.code) {
+        case 10:
+            curve.points.emplace_back();
+            [[fallthrough]];
+        case 20:
+        case 30:
+            if (!curve.points.empty()) headless::setCoordinate(curve.points.back(), tag);
+            break;
+        case 11:
+            fitPoints_.emplace_back();
+            [[fallthrough]];
+        case 21:
+        case 31:
+            if (!fitPoints_.empty()) headless::setCoordinate(fitPoints_.back(), tag);
+            break;
+        case 12:
+        case 22:
+        case 32:
+            headless::setCoordinate(startTangent, tag);
+            break;
+        case 13:
+        case 23:
+        case 33:
+            headless::setCoordinate(endTangent, tag);
+            break;
+        case 40:
+            curve.knots.push_back(tag.real());
+            break;
+        case 41:
+            curve.weights.push_back(tag.real());
+            break;
+        case 42:
+            knotTolerance_ = tag.real();
+            break;
+        case 43:
+            controlPointTolerance_ = tag.real();
+            break;
+        case 44:
+            fitTolerance_ = tag.real();
+            break;
+        case 70:
+            closed_ = (tag.integer() & 1) != 0;
+            periodic_ = (tag.integer() & 2) != 0;
+            break;
+        case 71:
+            curve.degree = static_cast<int>(tag.integer());
+            break;
+        default:
+            break;
+        }
+    }
+    startTangent_ = asTangent(startTangent);
+    endTangent_ = asTangent(endTangent);
+    if (curve.isValid())
+        curve_ = std::make_shared<const Spline>(std::move(curve));
+    else
+        fit();
+    if (curve_ == nullptr && !tags.empty())
+        filer->report(tags.front(), "a spline without a curve: its points and knots do not fit");
+    return Acad::eOk;
+}
