@@ -1,7 +1,5 @@
-#include <algorithm>
 #include <cmath>
 #include <optional>
-#include <vector>
 
 #include "ge/angles.h"
 #include "ge/bulge.h"

@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <cmath>
-
 #include "ge/angles.h"
 #include "ge/circ_arc.h"
 #include "ge/lines.h"

@@ -6,8 +6,8 @@
 
 namespace headless {
 
-/// A curve of either dimension. Derived classes supply the private-looking hooks at the end; the
-/// rest follows from them.
+/// A curve of either dimension. Derived classes supply the protected hooks; the rest follows
+/// from them.
 template <class D>
 class CurveOf : public D::Entity {
 public:

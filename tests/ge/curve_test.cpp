@@ -99,6 +99,12 @@ TEST(Linear2d, OverlapOfColinearCurves) {
     EXPECT_TRUE(shared->isKindOf(AcGe::kRay2d));
     EXPECT_TRUE(shared->isOn(AcGePoint2d(-1000, 0)));
     EXPECT_FALSE(shared->isOn(AcGePoint2d(4, 0)));
+
+    const AcGeRay2d right({0, 0}, AcGeVector2d(1, 0));
+    ASSERT_TRUE(right.overlap(AcGeRay2d({5, 0}, AcGeVector2d(-1, 0)), raw));
+    const std::unique_ptr<AcGeLinearEnt2d> between(raw);
+    EXPECT_TRUE(between->isKindOf(AcGe::kLineSeg2d)) << "rays facing each other share a segment";
+    EXPECT_FALSE(right.overlap(AcGeRay2d({-5, 0}, AcGeVector2d(-1, 0)), raw));
 }
 
 TEST(LineSeg3d, AnswersAsACurve) {
