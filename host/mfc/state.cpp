@@ -1,5 +1,7 @@
 #include "mfc/state.h"
 
+#include <utility>
+
 namespace headless {
 namespace {
 

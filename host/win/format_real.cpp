@@ -13,7 +13,10 @@ std::string print(long double value, char conversion, int precision, bool altern
     const char format[] = {'%', '#', '.', '*', 'L', conversion, '\0'};
     const char plain[] = {'%', '.', '*', 'L', conversion, '\0'};
     const char* chosen = alternate ? format : plain;
-    const int length = std::snprintf(nullptr, 0, chosen, precision, value);
+    // Most numbers are short; a large value in full, or with many places, takes a second go.
+    char buffer[64];
+    const int length = std::snprintf(buffer, sizeof buffer, chosen, precision, value);
+    if (length < static_cast<int>(sizeof buffer)) return buffer;
     std::string text(static_cast<std::size_t>(length), '\0');
     std::snprintf(text.data(), text.size() + 1, chosen, precision, value);
     return text;

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <memory>
 
 #include <afxdllx.h>
 #include <afxwin.h>
@@ -56,6 +57,19 @@ TEST(ExtensionModules, InitialisationCanBeMadeToFail) {
     EXPECT_FALSE(second.bInitialized);
     AfxTermExtensionModule(second);
     AfxTermExtensionModule(first);
+}
+
+TEST(ExtensionModules, LibrariesEndWithTheirSession) {
+    auto first = std::make_unique<MfcState>();
+    AFX_EXTENSION_MODULE record{};
+    EXPECT_TRUE(AfxInitExtensionModule(record, nullptr));
+    new CDynLinkLibrary(record);
+    new CDynLinkLibrary(record);
+    MfcState second;
+    first.reset();
+    EXPECT_EQ(&MfcState::current(), &second);
+    AfxTermExtensionModule(record);
+    EXPECT_FALSE(record.bInitialized) << "a record may outlive its session";
 }
 
 class Resources : public testing::Test {
