@@ -16,9 +16,9 @@ MfcState::MfcState() : SessionState(newestState()) {}
 MfcState::MfcState(ProcessWide /*processWide*/) {}
 
 MfcState::~MfcState() {
-    // A library takes itself out of the chain.
-    while (!libraries.empty())
-        delete libraries.back();
+    // A library takes itself out of the current session's chain, which need not be this one.
+    for (const CDynLinkLibrary* library : std::exchange(libraries, {}))
+        delete library;
 }
 
 MfcState& MfcState::current() {
