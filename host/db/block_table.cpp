@@ -90,9 +90,8 @@ Acad::ErrorStatus AcDbBlockTableRecord::getBlockReferenceIds(AcDbObjectIdArray& 
             if (reference == nullptr || reference->isErased()) continue;
             if (!wanted.contains(reference->blockOf()) || !found.insert(id).second) continue;
             ids.append(id);
-            more = wanted.insert(reference->ownerId()).second || more;
+            if (!directOnly) more = wanted.insert(reference->ownerId()).second || more;
         }
-        if (directOnly) break;
     }
     return Acad::eOk;
 }
