@@ -1,7 +1,6 @@
 #include "ed/keywords.h"
 
 #include <algorithm>
-#include <cwctype>
 
 #include "win/casing.h"
 
@@ -18,8 +17,8 @@ std::vector<std::wstring> words(std::wstring_view list) {
     return result;
 }
 
-bool isCapital(wchar_t c) { return std::iswupper(static_cast<std::wint_t>(c)) != 0; }
-bool isSmall(wchar_t c) { return std::iswlower(static_cast<std::wint_t>(c)) != 0; }
+bool isCapital(wchar_t c) { return lower(c) != c; }
+bool isSmall(wchar_t c) { return upper(c) != c; }
 
 /// A keyword without its comma form.
 std::wstring fullForm(std::wstring_view keyword) {

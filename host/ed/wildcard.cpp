@@ -1,5 +1,6 @@
 #include "ed/wildcard.h"
 
+#include <clocale>
 #include <cwctype>
 
 #include "db/resbuf.h"
@@ -8,7 +9,13 @@ namespace headless {
 namespace {
 
 bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
-bool isLetter(wchar_t c) { return std::iswalpha(static_cast<std::wint_t>(c)) != 0; }
+
+/// Letters of all scripts, ideographs included, whatever the process's locale is.
+bool isLetter(wchar_t c) {
+    static const locale_t allScripts = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    const auto letter = static_cast<std::wint_t>(c);
+    return (allScripts != nullptr ? iswalpha_l(letter, allScripts) : std::iswalpha(letter)) != 0;
+}
 
 /// The pattern's end of the element that starts at `at`: one character, an escape or a bracket.
 std::size_t elementEnd(std::wstring_view pattern, std::size_t at) {
