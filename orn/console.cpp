@@ -7,7 +7,6 @@
 #include <optional>
 
 #include "open_drawing.h"
-#include "win/casing.h"
 #include "win/code_page.h"
 
 namespace orn {
@@ -21,35 +20,28 @@ std::optional<std::wstring> typedLine() {
     return headless::fromUtf8(line);
 }
 
-int runScript(OpenDrawing& opened, const std::filesystem::path& file) {
-    std::ifstream script(file);
-    if (!script) {
-        std::cerr << "orn: " << file.string() << ": the script cannot be read\n";
-        return kFailure;
-    }
-    const bool allKnown = opened.session().runScript(script);
-    const int status = opened.finish();
-    return allKnown ? status : kFailure;
-}
-
-int runTyped(OpenDrawing& opened) {
-    opened.session().setLineReader(typedLine, isatty(STDIN_FILENO) != 0);
-    while (true) {
-        printNow(L"\nCommand: ");
-        const std::optional<std::wstring> line = typedLine();
-        if (!line || headless::equalNoCase(*line, L"QUIT")) break;
-        opened.session().run(*line);
-    }
-    printNow(L"\n");
-    return opened.finish();
+// A terminal shows what is typed; from a pipe the session shows it, so that the record is whole.
+bool runTyped(headless::Session& session) {
+    session.setLineReader(typedLine, isatty(STDIN_FILENO) != 0);
+    return session.runInput();
 }
 
 } // namespace
 
 int runConsole(const ConsoleOptions& options) {
+    std::ifstream script(options.script);
+    if (!options.script.empty() && !script) {
+        std::cerr << "orn: " << options.script.string() << ": the script cannot be read\n";
+        return kFailure;
+    }
     OpenDrawing opened(options.drawing, printNow);
     if (!opened) return kFailure;
-    return options.script.empty() ? runTyped(opened) : runScript(opened, options.script);
+
+    headless::Session& session = opened.session();
+    const bool allKnown = options.script.empty() ? runTyped(session) : session.runScript(script);
+    std::cout << '\n';
+    const int status = opened.finish();
+    return allKnown ? status : kFailure;
 }
 
 } // namespace orn

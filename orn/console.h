@@ -11,7 +11,7 @@ struct ConsoleOptions {
 };
 
 /// Runs commands until the input or the script ends, or QUIT is typed. Returns the exit status: a
-/// failure when the drawing does not open or a script names an unknown command.
+/// failure when the drawing does not open or a command was unknown.
 int runConsole(const ConsoleOptions& options);
 
 } // namespace orn
