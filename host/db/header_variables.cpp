@@ -117,6 +117,14 @@ void readModes(const HeaderReader& header, DrawingSettings& settings) {
     header.flag("$LWDISPLAY", settings.lineWeightDisplay);
 }
 
+/// Styles of multilines stand in a dictionary, not in a table.
+void readMlineStyle(AcDbDatabase& db, const AcDbDxfFiler& filer) {
+    const auto* const styles = Residence::peek<AcDbDictionary>(db.mLStyleDictionaryId());
+    const auto name = db.headerVariables().find("$CMLSTYLE");
+    if (styles != nullptr && !name.empty())
+        db.settings().cmlstyle = styles->find(filer.text(name.front()));
+}
+
 } // namespace
 
 void HeaderVariables::set(std::string_view name, std::span<const DxfTag> values) {
@@ -149,6 +157,7 @@ void applyHeader(AcDbDatabase& db, AcDbDxfFiler& filer) {
     readScales(header, settings);
     readPlaces(header, settings);
     readModes(header, settings);
+    readMlineStyle(db, filer);
     if (const auto seed = db.headerVariables().find("$HANDSEED"); !seed.empty())
         Residence::raiseHandleSeed(db, seed.front().handle());
 }

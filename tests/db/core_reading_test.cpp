@@ -392,6 +392,8 @@ TEST_F(Reading, HeaderSetsWhatItNames) {
     set("$LIMMAX", {{10, "10"}, {20, "20"}, {30, "0"}});
     set("$TILEMODE", {{70, "0"}});
     set("$HANDSEED", {{5, "F000"}});
+    set("$CMLSTYLE", {{2, "STANDARD"}});
+    const AcDbObjectId mlineStyle = std::exchange(db.settings().cmlstyle, AcDbObjectId());
     headless::applyHeader(db, filer);
 
     EXPECT_EQ(db.clayer(), wall);
@@ -407,11 +409,12 @@ TEST_F(Reading, HeaderSetsWhatItNames) {
     EXPECT_EQ(db.currentSpaceId(), db.paperSpaceId());
     EXPECT_EQ(db.handseed(), 0xF000U);
     EXPECT_EQ(Residence::peek<AcDbTextStyleTableRecord>(db.textstyle())->nameOf(), L"Standard");
+    EXPECT_EQ(db.cmlstyleID(), mlineStyle);
     EXPECT_EQ(header.all().front().name, "$ACADVER");
     ASSERT_NE(header.find("$EXTMIN", 20), nullptr);
     EXPECT_EQ(header.find("$EXTMIN", 20)->real(), -2.0);
     set("$TEXTSIZE", {{40, "7"}});
-    EXPECT_EQ(header.all().size(), 11U) << "a name that comes again replaces the first";
+    EXPECT_EQ(header.all().size(), 12U) << "a name that comes again replaces the first";
 }
 
 TEST(Defaults, CompleteWhatIsMissingOnce) {
