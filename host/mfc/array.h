@@ -132,8 +132,10 @@ private:
 
     void moveTo(INT_PTR capacity) {
         T* fresh = capacity == 0 ? nullptr : allocate(capacity);
-        std::uninitialized_move_n(data_, size_, fresh);
-        std::destroy_n(data_, size_);
+        if (size_ != 0) {
+            std::uninitialized_move_n(data_, size_, fresh);
+            std::destroy_n(data_, size_);
+        }
         std::free(data_);
         data_ = fresh;
         capacity_ = capacity;
