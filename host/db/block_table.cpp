@@ -125,8 +125,13 @@ Acad::ErrorStatus AcDbBlockTableRecord::setPathName(const ACHAR* path) {
 }
 
 bool AcDbBlockTableRecord::isLayout() const {
+    assertReadEnabled();
+    return isSpace();
+}
+
+bool AcDbBlockTableRecord::isSpace() const {
     // Further paper spaces are numbered: *Paper_Space0, *Paper_Space1, ...
-    const std::wstring& name = look(nameOf());
+    const std::wstring& name = nameOf();
     const std::wstring_view paper = ACDB_PAPER_SPACE;
     const std::wstring_view start = std::wstring_view(name).substr(0, paper.size());
     return headless::equalNoCase(name, ACDB_MODEL_SPACE) || headless::equalNoCase(start, paper);
@@ -143,7 +148,7 @@ bool AcDbBlockTableRecord::hasAttributeDefinitions() const {
 Acad::ErrorStatus AcDbBlockTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbSymbolTableRecord::dxfInFields(filer); status != Acad::eOk)
         return status;
-    anonymous_ = nameOf().starts_with(L'*') && !isLayout();
+    anonymous_ = nameOf().starts_with(L'*') && !isSpace();
     for (const DxfTag& tag : filer->subclass("AcDbBlockTableRecord")) {
         switch (tag.code) {
         case 70:
@@ -180,7 +185,7 @@ Acad::ErrorStatus AcDbBlockTableRecord::readBegin(AcDbDxfFiler& filer) {
             headless::setCoordinate(origin_, tag);
             break;
         case 70:
-            anonymous_ = (tag.integer() & kAnonymous) != 0 && !isLayout();
+            anonymous_ = (tag.integer() & kAnonymous) != 0 && !isSpace();
             external_ = (tag.integer() & (kExternal | kOverlay)) != 0;
             overlay_ = (tag.integer() & kOverlay) != 0;
             break;

@@ -81,6 +81,8 @@ public:
 
     /// All entities ever added, in order, erased and deleted ones too; valid until one is added.
     std::span<const AcDbObjectId> entityIds() const { return entities_; }
+    /// isLayout() whether or not the block is open.
+    bool isSpace() const;
     /// The origin whether or not the block is open.
     const AcGePoint3d& originOf() const { return origin_; }
 
