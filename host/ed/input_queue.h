@@ -80,6 +80,8 @@ public:
     /// The next answer up to the end of its line.
     InputAnswer nextLine() { return next(false); }
 
+    /// True while a command runs on the arguments that another one gave it.
+    bool isNested() const { return frames_.size() > 1; }
     /// True when nothing is queued for the command that runs; the reader may still have lines.
     bool isEmpty() const { return frames_.back().empty(); }
     /// Forgets what is queued for the command that runs.

@@ -1,6 +1,7 @@
 #include "ed/prompts.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <utility>
@@ -8,18 +9,31 @@
 
 #include "ed/parse_input.h"
 #include "ed/state.h"
+#include "win/format.h"
 
 namespace headless {
 namespace {
 
 constexpr std::size_t kDefaultTextSize = 133;
 
-/// How an answer is shown on the command line; what has no text shows nothing.
-std::wstring shownText(const InputAnswer& answer) {
-    if (const auto* text = std::get_if<std::wstring>(&answer.value)) return *text;
-    if (const auto* number = std::get_if<int>(&answer.value)) return std::to_wstring(*number);
-    return {};
+std::wstring formatted(const wchar_t* format, std::initializer_list<FormatValue> values) {
+    ValueArguments arguments({values.begin(), values.size()});
+    return formatText(format, arguments);
 }
+
+/// An answer as it would be typed; Escape and the end of input have no text.
+struct TypedForm {
+    std::wstring operator()(const std::wstring& text) const { return text; }
+    std::wstring operator()(int number) const { return formatted(L"%d", {number}); }
+    std::wstring operator()(double number) const { return formatted(L"%.15g", {number}); }
+    std::wstring operator()(const AcGePoint3d& point) const {
+        return formatted(L"%.15g,%.15g,%.15g", {point.x, point.y, point.z});
+    }
+    std::wstring operator()(EscapeKey /*answer*/) const { return {}; }
+    std::wstring operator()(InputEnded /*answer*/) const { return {}; }
+};
+
+std::wstring shownText(const InputAnswer& answer) { return std::visit(TypedForm{}, answer.value); }
 
 /// What is wrong with an answer, for the user to read.
 struct Refusal {
@@ -58,7 +72,7 @@ int giveText(std::wstring text) {
     return RTKWORD;
 }
 
-/// The answer as a keyword or, where the rules take any text, as that text.
+/// RTKWORD when the answer is one of the keywords.
 std::optional<int> keywordOf(const InputAnswer& answer, const PromptRules& rules) {
     const auto* text = std::get_if<std::wstring>(&answer.value);
     if (text == nullptr) return std::nullopt;
@@ -90,7 +104,7 @@ int askUntilValid(const ACHAR* prompt, const PromptRules& rules, Convert convert
 template <class Number>
 Converted<Number> checkSign(Number value, const PromptRules& rules) {
     if (rules.has(RSG_NOZERO) && value == 0) return Refusal{L"\nThe value must not be zero."};
-    if (rules.has(RSG_NONEG) && value < 0) return Refusal{L"\nThe value must be positive."};
+    if (rules.has(RSG_NONEG) && value < 0) return Refusal{L"\nThe value must not be negative."};
     return value;
 }
 
@@ -125,13 +139,20 @@ std::optional<AcGePoint3d> pointOf(const InputAnswer& answer, const double* base
     return std::nullopt;
 }
 
+/// CMDECHO 0 silences commands that are run by commands.
+bool showsPrompts(const EdState& state) {
+    return !state.input.isNested() ||
+           state.variables.get(L"CMDECHO") != VariableValue(Adesk::Int16{0});
+}
+
 } // namespace
 
 InputAnswer ask(const ACHAR* prompt, bool word) {
     EdState& state = EdState::current();
-    if (prompt != nullptr) state.output.print(prompt);
+    const bool shows = showsPrompts(state);
+    if (shows && prompt != nullptr) state.output.print(prompt);
     InputAnswer answer = word ? state.input.nextWord() : state.input.nextLine();
-    if (!answer.shown) state.output.print(shownText(answer));
+    if (shows && !answer.shown) state.output.print(shownText(answer));
     return answer;
 }
 

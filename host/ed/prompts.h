@@ -48,7 +48,8 @@ namespace headless {
 
 struct InputAnswer;
 
-/// Prints the prompt, takes the next answer and shows it on the command line as typed.
+/// Prints the prompt, takes the next answer and shows it on the command line as typed; prints
+/// nothing for a command run by another one while CMDECHO is 0.
 /// @param word  a blank ends the answer.
 InputAnswer ask(const ACHAR* prompt, bool word);
 

@@ -118,6 +118,22 @@ TEST_F(CommandTest, CommandsRunCommands) {
     EXPECT_TRUE(printed(L"Hello outer"));
 }
 
+TEST_F(CommandTest, CmdechoSilencesOnlyCommandsOfCommands) {
+    addCommand(L"ASKNAME", askName);
+    ed_.variables.set(L"CMDECHO", Adesk::Int16{0});
+    acedCommandS(RTSTR, L"ASKNAME", RTSTR, L"quiet", RTNONE);
+    EXPECT_EQ(ed_.output.text(), L"\nHello quiet");
+    ed_.output.clear();
+    type(L"ASKNAME");
+    type(L"loud");
+    ed_.runner.runPending(false);
+    EXPECT_EQ(ed_.output.text(), L"\nCommand: ASKNAME\nName: loud\nHello loud");
+    ed_.output.clear();
+    ed_.variables.set(L"CMDECHO", Adesk::Int16{1});
+    acedCommandS(RTSTR, L"ASKNAME", RTSTR, L"loud", RTNONE);
+    EXPECT_EQ(ed_.output.text(), L"\nCommand: ASKNAME\nName: loud\nHello loud");
+}
+
 TEST_F(CommandTest, ArgumentsOfEveryType) {
     addCommand(L"ASKNAME", askName);
     addCommand(L"ASKNUMBER", askNumber);

@@ -129,6 +129,12 @@ TEST_F(PromptTest, ScreenShowsPromptsAndAnswers) {
     acedGetInt(L"\nCount: ", &value);
     acutPrintf(L"\n%d of %s", value, L"板");
     EXPECT_EQ(ed_.output.text(), L"\nCount: 12\n12 of 板");
+
+    ed_.output.clear();
+    ed_.input.add(AcGePoint3d(0.1, -2, 0));
+    ads_point point;
+    acedGetPoint(nullptr, L"\nCorner: ", point);
+    EXPECT_EQ(ed_.output.text(), L"\nCorner: 0.1,-2,0");
 }
 
 } // namespace
