@@ -131,8 +131,9 @@ private:
     }
 
     void moveTo(INT_PTR capacity) {
-        T* fresh = capacity == 0 ? nullptr : allocate(capacity);
-        if (size_ != 0) {
+        T* fresh = nullptr;
+        if (capacity != 0) {
+            fresh = allocate(capacity);
             std::uninitialized_move_n(data_, size_, fresh);
             std::destroy_n(data_, size_);
         }
