@@ -1,5 +1,6 @@
 // The parts of AcUtSymTbl about the order in which a block draws its entities.
 #include <memory>
+#include <set>
 
 #include <dbdict.h>
 #include <dbents.h>
@@ -87,8 +88,9 @@ Acad::ErrorStatus AcUtSymTbl::getRelativeDrawOrder(const AcDbObjectIdArray& ids,
         table->close();
         return status;
     }
-    for (int i = 0; i < all.length(); ++i) {
-        if (ids.contains(all[i])) ordered.append(all[i]);
+    const std::set<AcDbObjectId> wanted(ids.begin(), ids.end());
+    for (const AcDbObjectId& id : all) {
+        if (wanted.contains(id)) ordered.append(id);
     }
     return table->close();
 }
