@@ -42,6 +42,8 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbSymbolTableRecord::dxfInFields(filer); status != Acad::eOk)
         return status;
     hidden_ = isHiddenName(nameOf());
+    // Files before 2000 do not state it: the layer of dimensions' measuring points never plots.
+    plottable_ = !headless::equalNoCase(nameOf(), L"Defpoints");
     for (const DxfTag& tag : filer->subclass("AcDbLayerTableRecord"))
         readField(*filer, tag);
     return Acad::eOk;

@@ -119,6 +119,7 @@ TEST_F(Reading, LayerStates) {
         {"odd lineweight", {{2, "W"}, {62, "1"}, {370, "51"}}, "p", 1, -3},
         {"no such colour", {{2, "W"}, {62, "999"}}, "p", 7, -3},
         {"colour 0", {{2, "W"}, {62, "0"}}, "p", 7, -3},
+        {"measuring points of old files", {{2, "DEFPOINTS"}, {62, "7"}}, "", 7, -3},
         {"a program's own", {{2, "*ADSK_SYSTEM_LIGHTS"}, {62, "7"}}, "ph", 7, -3},
     };
     for (const Case& c : cases) {
@@ -287,12 +288,16 @@ TEST_F(Reading, ViewsHaveTheirOwnPoints) {
 }
 
 TEST_F(Reading, BlocksFromTwoRecords) {
-    const auto block = read<AcDbBlockTableRecord>(
+    auto record = read<AcDbBlockTableRecord>(
         {{100, "AcDbBlockTableRecord"}, {2, "*U7"}, {340, "22"}, {70, "4"}, {280, "0"}});
-    EXPECT_TRUE(block->isAnonymous());
-    EXPECT_EQ(block->blockInsertUnits(), 4);
-    EXPECT_FALSE(block->explodable());
-    EXPECT_EQ(block->getLayoutId(), idOf(0x22));
+    EXPECT_TRUE(record->isAnonymous());
+    EXPECT_EQ(record->blockInsertUnits(), 4);
+    EXPECT_FALSE(record->explodable());
+    EXPECT_EQ(record->getLayoutId(), idOf(0x22));
+
+    // The begin comes when the block is resident already, and closed.
+    const AcDbObjectId id = Residence::admitRecord(
+        *Residence::peek<AcDbBlockTable>(db.blockTableId()), std::move(record));
 
     filer.give({{8, "0"},
                 {100, "AcDbBlockBegin"},
@@ -304,7 +309,8 @@ TEST_F(Reading, BlocksFromTwoRecords) {
                 {3, "X"},
                 {1, "ref.dwg"},
                 {4, "a comment"}});
-    EXPECT_EQ(block->readBegin(filer), Acad::eOk);
+    EXPECT_EQ(Residence::peek<AcDbBlockTableRecord>(id)->readBegin(filer), Acad::eOk);
+    const AcDbObjectPointer<AcDbBlockTableRecord> block(id);
     EXPECT_EQ(block->origin(), AcGePoint3d(1, 2, 3));
     EXPECT_TRUE(block->isFromExternalReference());
     EXPECT_FALSE(block->isFromOverlayReference());
