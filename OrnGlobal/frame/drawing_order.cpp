@@ -88,9 +88,9 @@ Acad::ErrorStatus AcUtSymTbl::getRelativeDrawOrder(const AcDbObjectIdArray& ids,
         table->close();
         return status;
     }
-    const std::set<AcDbObjectId> wanted(ids.begin(), ids.end());
-    for (const AcDbObjectId& id : all) {
-        if (wanted.contains(id)) ordered.append(id);
+    const std::set<AcDbObjectId> wanted(ids.asArrayPtr(), ids.asArrayPtr() + ids.length());
+    for (int i = 0; i < all.length(); ++i) {
+        if (wanted.contains(all[i])) ordered.append(all[i]);
     }
     return table->close();
 }
