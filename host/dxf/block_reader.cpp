@@ -23,22 +23,10 @@ const char* oldSpaceName(std::string_view name) {
     return nullptr;
 }
 
-DxfTag textTag(const char* text) {
-    DxfTag tag;
-    tag.code = 2;
-    tag.bytes = text;
-    tag.length = static_cast<std::uint32_t>(std::char_traits<char>::length(text));
-    return tag;
-}
-
 /// The space whose record has that handle, null when it is something else.
 AcDbBlockTableRecord* spaceWith(const AcDbDatabase& db, std::uint64_t handle) {
     auto* const block = Residence::peek<AcDbBlockTableRecord>(Residence::find(db, handle));
-    if (block == nullptr) return nullptr;
-    const wchar_t* const name = block->nameOf().c_str();
-    const bool space =
-        _wcsicmp(name, ACDB_MODEL_SPACE) == 0 || _wcsnicmp(name, ACDB_PAPER_SPACE, 12) == 0;
-    return space ? block : nullptr;
+    return block != nullptr && block->isSpace() ? block : nullptr;
 }
 
 const DxfTag* nameOf(std::span<const DxfTag> tags) {

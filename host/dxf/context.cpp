@@ -7,6 +7,14 @@
 #include "db/residence.h"
 
 namespace headless {
+namespace {
+
+std::string kindOf(const AcDbObject& object) {
+    const std::string_view name = dxfName(object);
+    return name.empty() ? "TABLE" : std::string(name);
+}
+
+} // namespace
 
 SourceSpan spanOf(const ScannedRecord& record) {
     const std::uint64_t length = record.end - record.begin;
@@ -19,6 +27,13 @@ std::string_view textOf(std::span<const DxfTag> tags, int code) {
         if (tag.code == code) return tag.text();
     }
     return {};
+}
+
+DxfTag textTag(std::string_view text) {
+    DxfTag tag;
+    tag.bytes = text.data();
+    tag.length = static_cast<std::uint32_t>(text.size());
+    return tag;
 }
 
 void ReadContext::addPiece(DxfPiece::Kind kind, const ScannedRecord& record) {
@@ -68,16 +83,15 @@ void ReadContext::settleHandle(AcDbObjectId id, const RecordParts& parts) {
         Residence::exchangeHandles(id, holder);
         return;
     }
-    std::string text = "the handle belongs to a " +
-                       (holding == nullptr ? "record" : std::string(dxfName(*holding)));
     const bool entityComes = AcDbEntity::cast(Residence::peek(id)) != nullptr;
-    if (entityComes && AcDbEntity::cast(holding) == nullptr) {
-        Residence::exchangeHandles(id, holder);
-        text += " too, which gets " + handleText(holder.handle());
-    } else {
-        text +=
-            " already; this " + std::string(parts.record.name) + " gets " + handleText(id.handle());
-    }
+    const bool comingKeeps = entityComes && AcDbEntity::cast(holding) == nullptr;
+    if (comingKeeps) Residence::exchangeHandles(id, holder);
+    const Adesk::UInt64 other = comingKeeps ? holder.handle() : id.handle();
+    generated_.insert(other);
+    const std::string loser =
+        comingKeeps ? kindOf(*holding) : "this " + std::string(parts.record.name);
+    const std::string text =
+        "the handle is " + kindOf(*holding) + "'s already; " + loser + " gets " + handleText(other);
     report.add(parts.record.place, wanted, text);
 }
 

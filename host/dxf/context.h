@@ -38,7 +38,7 @@ struct ReadContext {
     void takeExtensionDictionary(AcDbObject& object, const RecordParts& parts);
 
     /// Called for an object that was to get the handle of its record: settles who keeps it when two
-    /// objects state the same. Entities come before all others, what came first before the rest.
+    /// objects state the same: an entity rather than another object, else the first.
     void settleHandle(AcDbObjectId id, const RecordParts& parts);
 
 private:
@@ -50,6 +50,9 @@ private:
 };
 
 SourceSpan spanOf(const ScannedRecord& record);
+
+/// A group with that text, which must outlive it.
+DxfTag textTag(std::string_view text);
 
 /// The text of the record's first group of that code; empty when it has none.
 std::string_view textOf(std::span<const DxfTag> tags, int code);

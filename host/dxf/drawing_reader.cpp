@@ -94,6 +94,7 @@ void DrawingReader::enterSection(const ScannedRecord& record) {
     read_.insert(section_);
     if (section_ == Section::kHeader) readHeaderVariables(context_, record.tags);
     readAheadOf(section_);
+    if (section_ > Section::kTables) ensureLayerZero();
     if (section_ == Section::kTables) tables_.readSection();
 }
 
@@ -138,6 +139,7 @@ void DrawingReader::readLooseRecord(const RecordParts& parts) {
         context_.report.add(parts.record.place, parts.handle,
                             "entities stand in no section; they are put into their space");
     }
+    ensureLayerZero();
     anyLoose_ = true;
     anything_ = true;
     blocks_.readInSpace(parts);
@@ -198,6 +200,13 @@ void DrawingReader::readWholeSection(const SectionPlace& place) {
     leaveSection();
     section_ = outer;
     scanner.seek(here);
+}
+
+/// Entities that name no layer are on layer 0.
+void DrawingReader::ensureLayerZero() {
+    AcDbSymbolTable* const table = DrawingRoots::table(context_.db, AcDbLayerTableRecord::desc());
+    if (!table->findRecord(L"0").isNull()) return;
+    context_.filer.makeRecord(*table, textTag("0"), 0);
 }
 
 void DrawingReader::announceBlocks() {

@@ -48,6 +48,7 @@ private:
     /// read before what refers to them.
     void readAheadOf(Section section);
     void readWholeSection(const SectionPlace& place);
+    void ensureLayerZero();
 
     ReadContext context_;
     TableReader tables_;

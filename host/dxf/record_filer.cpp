@@ -4,6 +4,7 @@
 #include "db/database.h"
 #include "db/drawing_roots.h"
 #include "db/residence.h"
+#include "win/casing.h"
 #include "win/code_page.h"
 
 namespace headless {
@@ -17,6 +18,13 @@ std::string kindOf(const AcRxClass* recordClass) {
     if (recordClass == AcDbBlockTableRecord::desc()) return "block";
     if (recordClass == AcDbRegAppTableRecord::desc()) return "application";
     return "record";
+}
+
+/// Linetypes that old drawings use without defining them.
+bool isImplied(const AcRxClass* recordClass, std::string_view name) {
+    if (recordClass != AcDbLinetypeTableRecord::desc()) return false;
+    const std::string copy(name);
+    return _stricmp(copy.c_str(), "BYLAYER") == 0 || _stricmp(copy.c_str(), "BYBLOCK") == 0;
 }
 
 std::string shown(const std::wstring& name) { return '"' + toUtf8(name) + '"'; }
@@ -66,7 +74,7 @@ AcDbObjectId RecordFiler::lookUp(AcRxClass* recordClass, const DxfTag& tag) {
 
 AcDbObjectId RecordFiler::makeMissing(AcDbSymbolTable& table, const DxfTag& tag) {
     const AcDbObjectId id = makeRecord(table, tag, 0);
-    if (id.isNull()) return {};
+    if (id.isNull() || isImplied(table.recordClass(), tag.text())) return id;
     report(tag, kindOf(table.recordClass()) + " " + shown(decoder_.decode(tag.text())) +
                     " is not defined; made with default properties");
     return id;

@@ -11,6 +11,8 @@
 #include "dxf/input.h"
 #include "dxf/text_decoder.h"
 
+class AcDbDatabase;
+
 namespace headless {
 
 /// A stretch of the file that no object of the database stands for.
@@ -40,5 +42,8 @@ struct DxfSource {
     TextDecoder decoder;
     std::vector<DxfPiece> pieces; // in file order
 };
+
+/// The file that the drawing was read from by readDxf; null when there is none.
+std::shared_ptr<const DxfSource> dxfSource(const AcDbDatabase& db);
 
 } // namespace headless

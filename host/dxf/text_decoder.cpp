@@ -63,7 +63,7 @@ std::size_t takeMultibyte(std::string_view text, std::wstring& to) {
     if (text.size() < kMultibyteEscape || !text.starts_with("\\M+")) return 0;
     const auto page = escapePage(text[3]);
     const auto code = fourDigits(text.substr(4));
-    if (!page || !code || *code == 0) return 0;
+    if (!page || !code || *code == 0 || !codePageInstalled(*page)) return 0;
 
     const char bytes[] = {static_cast<char>(*code >> 8), static_cast<char>(*code & 0xFF)};
     to += *code < 0x100 ? decode({bytes + 1, 1}, *page) : decode({bytes, 2}, *page);

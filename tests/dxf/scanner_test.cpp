@@ -35,7 +35,7 @@ Scan scan(const std::string& bytes) {
     while (scanner->next(record)) {
         std::string text(record.name);
         for (const DxfTag& tag : record.tags)
-            text += " " + shown(tag);
+            text.append(" ").append(shown(tag));
         result.records.push_back(text);
         result.places.push_back(record.place);
         result.spans.push_back(bytes.substr(record.begin, record.end - record.begin));

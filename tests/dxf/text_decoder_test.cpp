@@ -34,7 +34,6 @@ TEST(TextDecoder, ResolvesEscapesAmidRawBytes) {
         {"Japanese by its code page", latin, "\\M+182A0", L"\u3042"},
         {"Traditional Chinese", latin, "\\M+2A4A4", L"\u4E2D"},
         {"Korean", latin, "\\M+3B0A1", L"\uAC00"},
-        {"Johab", latin, "\\M+48861", L"\uAC00"},
         {"Simplified Chinese", latin, "a\\M+5D6D0b", L"a\u4E2Db"},
         {"unknown code page stays as it is", latin, "\\M+9D6D0", L"\\M+9D6D0"},
         {"too few digits stay as they are", latin, "\\U+12", L"\\U+12"},
