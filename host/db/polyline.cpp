@@ -262,7 +262,7 @@ Acad::ErrorStatus AcDbPolyline::reverseCurve() {
     if (!bulges_.empty()) {
         std::reverse(bulges_.begin(), bulges_.end() - 1);
         for (double& bulge : bulges_)
-            bulge = -bulge;
+            bulge = 0.0 - bulge; // Never a negative zero, which files would show.
     }
     if (!widths_.empty()) {
         std::reverse(widths_.begin(), widths_.end() - 1);
