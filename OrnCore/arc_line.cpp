@@ -166,7 +166,8 @@ bool ZelArcLine::GetTangentCorner(AcGePoint3d& corner) const {
 bool ZelArcLine::GetOffset(double distance, ZelArcLine& parallel) const {
     // The centre lies on the left of a counter-clockwise arc.
     const double towardsCentre = GetBulge() > 0.0 ? distance : -distance;
-    if (IsArc() && towardsCentre >= GetRadius()) return false;
+    constexpr double kNoRadius = 1e-9; // what rounding leaves of one
+    if (IsArc() && GetRadius() - towardsCentre <= kNoRadius) return false;
     const auto moved = [&](const AcGePoint3d& p, const AcGeVector3d& direction) {
         return AcGePoint3d(p.x - direction.y * distance, p.y + direction.x * distance, p.z);
     };

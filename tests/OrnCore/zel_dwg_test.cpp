@@ -1,0 +1,144 @@
+#include "OrnCore/zel_dwg.h"
+
+#include <numbers>
+
+#include <dbents.h>
+
+#include "OrnCore/zel_math.h"
+#include "support/session_fixture.h"
+
+namespace {
+
+using std::numbers::pi;
+
+TEST(ZelMath, ComparesWithinTolerances) {
+    struct Case {
+        double a, b;
+        int equal, equalLess, equalMore, less, more;
+    };
+    const Case cases[] = {
+        {1.0, 1.0, 1, 1, 1, 0, 0},  {1.0, 1.5, 1, 1, 1, 0, 0},  {1.5, 1.0, 1, 1, 1, 0, 0},
+        {1.0, 1.75, 0, 1, 0, 1, 0}, {1.75, 1.0, 0, 0, 1, 0, 1}, {1.0, 5.0, 0, 1, 0, 1, 0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.a << " and " << c.b);
+        EXPECT_EQ(CZelMath::EqualTo(c.a, c.b, 0.5), c.equal);
+        EXPECT_EQ(CZelMath::EqualLess(c.a, c.b, 0.5), c.equalLess);
+        EXPECT_EQ(CZelMath::EqualMore(c.a, c.b, 0.5), c.equalMore);
+        EXPECT_EQ(CZelMath::Less(c.a, c.b, 0.5), c.less);
+        EXPECT_EQ(CZelMath::More(c.a, c.b, 0.5), c.more);
+    }
+    EXPECT_EQ(CZelMath::More(1.0 + 5e-7, 1.0), 0); // by the default tolerance
+    EXPECT_EQ(CZelMath::More(1.0 + 2e-6, 1.0), 1);
+    EXPECT_EQ(CZelMath::IsZero(-1e-7), 1);
+    EXPECT_EQ(CZelMath::IsZero(-1e-7, 1e-8), 0);
+    EXPECT_EQ(CZelMath::EqualTo(std::nan(""), 0.0, 1.0), 0);
+}
+
+TEST(ZelDwgPoints, AreEqualAfterRounding) {
+    struct Case {
+        const char* name;
+        AcGePoint3d a, b;
+        int decimals;
+        bool equal;
+    };
+    const Case cases[] = {
+        {"same", {1, 2, 3}, {1, 2, 3}, 3, true},
+        {"rounding to the same", {0.0004, 0, 0}, {-0.0004, 0, 0}, 3, true},
+        {"near, but rounding apart", {0.0006, 0, 0}, {0.0004, 0, 0}, 3, false},
+        {"y counts", {0, 0.001, 0}, {0, 0, 0}, 3, false},
+        {"z counts", {0, 0, 1}, {0, 0, 0}, 0, false},
+        {"whole units", {10.4, 9.6, 0}, {10, 10, 0}, 0, true},
+        {"half away from zero", {0.5, 0, 0}, {1, 0, 0}, 0, true},
+        {"tens", {14, 0, 0}, {6, 0, 0}, -1, true},
+        {"more decimals than a number has", {1e10, 0, 0}, {1e10, 0, 0}, 1000, true},
+        {"not a number", {std::nan(""), 0, 0}, {std::nan(""), 0, 0}, 3, false},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(CZelDwg::EqualPoint(c.a, c.b, c.decimals), c.equal);
+    }
+}
+
+TEST(ZelDwgPoints, AreMeasuredAndMoved) {
+    EXPECT_DOUBLE_EQ(CZelDwg::GetLength({1, 1, 1}, {2, 3, 3}), 3.0);
+    EXPECT_EQ(CZelDwg::GetLineMidPoint({0, 2, 4}, {10, 4, 0}), AcGePoint3d(5, 3, 2));
+    EXPECT_EQ(CZelDwg::GetUprightPoint({3, 7, 2}, {0, 0, 0}, {1, 0, 0}), AcGePoint3d(3, 0, 0));
+    EXPECT_EQ(CZelDwg::GetUprightPoint({4, 0, 0}, {0, 0, 0}, {10, 10, 0}), AcGePoint3d(2, 2, 0));
+    EXPECT_EQ(CZelDwg::GetUprightPoint({4, 0, 0}, {1, 1, 1}, {1, 1, 1}), AcGePoint3d(1, 1, 1));
+    AcGePoint3d point(1, 1, 7);
+    EXPECT_EQ(CZelDwg::MovePtTo(point, 2, pi / 2), AcGePoint3d(1, 3, 7));
+    EXPECT_EQ(point, AcGePoint3d(1, 3, 7));
+}
+
+class ZelDwg : public test_support::SessionTest {};
+
+TEST_F(ZelDwg, OutlinesInAnyPlane) {
+    AcDbPolyline board; // with a half disc on its right side, to x = 15
+    board.addVertexAt(0, {0, 0});
+    board.addVertexAt(1, {10, 0}, 1.0);
+    board.addVertexAt(2, {10, 10});
+    board.addVertexAt(3, {0, 10}, -1.0); // takes a half disc away when closed
+    const double half = 12.5 * pi;
+    EXPECT_NEAR(CZelDwg::GetPolylineArea(&board), 100 + half, 1e-9);
+    board.setClosed(true);
+    EXPECT_NEAR(CZelDwg::GetPolylineArea(&board), 100.0, 1e-9);
+    board.reverseCurve();
+    EXPECT_NEAR(CZelDwg::GetPolylineArea(&board), 100.0, 1e-9);
+    EXPECT_EQ(CZelDwg::GetPolylineArea(nullptr), 0.0);
+
+    board.setElevation(50);
+    EXPECT_EQ(CZelDwg::PtInClosePolygon(&board, {14, 5, 0}, 1e-6), 1);
+    EXPECT_EQ(CZelDwg::PtInClosePolygon(&board, {2, 5, 0}, 1e-6), -1);
+    EXPECT_EQ(CZelDwg::PtInClosePolygon(&board, {15, 5, 7}, 1e-6), 0);
+    EXPECT_EQ(CZelDwg::PtInClosePolygon(static_cast<AcDbPolyline*>(nullptr), {0, 0, 0}, 1), -1);
+
+    board.setNormal(-AcGeVector3d::kZAxis); // x runs the other way now
+    EXPECT_EQ(CZelDwg::PtInClosePolygon(&board, {-14, 5, 0}, 1e-6), 1);
+    EXPECT_EQ(CZelDwg::PtInClosePolygon(&board, {14, 5, 0}, 1e-6), -1);
+    board.setNormal(AcGeVector3d::kXAxis); // its x and y are the world's y and z
+    EXPECT_EQ(CZelDwg::PtInClosePolygon(&board, {-3, 14, 5}, 1e-6), 1);
+    EXPECT_EQ(CZelDwg::PtInClosePolygon(&board, {14, 5, 0}, 1e-6), 0);
+}
+
+TEST_F(ZelDwg, PolygonsComeByReferenceOrPointer) {
+    AcGePoint3dArray square;
+    for (const AcGePoint3d& p : {AcGePoint3d(0, 0, 0), AcGePoint3d(10, 0, 9),
+                                 AcGePoint3d(10, 10, 0), AcGePoint3d(0, 10, -9)})
+        square.append(p);
+    EXPECT_EQ(CZelDwg::PtInClosePolygon(square, {5, 5, 99}, 1e-6), 1);
+    EXPECT_EQ(CZelDwg::PtInClosePolygon(&square, {10, 5, 0}, 1e-6), 0);
+    EXPECT_EQ(CZelDwg::PtInClosePolygon(&square, {11, 5, 0}, 1e-6), -1);
+    EXPECT_EQ(CZelDwg::PtInClosePolygon(static_cast<AcGePoint3dArray*>(nullptr), {0, 0, 0}, 1), -1);
+}
+
+TEST_F(ZelDwg, AddedEntitiesStayOpenOnlyWhenAskedTo) {
+    for (const int keepOpen : {0, 1}) {
+        auto* line = new AcDbLine(AcGePoint3d(0, 0, 0), AcGePoint3d(3, 4, 0));
+        const AcDbObjectId id = CZelDwg::AddEntity(line, nullptr, keepOpen, 1);
+        ASSERT_TRUE(id.isValid());
+        AcDbObject* object = nullptr;
+        EXPECT_EQ(acdbOpenAcDbObject(object, id, AcDb::kForRead),
+                  keepOpen != 0 ? Acad::eWasOpenForWrite : Acad::eOk);
+        line->close();
+        const AcDbExtents box = CZelDwg::GetGeomExtents(id);
+        EXPECT_EQ(box.minPoint(), AcGePoint3d(0, 0, 0));
+        EXPECT_EQ(box.maxPoint(), AcGePoint3d(3, 4, 0));
+    }
+}
+
+TEST_F(ZelDwg, RefusedEntitiesAreReportedWhenAskedTo) {
+    EXPECT_TRUE(CZelDwg::AddEntity(nullptr, database(), 1, 0).isNull());
+    EXPECT_EQ(session().output(), L"");
+    EXPECT_TRUE(CZelDwg::AddEntity(nullptr, database(), 1, 1).isNull());
+    EXPECT_EQ(session().output(), L"\nARX ERROR: eNullEntityPointer");
+}
+
+TEST_F(ZelDwg, ExtentsOfNothingAreEmpty) {
+    const AcDbExtents none = CZelDwg::GetGeomExtents(AcDbObjectId::kNull);
+    EXPECT_GT(none.minPoint().x, none.maxPoint().x);
+    const AcDbExtents notAnEntity = CZelDwg::GetGeomExtents(database()->layerZero());
+    EXPECT_GT(notAnEntity.minPoint().x, notAnEntity.maxPoint().x);
+}
+
+} // namespace
