@@ -4,9 +4,20 @@ set(first ${WORK}/first)
 set(prefix "${WORK}/moved here") # A blank in the path finds what is not quoted.
 
 function(run)
-    execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY OUTPUT_VARIABLE output
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output
                     ERROR_VARIABLE output)
+    if(NOT result EQUAL 0)
+        list(JOIN ARGN " " command)
+        message(FATAL_ERROR "${command}: ${result}\n${output}")
+    endif()
     set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+function(expect text)
+    string(FIND "${output}" "${text}" place)
+    if(place EQUAL -1)
+        message(FATAL_ERROR "not printed: ${text}\n${output}")
+    endif()
 endfunction()
 
 file(REMOVE_RECURSE ${WORK})
@@ -17,7 +28,8 @@ run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/module -B ${WORK}/build -G ${G
     "-DCMAKE_PREFIX_PATH=${prefix}")
 run(${CMAKE_COMMAND} --build ${WORK}/build)
 
+run(${WORK}/build/tiny_host ${WORK}/build/TinyModule.arx ${SAMPLE})
+expect("TINY 1.23")
+
 run("${prefix}/bin/orn" area ${SAMPLE} --csv)
-if(NOT output MATCHES "BOARD")
-    message(FATAL_ERROR "the installed orn did not measure the sample:\n${output}")
-endif()
+expect(",BOARD,true,")
