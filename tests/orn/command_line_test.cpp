@@ -1,0 +1,178 @@
+// The program as its users run it: arguments in, text and an exit status out.
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <json/json.h>
+
+#include "support/temporary_folder.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+const std::string kPlan = ORN_SAMPLES "/floor-plan.dxf";
+const std::string kOldPlan = ORN_SAMPLES "/floor-plan-r12.dxf";
+
+struct Outcome {
+    int status = -1;
+    std::string out;
+    std::string err;
+
+    Json::Value json() const {
+        Json::Value value;
+        std::istringstream(out) >> value;
+        return value;
+    }
+};
+
+class Orn : public testing::Test {
+protected:
+    std::string put(const char* name, const std::string& bytes) const {
+        const std::string path = (folder_.path() / name).string();
+        std::ofstream(path, std::ios::binary) << bytes;
+        return path;
+    }
+
+    /// Runs the program through a shell with quoted arguments and the given input.
+    Outcome run(const std::string& arguments, const std::string& input = "") const {
+        const std::string typed = put("typed", input);
+        const std::string complaints = (folder_.path() / "complaints").string();
+        const std::string command =
+            "'" ORN_PROGRAM "' " + arguments + " < '" + typed + "' 2> '" + complaints + "'";
+        Outcome result;
+        FILE* pipe = popen(command.c_str(), "r");
+        std::array<char, 4096> buffer{};
+        while (const std::size_t count = fread(buffer.data(), 1, buffer.size(), pipe))
+            result.out.append(buffer.data(), count);
+        const int status = pclose(pipe);
+        result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        std::ifstream errors(complaints);
+        result.err = {std::istreambuf_iterator<char>(errors), {}};
+        return result;
+    }
+
+    test_support::TemporaryFolder folder_;
+};
+
+TEST_F(Orn, TellsWrongUseFromFailure) {
+    struct Case {
+        const char* name;
+        std::string arguments;
+        int status;
+        const char* complaint;
+    };
+    const Case cases[] = {
+        {"no arguments", "", 2, "Usage"},
+        {"unknown option", "area --sideways " + kPlan, 2, "--sideways"},
+        {"missing file name", "info", 2, "FILE"},
+        {"two formats", "area --json --csv " + kPlan, 2, "--csv"},
+        {"bound that is no number", "area --min-a wide " + kPlan, 2, "--min-a"},
+        {"script without a drawing", "--script x", 2, "FILE"},
+        {"help", "--help", 0, ""},
+        {"file that is not there", "info /nowhere.dxf", 1, "/nowhere.dxf: no such file"},
+        {"folder", "area /", 1, "is a folder"},
+        {"script that is not there", kPlan + " --script /nowhere.scr", 1, "/nowhere.scr"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const Outcome result = run(c.arguments);
+        EXPECT_EQ(result.status, c.status);
+        EXPECT_THAT(result.err, HasSubstr(c.complaint));
+    }
+}
+
+TEST_F(Orn, RefusesWhatIsNoDrawing) {
+    const Outcome picture = run("info " + put("plan.dxf", "\xFF\xD8\xFF\xE0"
+                                                          "JFIF"));
+    EXPECT_EQ(picture.status, 1);
+    EXPECT_TRUE(picture.out.empty());
+    EXPECT_THAT(picture.err, HasSubstr("plan.dxf"));
+    EXPECT_EQ(std::count(picture.err.begin(), picture.err.end(), '\n'), 1) << picture.err;
+}
+
+TEST_F(Orn, CountsWhatADrawingHolds) {
+    const Json::Value info = run("info --json " + kPlan).json();
+    EXPECT_EQ(info["version"], "AC1027");
+    EXPECT_GT(info["entities"]["LWPOLYLINE"].asInt(), 0);
+    EXPECT_TRUE(info["blocks"].isObject());
+    Json::Value locked;
+    for (const Json::Value& layer : info["layers"])
+        if (layer["locked"].asBool()) locked = layer;
+    for (const char* key : {"name", "off", "frozen", "color", "linetype", "lineweight", "plot"})
+        EXPECT_TRUE(locked.isMember(key)) << key;
+
+    int counted = 0;
+    for (const Json::Value& count : info["entities"])
+        counted += count.asInt();
+    const Json::Value entities = run("info --entities --json " + kPlan).json()["entities"];
+    EXPECT_EQ(static_cast<int>(entities.size()), counted);
+    for (const Json::Value& entity : entities)
+        EXPECT_TRUE(entity["extents"].isNull() || entity["extents"].size() == 6);
+}
+
+TEST_F(Orn, PrintsTheSameMeasuresInEveryForm) {
+    const std::string layers = "--layers 板轮廓,board ";
+    const Json::Value json = run("area --json " + layers + kPlan).json();
+    const std::string csv = run("area --csv " + layers + kPlan).out;
+    const std::string table = run("area " + layers + kPlan).out;
+
+    ASSERT_EQ(json["polylines"].size(), 33U) << "boards that the sample draws directly";
+    double sum = 0.0;
+    for (const Json::Value& outline : json["polylines"]) {
+        sum += outline["area_m2"].asDouble();
+        EXPECT_THAT(csv, HasSubstr("polyline," + outline["handle"].asString() + ","));
+        EXPECT_THAT(table, HasSubstr(outline["handle"].asString()));
+    }
+    double total = 0.0;
+    for (const Json::Value& layer : json["layers"])
+        total += layer["area_m2"].asDouble();
+    EXPECT_NEAR(sum, total, 1e-9);
+    EXPECT_THAT(csv, StartsWith("kind,handle,layer,closed,vertices,area_m2,length\n"));
+}
+
+// The old version of the sample has other kinds of polylines and another code page.
+TEST_F(Orn, MeasuresOldAndNewDrawingsAlike) {
+    const std::string arguments = "area --json --layers 板轮廓,BOARD ";
+    const Json::Value now = run(arguments + kPlan).json()["polylines"];
+    const Json::Value before = run(arguments + kOldPlan).json()["polylines"];
+    ASSERT_EQ(now.size(), before.size());
+    for (Json::ArrayIndex i = 0; i < now.size(); ++i) {
+        EXPECT_EQ(now[i]["layer"], before[i]["layer"]);
+        EXPECT_NEAR(now[i]["area_m2"].asDouble(), before[i]["area_m2"].asDouble(), 1e-9);
+        EXPECT_NEAR(now[i]["length"].asDouble(), before[i]["length"].asDouble(), 1e-6);
+    }
+}
+
+TEST_F(Orn, QuotesLayerNamesInCsv) {
+    const std::string drawing =
+        put("quoted.dxf", "0\nSECTION\n2\nENTITIES\n0\nCIRCLE\n8\na,b\n40\n1\n0\nENDSEC\n0\nEOF\n");
+    const Outcome result = run("area --csv " + drawing);
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(result.out, HasSubstr(",\"a,b\",true,0,"));
+}
+
+TEST_F(Orn, RunsTypedCommandsAndScripts) {
+    const Outcome typed = run(kPlan, "BOARDAREA\nBOARD\nNOSUCH\nQUIT\nBOARDAREA\n");
+    EXPECT_THAT(typed.out, HasSubstr("Layers, joined by commas <all>: BOARD"));
+    EXPECT_THAT(typed.out, HasSubstr("Unknown command \"NOSUCH\""));
+    EXPECT_EQ(typed.status, 1) << "a command was unknown";
+
+    const std::string script = put("measure.scr", "; what the boards measure\nBOARDAREA\nBOARD\n");
+    const Outcome scripted = run(kPlan + " --script " + script);
+    EXPECT_EQ(scripted.status, 0) << scripted.err;
+    EXPECT_THAT(scripted.out, HasSubstr("Coefficient of variation"));
+
+    const Outcome cutShort = run(kPlan + " --script " + put("short.scr", "BOARDAREA\n"));
+    EXPECT_EQ(cutShort.out.find("Coefficient"), std::string::npos) << "the prompt was cancelled";
+}
+
+} // namespace
