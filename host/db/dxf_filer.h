@@ -18,8 +18,8 @@ namespace headless {
 struct DxfTag {
     enum class Kind : std::uint8_t {
         kText,    // ASCII files hold every value as text, in the file's code page
-        kReal,    // binary files only
-        kInteger, // binary files only
+        kReal,    // binary files, and ASCII ones once the reader has looked the number over
+        kInteger, // the same
         kBinary   // binary files only: a chunk of bytes
     };
 
@@ -33,9 +33,9 @@ struct DxfTag {
         std::int64_t whole;
     };
 
-    /// The value's text without blanks around it; empty for numbers of binary files.
+    /// The value's text without blanks around it; empty for kReal and kInteger.
     std::string_view text() const;
-    /// The value as a number; malformed or out of range gives 0 (DxfTagReader reports those).
+    /// The value as a number; malformed or out of range gives 0 (the reader reports those).
     double real() const;
     std::int64_t integer() const;
     /// The value as a hexadecimal handle; malformed gives 0.

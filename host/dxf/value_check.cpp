@@ -11,27 +11,23 @@ namespace {
 
 bool isDigit(char letter) { return letter >= '0' && letter <= '9'; }
 
-/// Up to `most` digits behind an optional minus, with one point among them when `point`. Blanks
-/// before and behind are common. Such a number cannot fail to parse nor be out of range.
-bool isPlainNumber(std::string_view text, std::size_t most, bool point) {
+/// Up to four digits behind an optional minus, blanks before and behind: such a number cannot fail
+/// to parse nor be out of range.
+bool isSmallWhole(std::string_view text) {
+    constexpr int kSafeDigits = 4;
     const char* at = text.data();
     const char* const last = at + text.size();
     while (at != last && *at == ' ')
         ++at;
     if (at != last && *at == '-') ++at;
-    std::size_t digits = 0;
-    for (; at != last; ++at) {
-        if (isDigit(*at)) {
-            ++digits;
-        } else if (*at == '.' && point) {
-            point = false;
-        } else {
-            break;
-        }
+    int digits = 0;
+    while (at != last && isDigit(*at)) {
+        ++at;
+        ++digits;
     }
     while (at != last && *at == ' ')
         ++at;
-    return at == last && digits > 0 && digits <= most;
+    return at == last && digits > 0 && digits <= kSafeDigits;
 }
 
 void setReal(DxfTag& tag, double value) {
@@ -70,9 +66,6 @@ std::optional<std::string_view> checkReal(DxfTag& tag) {
         setReal(tag, 0.0);
         return "not a finite number, taken as 0";
     }
-    constexpr std::size_t kSafeDigits = 300;
-    if (isPlainNumber({tag.bytes, tag.length}, kSafeDigits, true)) return std::nullopt;
-
     double value = 0.0;
     const Parsed parsed = parseReal(tag.text(), value);
     setReal(tag, parsed == Parsed::kNumber ? value : 0.0);
@@ -103,8 +96,7 @@ Limits limitsOf(DxfValue kind) {
 
 std::optional<std::string_view> checkWhole(DxfTag& tag, DxfValue kind) {
     if (tag.kind == DxfTag::Kind::kInteger) return std::nullopt;
-    constexpr std::size_t kSafeDigits = 4;
-    if (isPlainNumber({tag.bytes, tag.length}, kSafeDigits, false)) return std::nullopt;
+    if (isSmallWhole({tag.bytes, tag.length})) return std::nullopt;
 
     double value = 0.0;
     const Parsed parsed = parseReal(tag.text(), value);

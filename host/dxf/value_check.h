@@ -8,8 +8,8 @@
 
 namespace headless {
 
-/// Makes sure that the group's value is a number of the kind its code announces. Odd but clear
-/// spellings ("+1.5", "1.0" for an integer) are parsed here and put in as numbers.
+/// Makes sure that the group's value is a number of the kind its code announces. Reals, and whole
+/// numbers in odd but clear spellings ("+15", "1.0"), are parsed here and put in as numbers.
 /// @return  what is wrong; the value is 0 from then on. Empty when all is well, and for texts.
 [[nodiscard]] std::optional<std::string_view> checkValue(DxfTag& tag);
 
