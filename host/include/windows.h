@@ -8,5 +8,6 @@
 #include "win/crt.h"
 #include "win/last_error.h"
 #include "win/module_calls.h"
+#include "win/private_profile.h"
 #include "win/types.h"
 #include "win/user.h"

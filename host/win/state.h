@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "win/module_table.h"
+#include "win/profile_store.h"
 #include "win/session_state.h"
 #include "win/types.h"
 
@@ -36,6 +37,8 @@ public:
     std::deque<int> messageBoxAnswers;          ///< For the boxes to come; then default buttons.
 
     std::bitset<256> pressedKeys; ///< By virtual key.
+
+    ProfileStore profiles; ///< Settings files, and the folder of those named without one.
 
     ModuleTable modules; ///< What the session loaded; detached when it ends.
 
