@@ -1,24 +1,9 @@
 #include "OrnCore/outline.h"
 
+#include "OrnCore/area_sum.h"
+
 namespace orncore {
 namespace {
-
-/// Area between an arc and its chord over the chord's square, signed like the bulge.
-double arcAreaOverChordSquare(double b) noexcept {
-    const double square = b * b;
-    // The closed form loses digits as 1 / b²; up to here the series is good to the last digit.
-    constexpr double kShallow = 0.125;
-    if (std::abs(b) < kShallow) {
-        constexpr double k7 = 1.0 / 693.0, k9 = 1.0 / 1287.0, k11 = 1.0 / 2145.0;
-        return b / 3.0 + b * square *
-                             (1.0 / 15.0 -
-                              square * (1.0 / 105.0 -
-                                        square * (1.0 / 315.0 -
-                                                  square * (k7 - square * (k9 - square * k11)))));
-    }
-    const double wide = 1.0 + square;
-    return (wide * wide * std::atan(b) - b * (1.0 - square)) / (8.0 * square);
-}
 
 /// Counts passes of a direction through that of the x axis, counter-clockwise ones as +1.
 ///
@@ -67,23 +52,10 @@ std::size_t segmentCount(Outline outline, bool closed) noexcept {
 } // namespace
 
 double signedArea(Outline outline) noexcept {
-    if (outline.size() < 2) return 0.0;
-    // Measured from the first vertex: far from the origin the products would drown the area.
-    const AcGePoint2d origin = outline.front().point;
-    double twice = 0.0;
-    double arcs = 0.0;
-    AcGeVector2d from;
-    for (std::size_t i = 0; i < outline.size(); ++i) {
-        const Segment segment = segmentAt(outline, i);
-        const AcGeVector2d to = segment.end - origin;
-        twice += cross(from, to);
-        if (segment.bulge != 0.0) {
-            const AcGeVector2d chord = to - from;
-            arcs += dot(chord, chord) * arcAreaOverChordSquare(segment.bulge);
-        }
-        from = to;
-    }
-    return twice / 2.0 + arcs;
+    AreaSum sum;
+    for (std::size_t i = 0; i < outline.size(); ++i)
+        sum.add(segmentAt(outline, i));
+    return sum.value();
 }
 
 double lengthOf(Outline outline, bool closed) noexcept {

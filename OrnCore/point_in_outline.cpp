@@ -6,8 +6,8 @@
 namespace orncore {
 namespace {
 
-/// A square (point in the middle, sides of twice the tolerance) against which edges are first
-/// tested: nearly all of them lie above, below or beside it and need no arithmetic.
+/// A point with a square about it, as high as twice the tolerance, against which edges are first
+/// tested.
 struct Target {
     Target(const AcGePoint2d& p, double tol) noexcept
         : point(p), tolerance(std::max(0.0, tol)), left(p.x - tolerance), right(p.x + tolerance),
@@ -32,28 +32,30 @@ struct Answer {
     bool crossed = false; // by the ray to the right
 };
 
-Answer askLine(const Target& target, const AcGePoint2d& a, const AcGePoint2d& b) noexcept {
-    const bool between = target.isBetween(a.y, b.y);
-    if (std::max(a.x, b.x) < target.left) return {};
-    if (std::min(a.x, b.x) > target.right) return {false, between};
-
-    const AcGeVector2d edge = b - a;
-    const AcGeVector2d fromA = target.point - a;
-    const double along = dot(edge, fromA);
-    const double across = cross(edge, fromA);
-    const double square = dot(edge, edge);
+/// Whether a point beside an edge's line is no farther from the edge than the tolerance.
+bool isNear(const Target& target, const AcGeVector2d& toA, const AcGeVector2d& toB) noexcept {
     const double limit = target.tolerance * target.tolerance;
+    const AcGeVector2d edge = toB - toA;
+    if (dot(edge, toA) >= 0.0) return dot(toA, toA) <= limit;
+    if (dot(edge, toB) <= 0.0) return dot(toB, toB) <= limit;
+    const double across = cross(toA, toB);
+    return across * across <= limit * dot(edge, edge);
+}
 
-    bool near = false;
-    if (along <= 0.0) {
-        near = dot(fromA, fromA) <= limit;
-    } else if (along >= square) {
-        const AcGeVector2d fromB = target.point - b;
-        near = dot(fromB, fromB) <= limit;
-    } else {
-        near = across * across <= limit * square;
+/// Free of branches but for points near the edge's line, which are few: the side of an edge is a
+/// coin toss that a processor cannot foresee.
+inline Answer askLine(const Target& target, const AcGePoint2d& a, const AcGePoint2d& b) noexcept {
+    const AcGeVector2d toA = a - target.point;
+    const AcGeVector2d toB = b - target.point;
+    const AcGeVector2d edge = toB - toA;
+    const double across = cross(toA, toB);
+    const double limit = target.tolerance * target.tolerance;
+    if (across * across <= limit * dot(edge, edge)) [[unlikely]] {
+        if (isNear(target, toA, toB)) return {true, false};
     }
-    return {near, between && (b.y > a.y ? across > 0.0 : across < 0.0)};
+    const bool rises = b.y > a.y;
+    const bool passesRight = (rises & (across > 0.0)) | (!rises & (across < 0.0));
+    return {false, target.isBetween(a.y, b.y) && passesRight};
 }
 
 /// The stretches of a counter-clockwise arc between its highest and lowest points.
@@ -129,26 +131,36 @@ Answer askArc(const Target& target, const Segment& arc) noexcept {
 
 Place placeFrom(bool odd) noexcept { return odd ? Place::kInside : Place::kOutside; }
 
+template <bool kSkipping>
+Place placeAgainst(const Target& target, std::span<const AcGePoint3d> outline) noexcept {
+    AcGePoint2d from(outline.back().x, outline.back().y);
+    unsigned fromLevel = target.level(from.y);
+    bool odd = false;
+    for (const AcGePoint3d& vertex : outline) {
+        const AcGePoint2d to(vertex.x, vertex.y);
+        const unsigned toLevel = target.level(to.y);
+        if (!kSkipping || (fromLevel & toLevel) == 0) {
+            const Answer answer = askLine(target, from, to);
+            if (answer.onSegment) return Place::kOnOutline;
+            odd ^= answer.crossed;
+        }
+        from = to;
+        fromLevel = toLevel;
+    }
+    return placeFrom(odd);
+}
+
 } // namespace
 
 Place placeOf(const AcGePoint2d& point, std::span<const AcGePoint3d> outline,
               double tolerance) noexcept {
     if (outline.empty()) return Place::kOutside;
+    // Long outlines pass the square by in long runs, foreseen and skipped at less cost than their
+    // arithmetic; in short ones the skipping itself is the coin toss.
+    constexpr std::size_t kShort = 16;
     const Target target(point, tolerance);
-    const AcGePoint3d* from = &outline.back();
-    unsigned fromLevel = target.level(from->y);
-    bool odd = false;
-    for (const AcGePoint3d& to : outline) {
-        const unsigned level = target.level(to.y);
-        if ((level & fromLevel) == 0) {
-            const Answer answer = askLine(target, {from->x, from->y}, {to.x, to.y});
-            if (answer.onSegment) return Place::kOnOutline;
-            odd ^= answer.crossed;
-        }
-        from = &to;
-        fromLevel = level;
-    }
-    return placeFrom(odd);
+    return outline.size() < kShort ? placeAgainst<false>(target, outline)
+                                   : placeAgainst<true>(target, outline);
 }
 
 Place placeOf(const AcGePoint2d& point, Outline outline, double tolerance) noexcept {

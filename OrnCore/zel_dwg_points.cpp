@@ -8,8 +8,10 @@
 #include <dbpl.h>
 #include <gemat3d.h>
 
+#include "OrnCore/area_sum.h"
 #include "OrnCore/outline.h"
 #include "OrnCore/point_in_outline.h"
+#include "OrnCore/polyline_segments.h"
 
 namespace {
 
@@ -75,6 +77,9 @@ int CZelDwg::PtInClosePolygon(const AcDbPolyline* polyline, const AcGePoint3d& p
 }
 
 double CZelDwg::GetPolylineArea(const AcDbPolyline* polyline) {
-    return polyline == nullptr ? 0.0
-                               : std::abs(orncore::signedArea(orncore::readOutline(*polyline)));
+    if (polyline == nullptr) return 0.0;
+    orncore::AreaSum sum;
+    orncore::forEachSegment(*polyline, orncore::Closing::kByStraightLine,
+                            [&sum](const orncore::Segment& segment) { sum.add(segment); });
+    return std::abs(sum.value());
 }

@@ -3,6 +3,7 @@
 
 #include <dbpl.h>
 
+#include "OrnCore/polyline_segments.h"
 #include "frame/object_handle.h"
 #include "geometry/line_tools.h"
 
@@ -38,8 +39,10 @@ void resize(AcDbPolyline& polyline, int count) {
 
 double lengthOf(const AcDbPolyline* polyline) {
     double sum = 0.0;
-    for (const ZelArcLine& piece : ZelArcLine::CreateLine(polyline))
-        sum += piece.GetLength();
+    if (polyline == nullptr) return sum;
+    orncore::forEachSegment(
+        *polyline, orncore::Closing::kAsDrawn,
+        [&sum](const orncore::Segment& segment) { sum += orncore::lengthOf(segment); });
     return sum;
 }
 
