@@ -59,16 +59,34 @@ install_missing() {
         fail "could not install ${absent[*]}: no rights, or no network (see apt-get's message above)"
 }
 
-# build PRESET: configures when needed and builds with all cores.
-build() {
-    local folder="$root/build"
-    [ "$1" = release ] || folder="$root/build-$1"
-    if [ ! -f "$folder/build.ninja" ] || [ "$root/CMakePresets.json" -nt "$folder/build.ninja" ]; then
-        say "configuring $folder"
-        (cd "$root" && cmake --preset "$1" --log-level=WARNING) >&2 ||
-            fail "could not configure the $1 build"
-        touch "$folder/build.ninja"
+# build_folder PRESET: where a preset builds.
+build_folder() {
+    if [ "$1" = release ]; then echo "$root/build"; else echo "$root/build-$1"; fi
+}
+
+# configure PRESET ON|OFF: with tests or not, unless that has been done. A folder that has tests
+# keeps them.
+configure() {
+    local folder stamp
+    folder=$(build_folder "$1")
+    stamp="$folder/build.ninja"
+    if [ -f "$stamp" ] && [ "$stamp" -nt "$root/CMakePresets.json" ] &&
+        { [ "$2" = OFF ] || grep -q '^ORN_BUILD_TESTS:BOOL=ON' "$folder/CMakeCache.txt"; }; then
+        return
     fi
+    local tests=()
+    [ "$2" = OFF ] && [ -f "$stamp" ] || tests=("-DORN_BUILD_TESTS=$2")
+    say "configuring $folder"
+    (cd "$root" && cmake --preset "$1" --log-level=WARNING "${tests[@]}") >&2 ||
+        fail "could not configure the $1 build"
+    touch "$stamp"
+}
+
+# build PRESET [TARGET]: builds with all cores; everything unless a target is named.
+build() {
+    local folder
+    folder=$(build_folder "$1")
     say "building $folder"
-    cmake --build "$folder" --parallel "$(nproc)" >&2 || fail "the $1 build failed"
+    cmake --build "$folder" --parallel "$(nproc)" --target "${2-all}" >&2 ||
+        fail "the $1 build failed"
 }
