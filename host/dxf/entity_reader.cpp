@@ -19,6 +19,11 @@ bool isPart(std::string_view name) {
 
 bool mayHaveParts(std::string_view name) { return name == "POLYLINE" || name == "INSERT"; }
 
+bool promisesAttributes(std::span<const DxfTag> tags) {
+    return std::any_of(tags.begin(), tags.end(),
+                       [](const DxfTag& tag) { return tag.code == 66 && tag.integer() != 0; });
+}
+
 /// Kinds whose records tell among several classes.
 bool isAmbiguous(std::string_view name) {
     constexpr std::array<std::string_view, 5> kShared = {"POLYLINE", "VERTEX", "INSERT",
@@ -79,7 +84,7 @@ void EntityReader::readEntity(const RecordParts& parts, AcDbBlockTableRecord& bl
     if (!mayHaveParts(parts.record.name)) return;
     owner_ = id;
     ownerPlace_ = parts.record.place;
-    partsPromised_ = parts.record.name == "POLYLINE" || textOf(parts.own, 66) == "1";
+    partsPromised_ = parts.record.name == "POLYLINE" || promisesAttributes(parts.own);
 }
 
 /// The vertices of old files do not always say of what kind they are: then it follows from whose

@@ -90,6 +90,10 @@ RecordParts RecordSplitter::split(const ScannedRecord& record, bool checksNumber
 }
 
 void RecordSplitter::checkNumbers(RecordParts& parts) {
+    if (parts.handleTag != nullptr && parts.handle == 0) {
+        report_.add(parts.handleTag->position, 0,
+                    quote(parts.handleTag->text()) + " is no handle; a new one is given");
+    }
     for (DxfTag& tag : own_) {
         if (const auto problem = checkValue(tag)) {
             report_.add(tag.position, parts.handle,

@@ -1,11 +1,9 @@
 // Real drawings against reference values that another reader and exact formulas gave.
 //
-// ORN_DRAWINGS names a folder of drawings with a NAME.oracle.json beside each NAME.dxf; without it
-// the tests are skipped.
+// See reference_drawings.h for where they come from.
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <fstream>
 #include <map>
 #include <numbers>
 #include <set>
@@ -28,31 +26,11 @@
 #include "db/text.h"
 #include "drawing_fixture.h"
 #include "dxf/record_parts.h"
+#include "reference_drawings.h"
 #include "win/casing.h"
 
 namespace headless::testing {
 namespace {
-
-std::string lower(const std::string& text) {
-    std::wstring wide = fromUtf8(text);
-    std::transform(wide.begin(), wide.end(), wide.begin(), headless::lower);
-    return toUtf8(wide);
-}
-
-std::vector<std::filesystem::path> drawings() {
-    std::vector<std::filesystem::path> files;
-    const char* const folder = std::getenv("ORN_DRAWINGS");
-    if (folder == nullptr) return files;
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        if (lower(entry.path().extension().string()) == ".dxf") files.push_back(entry.path());
-    }
-    std::sort(files.begin(), files.end());
-    return files;
-}
-
-::testing::Message traced(std::string_view what, const Json::Value& name) {
-    return ::testing::Message() << what << ' ' << name.asString();
-}
 
 /// A copy that the platform made for its caller.
 std::string taken(ACHAR* copy) {
@@ -466,27 +444,15 @@ private:
     std::multiset<std::string> stated_; // handles in the file
 };
 
-class Drawings : public ::testing::TestWithParam<std::filesystem::path> {};
+class Drawings : public ReferenceDrawings {};
 
 TEST_P(Drawings, AgreeWithTheirReferenceValues) {
-    std::filesystem::path oracleFile = GetParam();
-    std::ifstream stream(oracleFile.replace_extension(".oracle.json"));
-    if (!stream) GTEST_SKIP() << "no reference values";
-    Json::Value oracle;
-    stream >> oracle;
-    Comparison(GetParam(), std::move(oracle)).run();
+    const auto oracle = reference();
+    if (!oracle) GTEST_SKIP() << "no reference values";
+    Comparison(GetParam(), *oracle).run();
 }
 
-GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(Drawings);
-INSTANTIATE_TEST_SUITE_P(Folder, Drawings, ::testing::ValuesIn(drawings()),
-                         [](const auto& instance) {
-                             std::string name = instance.param.stem().string();
-                             std::replace_if(
-                                 name.begin(), name.end(),
-                                 [](unsigned char letter) { return std::isalnum(letter) == 0; },
-                                 '_');
-                             return name;
-                         });
+ORN_INSTANTIATE_FOR_DRAWINGS(Drawings);
 
 } // namespace
 } // namespace headless::testing

@@ -1,5 +1,6 @@
 // Drawings as they should not be: what is refused, what is repaired, and what is said about it.
 #include <algorithm>
+#include <chrono>
 #include <map>
 
 #include <gmock/gmock.h>
@@ -95,6 +96,10 @@ TEST(ReadDxf, RepairsAndReports) {
          entitiesFile("0|CIRCLE|5|A1|10|1e400|20|2|40|5"),
          1,
          {"line 9: object A1: CIRCLE, group 10: the number is out of range, taken as 0"}},
+        {"malformed handle",
+         entitiesFile("0|CIRCLE|5|no|8|0|40|5"),
+         1,
+         {"line 7: \"no\" is no handle; a new one is given"}},
         {"a line of rubbish",
          entitiesFile("0|CIRCLE|5|A1|what?|10|1|20|2|40|5"),
          1,
@@ -393,6 +398,78 @@ TEST(ReadDxf, SurvivesACutAtEveryByte) {
         EXPECT_EQ(cut.report.count() == 0, size + 1 == whole.size());
     }
     EXPECT_EQ(before, 5U);
+}
+
+TEST(ReadDxf, TakesTimeInProportionToTheFile) {
+    // Each of these once took time by the square, or could: seconds instead of fractions.
+    std::string variables;
+    std::string braces = "0|LINE|8|0|";
+    std::string handles;
+    std::string names;
+    for (int i = 0; i < 50'000; ++i) {
+        const std::string number = std::to_string(i);
+        variables += "9|$V" + number + "|70|1|";
+        braces += "102|{A|";
+        handles += "0|POINT|5|1|8|0|";
+        names += "0|INSERT|8|0|2|B" + number + "|";
+    }
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(Drawing(file(section("HEADER", variables + "9|$X|70|1"))).result);
+    EXPECT_TRUE(Drawing(entitiesFile(braces + "102|}|" + braces + "62|1")).result);
+    EXPECT_TRUE(Drawing(entitiesFile(handles + "0|POINT|8|0")).result);
+    EXPECT_TRUE(Drawing(entitiesFile(names + "0|POINT|8|0")).result);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+}
+
+/// A small binary drawing with codes of one or of two bytes.
+std::string binaryFile(bool oneByteCodes) {
+    std::string bytes("AutoCAD Binary DXF\r\n\x1A\0", 22);
+    const auto raw = [&](const auto& value) {
+        bytes.append(reinterpret_cast<const char*>(&value), sizeof value);
+    };
+    const auto code = [&](int value) {
+        if (oneByteCodes && value < 255) return bytes.push_back(static_cast<char>(value));
+        if (oneByteCodes) bytes.push_back('\xFF');
+        raw(static_cast<std::int16_t>(value));
+    };
+    const auto text = [&](int group, std::string_view value) {
+        code(group);
+        bytes.append(value).push_back('\0');
+    };
+    text(0, "SECTION");
+    text(2, "ENTITIES");
+    for (const double end : {3.0, 5.0}) {
+        text(0, "LINE");
+        text(8, "0");
+        code(62);
+        raw(std::int16_t{3});
+        code(11);
+        raw(end);
+        text(1001, "APP");
+        code(1071);
+        raw(std::int32_t{7});
+    }
+    text(0, "ENDSEC");
+    text(0, "EOF");
+    return bytes;
+}
+
+TEST(ReadDxf, ReadsBinaryFilesAndSurvivesTheirCuts) {
+    for (const bool oneByteCodes : {true, false}) {
+        const std::string whole = binaryFile(oneByteCodes);
+        const Drawing complete(whole);
+        ASSERT_TRUE(complete.result) << complete.result.refusal;
+        EXPECT_THAT(complete.findings(), IsEmpty());
+        const auto all = entities(complete.db->modelSpaceId());
+        ASSERT_EQ(all.size(), 2U);
+        const Opened<AcDbLine> line(all[1]->objectId());
+        EXPECT_EQ(line->endPoint(), AcGePoint3d(5, 0, 0));
+        EXPECT_EQ(line->colorIndex(), 3);
+        for (std::size_t size = 0; size < whole.size(); ++size) {
+            const Drawing cut(whole.substr(0, size));
+            EXPECT_TRUE(!cut.result || cut.report.count() != 0) << size;
+        }
+    }
 }
 
 TEST(ReadDxf, KeepsOnlyTheFirstFindings) {
