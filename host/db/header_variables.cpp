@@ -128,19 +128,18 @@ void readMlineStyle(AcDbDatabase& db, const AcDbDxfFiler& filer) {
 } // namespace
 
 void HeaderVariables::set(std::string_view name, std::span<const DxfTag> values) {
-    const auto known = std::find_if(variables_.begin(), variables_.end(),
-                                    [&](const Variable& v) { return v.name == name; });
-    Variable& variable = known != variables_.end()
-                             ? *known
-                             : variables_.emplace_back(Variable{std::string(name), {}});
-    variable.values.assign(values.begin(), values.end());
+    auto known = byName_.find(name);
+    if (known == byName_.end()) {
+        known = byName_.emplace(name, variables_.size()).first;
+        variables_.push_back({std::string(name), {}});
+    }
+    variables_[known->second].values.assign(values.begin(), values.end());
 }
 
 std::span<const DxfTag> HeaderVariables::find(std::string_view name) const {
-    const auto known = std::find_if(variables_.begin(), variables_.end(),
-                                    [&](const Variable& v) { return v.name == name; });
-    if (known == variables_.end()) return {};
-    return known->values;
+    const auto known = byName_.find(name);
+    if (known == byName_.end()) return {};
+    return variables_[known->second].values;
 }
 
 const DxfTag* HeaderVariables::find(std::string_view name, int code) const {

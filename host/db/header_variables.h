@@ -1,6 +1,8 @@
 // The variables of a drawing file's header, kept as they were read and in their order.
 #pragma once
 
+#include <functional>
+#include <map>
 #include <span>
 #include <string>
 #include <string_view>
@@ -27,6 +29,8 @@ public:
 
 private:
     std::vector<Variable> variables_;
+    // Names by content: damaged files have headers of any size.
+    std::map<std::string, std::size_t, std::less<>> byName_;
 };
 
 /// Takes the drawing's settings (current layer, units, scales, extents and so on) from the header
