@@ -35,8 +35,6 @@ struct Nearest {
 
 std::optional<headless::CurvePiece> AcDbCurve::pieceAt(double param) const {
     std::optional<CurvePiece> found;
-    // Parameters worked out from points overshoot the ends by their last digits.
-    constexpr double kOvershoot = 1e-9;
     forEachPiece([&](const CurvePiece& piece) {
         if (param < piece.startParam() - kOvershoot) return false;
         if (param <= piece.endParam() + kOvershoot) found = piece;

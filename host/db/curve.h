@@ -45,6 +45,9 @@ public:
     virtual Acad::ErrorStatus reverseCurve();
 
 protected:
+    /// How far a parameter worked out from points may overshoot an end.
+    static constexpr double kOvershoot = 1e-9;
+
     AcDbCurve() = default;
 
     /// Visits the smooth pieces that the curve consists of, joined end to start and their
@@ -52,8 +55,6 @@ protected:
     /// open.
     virtual bool forEachPiece(const headless::PieceVisitor& visit) const = 0;
     void subDescribe(headless::GeometrySink& sink) const override;
-
-private:
-    /// The piece that a parameter lies on; at a joint the later one.
-    std::optional<headless::CurvePiece> pieceAt(double param) const;
+    /// The piece that a parameter lies on, at a joint the later one; nothing beyond the ends.
+    virtual std::optional<headless::CurvePiece> pieceAt(double param) const;
 };

@@ -57,7 +57,9 @@ private:
 
     // Blocks within blocks can hold more pieces than there are atoms. Past this many, which take
     // about a second, the box of a nested reference is that of its block's own box, transformed.
+    // Kept shapes count for more, as they take room too.
     static constexpr std::uint64_t kMostPieces = 20'000'000;
+    static constexpr std::uint64_t kPiecesPerShape = 200;
 
     IncludeText texts_;
     AcDbExtents box_;
@@ -77,6 +79,7 @@ AcDbExtents ExtentsSink::shapeExtents(AcDbObjectId block, const AcGeMatrix3d& li
         shape.linear[i] = linear.entry[i / 3][i % 3];
     if (const auto known = shapes_.find(shape); known != shapes_.end()) return known->second;
 
+    pieces_ += kPiecesPerShape;
     const AcDbExtents outer = box_;
     box_ = AcDbExtents();
     describeBlock(block, linear);
@@ -99,6 +102,7 @@ AcDbExtents ExtentsSink::blockExtents(AcDbObjectId block, const AcGeMatrix3d& tr
 }
 
 void ExtentsSink::onReference(const Reference& reference) {
+    ++pieces_;
     const AcDbExtents cell = blockExtents(reference.block, reference.transform);
     if (reference.columns < 1 || reference.rows < 1) return;
     // The cells of an array are alike, so those at its corners bound all of them.

@@ -248,6 +248,12 @@ Acad::ErrorStatus AcDbPolyline::setConstantWidth(double width) {
     return Acad::eOk;
 }
 
+Acad::ErrorStatus AcDbPolyline::getEndParam(double& param) const {
+    if (look(points_).empty()) return Acad::eDegenerateGeometry;
+    param = static_cast<double>(segmentCount());
+    return Acad::eOk;
+}
+
 Acad::ErrorStatus AcDbPolyline::getArea(double& area) const {
     area = std::abs(headless::polylineArea(look(points_), bulges_, closed_));
     return Acad::eOk;
@@ -298,23 +304,30 @@ CurvePiece AcDbPolyline::flatPiece(std::size_t index) const {
     return CurvePiece::bulgeArc(start, end, AcGeVector3d::kZAxis, s.bulge, 0.0, 1.0);
 }
 
+CurvePiece AcDbPolyline::worldPiece(std::size_t index) const {
+    const AcGePoint3d start = toWorld(points_[index]);
+    const AcGePoint3d end = toWorld(points_[next(index)]);
+    const auto param = static_cast<double>(index);
+    if (bulge(index) == 0.0) return CurvePiece::segment(start, end, param, param + 1.0);
+    return CurvePiece::bulgeArc(start, end, normal_, bulge(index), param, param + 1.0);
+}
+
+std::optional<CurvePiece> AcDbPolyline::pieceAt(double param) const {
+    const std::size_t count = segmentCount();
+    if (count == 0) return AcDbCurve::pieceAt(param);
+    const auto end = static_cast<double>(count);
+    if (!(param >= -kOvershoot && param <= end + kOvershoot)) return std::nullopt;
+    return worldPiece(static_cast<std::size_t>(std::clamp(param, 0.0, end - 1.0)));
+}
+
 bool AcDbPolyline::forEachPiece(const headless::PieceVisitor& visit) const {
     if (points_.empty()) return true;
     if (segmentCount() == 0) {
         const AcGePoint3d only = toWorld(points_.front());
         return visit(CurvePiece::segment(only, only, 0.0, 0.0));
     }
-    AcGePoint3d start = toWorld(points_.front());
-    for (std::size_t i = 0; i < segmentCount(); ++i) {
-        const AcGePoint3d end = toWorld(points_[next(i)]);
-        const auto param = static_cast<double>(i);
-        const bool goesOn =
-            bulge(i) == 0.0
-                ? visit(CurvePiece::segment(start, end, param, param + 1.0))
-                : visit(CurvePiece::bulgeArc(start, end, normal_, bulge(i), param, param + 1.0));
-        if (!goesOn) return false;
-        start = end;
-    }
+    for (std::size_t i = 0; i < segmentCount(); ++i)
+        if (!visit(worldPiece(i))) return false;
     return true;
 }
 
@@ -339,85 +352,4 @@ Acad::ErrorStatus AcDbPolyline::subGetGripPoints(AcGePoint3dArray& points) const
     for (const AcGePoint2d& point : points_)
         points.append(toWorld(point));
     return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbPolyline::dxfInFields(AcDbDxfFiler* filer) {
-    if (const auto status = AcDbCurve::dxfInFields(filer); status != Acad::eOk) return status;
-    AcGeVector3d normal = AcGeVector3d::kZAxis;
-    const auto tags = filer->subclass("AcDbPolyline");
-    for (const headless::DxfTag& tag : tags) {
-        if (readVertexGroup(tag)) continue;
-        switch (tag.code) {
-        case 38:
-            elevation_ = tag.real();
-            break;
-        case 39:
-            thickness_ = tag.real();
-            break;
-        case 43:
-            constantWidth_ = tag.real();
-            break;
-        case 70:
-            closed_ = (tag.integer() & 1) != 0;
-            plinegen_ = (tag.integer() & 128) != 0;
-            break;
-        case 90: {
-            // The count may lie: no more vertices can come than there are pairs of groups.
-            const auto most = static_cast<std::int64_t>(tags.size() / 2);
-            points_.reserve(
-                static_cast<std::size_t>(std::clamp<std::int64_t>(tag.integer(), 0, most)));
-            break;
-        }
-        case 210:
-        case 220:
-        case 230:
-            headless::setCoordinate(normal, tag);
-            break;
-        default:
-            break;
-        }
-    }
-    normal_ = headless::readNormal(normal);
-    completeLists();
-    return Acad::eOk;
-}
-
-bool AcDbPolyline::readVertexGroup(const headless::DxfTag& tag) {
-    if (tag.code == 10) {
-        points_.emplace_back(tag.real(), 0.0);
-        return true;
-    }
-    const bool ofVertex = tag.code == 20 || (tag.code >= 40 && tag.code <= 42) || tag.code == 91;
-    if (!ofVertex) return false;
-    if (points_.empty()) return true; // Belongs to no vertex.
-    const std::size_t count = points_.size();
-    const std::size_t last = count - 1;
-    if (tag.code == 20) {
-        points_[last].y = tag.real();
-    } else if (tag.code == 91) {
-        if (tag.integer() == 0 && identifiers_.empty()) return true;
-        identifiers_.resize(count);
-        identifiers_[last] = static_cast<Adesk::Int32>(tag.integer());
-    } else if (const double value = tag.real(); tag.code == 42) {
-        if (value == 0.0 && bulges_.empty()) return true;
-        if (bulges_.empty()) bulges_.reserve(points_.capacity());
-        bulges_.resize(count);
-        bulges_[last] = value;
-    } else {
-        if (value == 0.0 && widths_.empty()) return true;
-        widths_.resize(count);
-        (tag.code == 40 ? widths_[last].start : widths_[last].end) = value;
-    }
-    return true;
-}
-
-void AcDbPolyline::completeLists() {
-    // Lists end at the last vertex that had a value of its own.
-    if (!bulges_.empty()) bulges_.resize(points_.size());
-    if (!identifiers_.empty()) identifiers_.resize(points_.size());
-    if (!widths_.empty()) widths_.resize(points_.size());
-    const bool vary = std::any_of(widths_.begin(), widths_.end(), [&](const Widths& w) {
-        return w.start != widths_.front().start || w.end != widths_.front().start;
-    });
-    if (!widths_.empty() && !vary) setConstantWidth(widths_.front().start);
 }

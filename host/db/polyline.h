@@ -101,6 +101,7 @@ public:
     void minimizeMemory();
     void maximizeMemory() {}
 
+    Acad::ErrorStatus getEndParam(double& param) const override;
     Acad::ErrorStatus getArea(double& area) const override;
     Acad::ErrorStatus reverseCurve() override;
     bool isPlanar() const override { return true; }
@@ -113,6 +114,7 @@ protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     bool forEachPiece(const headless::PieceVisitor& visit) const override;
+    std::optional<headless::CurvePiece> pieceAt(double param) const override;
 
 private:
     struct Widths {
@@ -130,6 +132,7 @@ private:
     AcGePoint3d toWorld(const AcGePoint2d& point) const;
     /// The segment in the object coordinate system at height 0, its parameter from 0 to 1.
     headless::CurvePiece flatPiece(std::size_t index) const;
+    headless::CurvePiece worldPiece(std::size_t index) const;
     void ensureWidths();
     /// Reads a group that belongs to the vertex begun last; false for others.
     bool readVertexGroup(const headless::DxfTag& tag);

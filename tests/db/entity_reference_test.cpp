@@ -139,6 +139,20 @@ TEST_F(ReferenceTest, DeepAndWideNestingIsMeasuredInTime) {
     const AcDbBlockReference top({0, 0, 0}, last);
     enttest::expectNear(enttest::boxOf(top), {{0, 0, 0}, {1, 40, 0}});
 
+    // The same with every copy turned differently: no two of a size, so the box may be generous.
+    AcDbObjectId turned = block(L"turned line");
+    put(turned, new AcDbLine({0, 0, 0}, {1, 0, 0}));
+    for (int depth = 0; depth < 40; ++depth) {
+        const AcDbObjectId next = block((L"turned" + std::to_wstring(depth)).c_str());
+        put(next, reference(turned, {0, 0, 0}, {}, 0.1 + depth));
+        put(next, reference(turned, {0, 0, 0}, {}, 0.37 * depth));
+        turned = next;
+    }
+    const AcDbBlockReference spun({0, 0, 0}, turned);
+    const Box around = enttest::boxOf(spun);
+    EXPECT_LE(around.min.x, -0.99);
+    EXPECT_GE(around.max.y, 0.99);
+
     // A chain longer than anybody draws neither crashes nor hangs.
     for (int depth = 0; depth < 2000; ++depth) {
         const AcDbObjectId next = block((L"chain" + std::to_wstring(depth)).c_str());
