@@ -20,10 +20,10 @@ packages() {
     done
 }
 
-# missing PACKAGE...: those that are not installed.
+# missing: those of the packages on standard input that are not installed.
 missing() {
     local package
-    for package in "$@"; do
+    while read -r package; do
         [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
             echo "$package"
     done
@@ -42,11 +42,10 @@ as_root() {
 
 # install_missing SECTION...: installs the packages that are not there yet.
 install_missing() {
-    local wanted absent
-    command -v apt-get >/dev/null ||
-        fail "this needs apt-get of Debian 12 to install $(packages "$@" | tr '\n' ' ')"
-    mapfile -t wanted < <(packages "$@")
-    mapfile -t absent < <(missing "${wanted[@]}")
+    local names absent
+    names=$(packages "$@" | tr '\n' ' ')
+    command -v apt-get >/dev/null || fail "this needs apt-get of Debian 12 to install $names"
+    read -ra absent <<<"$(packages "$@" | missing | tr '\n' ' ')"
     [ ${#absent[@]} -gt 0 ] || return 0
 
     [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null ||
