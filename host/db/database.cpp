@@ -269,9 +269,11 @@ Acad::ErrorStatus AcDbDatabase::setInsunits(short units) {
     return Acad::eOk;
 }
 
-void AcDbDatabase::keepSource(std::shared_ptr<const void> owner, std::string_view bytes) {
+void AcDbDatabase::keepSource(std::shared_ptr<const void> owner, std::string_view bytes,
+                              const headless::RecordArchive* archive) {
     sourceOwner_ = std::move(owner);
     sourceBytes_ = bytes;
+    recordArchive_ = archive;
 }
 
 std::string_view AcDbDatabase::sourceOf(headless::SourceSpan span) const {

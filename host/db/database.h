@@ -21,6 +21,7 @@ namespace headless {
 
 class DbState;
 class DrawingRoots;
+class RecordArchive;
 
 /// Settings of a drawing that its header holds, by the names of the system variables. Ids are null
 /// until the drawing is complete.
@@ -210,7 +211,10 @@ public:
     const headless::HeaderVariables& headerVariables() const { return header_; }
     void setFilename(std::wstring name) { filename_ = std::move(name); }
     /// Keeps a file's bytes alive, to which source spans and header values refer.
-    void keepSource(std::shared_ptr<const void> owner, std::string_view bytes);
+    /// @param archive  reads records of that file again; lives as long as `owner`. May be null.
+    void keepSource(std::shared_ptr<const void> owner, std::string_view bytes,
+                    const headless::RecordArchive* archive = nullptr);
+    const headless::RecordArchive* recordArchive() const { return recordArchive_; }
     const std::shared_ptr<const void>& sourceOwner() const { return sourceOwner_; }
     std::string_view sourceBytes() const { return sourceBytes_; }
     /// The bytes of a record; empty for a span beyond the file.
@@ -259,5 +263,6 @@ private:
     std::wstring filename_;
     std::shared_ptr<const void> sourceOwner_;
     std::string_view sourceBytes_;
+    const headless::RecordArchive* recordArchive_ = nullptr;
     headless::DbState* state_;
 };

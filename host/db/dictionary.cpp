@@ -88,15 +88,32 @@ Acad::ErrorStatus AcDbDictionary::setAt(const ACHAR* key, AcDbObject* object, Ac
         Residence::enter(*database(), *object, objectId());
     else if (object->database() != database())
         return Acad::eWrongDatabase;
+    if (object->ownerId().isNull()) Residence::setOwner(*object, objectId());
 
-    if (AcDbObject* const replaced = Residence::peek(find(key));
+    const std::wstring_view wanted = key;
+    std::wstring entered = wanted == L"*" ? freeAnonymousKey() : std::wstring(wanted);
+    if (AcDbObject* const replaced = Residence::peek(find(entered));
         replaced != nullptr && replaced != object) {
         AcDbObjectPointer<AcDbObject> old(replaced->objectId(), AcDb::kForWrite);
         if (old.openStatus() == Acad::eOk) old->erase();
     }
-    insert(key, object->objectId());
+    insert(std::move(entered), object->objectId());
     id = object->objectId();
     return Acad::eOk;
+}
+
+std::wstring AcDbDictionary::freeAnonymousKey() const {
+    std::wstring key;
+    std::size_t number = 0;
+    do {
+        key = L"*A" + std::to_wstring(++number);
+    } while (byKey_.contains(key));
+    return key;
+}
+
+std::wstring_view AcDbDictionary::keyOf(AcDbObjectId id) const {
+    const Entry* const entry = entryOf(id);
+    return entry == nullptr ? std::wstring_view() : entry->key;
 }
 
 void AcDbDictionary::insert(std::wstring key, AcDbObjectId id) {
@@ -163,6 +180,13 @@ AcDbDictionaryIterator* AcDbDictionary::newIterator(AcDb::DictIterOrder order) c
 Acad::ErrorStatus AcDbDictionary::subErase(bool erasing) {
     const bool isRoot = erasing && database()->namedObjectsDictionaryId() == objectId();
     return isRoot ? Acad::eCannotBeErasedByCaller : Acad::eOk;
+}
+
+void AcDbDictionary::listHardOwned(std::vector<AcDbObjectId>& ids) const {
+    AcDbObject::listHardOwned(ids);
+    if (!hard_) return;
+    for (const Entry& entry : entries_)
+        ids.push_back(entry.id);
 }
 
 Acad::ErrorStatus AcDbDictionary::dxfInFields(AcDbDxfFiler* filer) {

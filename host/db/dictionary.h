@@ -57,9 +57,10 @@ public:
     Acad::ErrorStatus nameAt(AcDbObjectId id, AcString& name) const;
     Adesk::UInt32 numEntries() const;
 
-    /// Takes a new object over, or enters one that is resident. A new one becomes owned by the
-    /// dictionary and stays open for writing; an entry of that key is replaced and its object
-    /// erased. Refusals: eNullObjectPointer, eInvalidKey for an empty key, eNotInDatabase,
+    /// Takes a new object over, or enters one that is resident. A new one, and one without an
+    /// owner, becomes owned by the dictionary; a new one stays open for writing. An entry of that
+    /// key is replaced and its object erased; the key "*" stands for a free one of the kind "*A1".
+    /// Refusals: eNullObjectPointer, eInvalidKey for an empty key, eNotInDatabase,
     /// eWrongDatabase for a resident of another one.
     Acad::ErrorStatus setAt(const ACHAR* key, AcDbObject* object, AcDbObjectId& id);
     /// Takes the entry out; the object stays as it is. eKeyNotFound.
@@ -88,9 +89,15 @@ public:
     const std::vector<Entry>& entries() const { return entries_; }
     /// The object of that key whether or not the dictionary is open; null when absent.
     AcDbObjectId find(std::wstring_view key) const;
+    /// An object's key whether or not the dictionary is open; empty when it has none here.
+    std::wstring_view keyOf(AcDbObjectId id) const;
+    /// A key that no entry has: "*A1", "*A2" and so on.
+    std::wstring freeAnonymousKey() const;
 
 protected:
     Acad::ErrorStatus subErase(bool erasing) override;
+    /// Its entries too, if it owns them.
+    void listHardOwned(std::vector<AcDbObjectId>& ids) const override;
 
 private:
     friend class headless::DrawingRoots;

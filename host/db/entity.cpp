@@ -2,6 +2,7 @@
 
 #include "db/dxf_fields.h"
 #include "db/geometry_sink.h"
+#include "db/xdata.h"
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbEntity, AcDbObject)
 
@@ -27,7 +28,9 @@ Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
 
 Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& transform) {
     assertWriteEnabled();
-    return subTransformBy(transform);
+    const Acad::ErrorStatus status = subTransformBy(transform);
+    if (status == Acad::eOk) headless::transformXdata(*this, transform);
+    return status;
 }
 
 Acad::ErrorStatus AcDbEntity::getGripPoints(AcGePoint3dArray& points) const {

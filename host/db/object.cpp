@@ -4,10 +4,13 @@
 #include "db/dictionary.h"
 #include "db/dxf_filer.h"
 #include "db/layer_lock.h"
+#include "db/object_data.h"
 #include "db/open.h"
 #include "db/residence.h"
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbObject, AcRxObject)
+
+AcDbObject::AcDbObject() = default;
 
 AcDbObject::~AcDbObject() {
     if (stub_ != nullptr) headless::Residence::vacate(*stub_);
@@ -75,11 +78,25 @@ Acad::ErrorStatus AcDbObject::downgradeToNotify(bool wasWritable) {
 
 Acad::ErrorStatus AcDbObject::erase(bool erasing) {
     if (stub_ == nullptr) return Acad::eNotInDatabase;
+    const Acad::ErrorStatus status = eraseAlone(erasing);
+    if (status != Acad::eOk) return status;
+    if (erasing)
+        headless::ObjectData::eraseOwned(*this);
+    else
+        headless::ObjectData::bringBackOwned(*this);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::eraseAlone(bool erasing) {
     assertWriteEnabled();
     if (stub_->erased == erasing) return erasing ? Acad::eWasErased : Acad::eWasNotErased;
     if (const Acad::ErrorStatus status = subErase(erasing); status != Acad::eOk) return status;
     stub_->erased = erasing;
     return Acad::eOk;
+}
+
+void AcDbObject::listHardOwned(std::vector<AcDbObjectId>& ids) const {
+    if (!extensionDictionary_.isNull()) ids.push_back(extensionDictionary_);
 }
 
 Acad::ErrorStatus AcDbObject::createExtensionDictionary() {

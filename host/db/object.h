@@ -2,17 +2,25 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <utility>
+#include <vector>
 
 #include "db/object_id.h"
 #include "db/open_mode.h"
+#include "rx/array.h"
 #include "rx/object.h"
 
 class AcDbDxfFiler;
 struct resbuf;
 
+/// Pointers of several kinds; what a pointer means is told by who hands the array out.
+using AcDbVoidPtrArray = AcArray<void*>;
+
 namespace headless {
 
+class ObjectData; // Extended data, reactors and what erasing takes along; see object_data.h.
+struct ObjectExtras;
 class Residence; // Puts objects into databases and takes them out; see residence.h.
 
 /// Tells the session that a member was called on an object that is not open for it, see
@@ -24,6 +32,7 @@ void reportOpenViolation(const AcDbObject& object, const char* needed);
 struct SourceSpan {
     std::uint64_t offset = 0;
     std::uint32_t length = 0; // 0: the object was not read from a file
+    bool plain = false;       // it is known to hold neither extended data nor groups in braces
 };
 
 } // namespace headless
@@ -64,8 +73,11 @@ public:
     Acad::ErrorStatus upgradeFromNotify(bool& wasWritable);
     Acad::ErrorStatus downgradeToNotify(bool wasWritable);
 
-    /// Erases, or with false brings back. eWasErased and eWasNotErased when there is nothing to do;
-    /// eCannotBeErasedByCaller for what every drawing must have, eNotInDatabase.
+    /// Erases, or with false brings back, together with what it owns: its extension dictionary,
+    /// and for a dictionary that owns its entries those. Owned objects that somebody has open stay;
+    /// what was erased before stays erased when the rest is brought back. eWasErased and
+    /// eWasNotErased when there is nothing to do; eCannotBeErasedByCaller for what every drawing
+    /// must have, eNotInDatabase.
     Acad::ErrorStatus erase(bool erasing = true);
     bool isErased() const { return stub_ != nullptr && stub_->erased; }
 
@@ -84,6 +96,30 @@ public:
     /// eContainerNotEmpty unless the dictionary is empty.
     Acad::ErrorStatus releaseExtensionDictionary();
 
+    /// The extended data of one application, or with null of all: for each the code 1001 with its
+    /// name and then its values, in a chain that the caller frees with acutRelRb. Null when there
+    /// is none. Layers (1003) and handles (1005) are texts.
+    virtual resbuf* xData(const ACHAR* regappName = nullptr) const;
+    /// Replaces the extended data of the applications that the chain names; one without values
+    /// loses what it had. Nothing is changed by a refusal:
+    /// eInvalidResBuf for a chain that does not begin with an application, for other codes than
+    /// 1000 to 1005, 1010 to 1013, 1040 to 1042, 1070 and 1071, and for braces (1002) that do not
+    /// match; eRegappIdNotFound for an application that is not registered in the object's (else
+    /// the working) database, eNoDatabase when there is none; eOutOfRange for texts of more than
+    /// 255 characters, chunks of more than 127 bytes and when all data of the object together would
+    /// take more than 16383 bytes (see acdbXdSize).
+    virtual Acad::ErrorStatus setXData(const resbuf* xdata);
+
+    /// Objects in the drawing that depend on this one; they stay noted in files. eNullObjectId,
+    /// eDuplicateKey for one that is noted already.
+    Acad::ErrorStatus addPersistentReactor(AcDbObjectId reactor);
+    /// eKeyNotFound.
+    Acad::ErrorStatus removePersistentReactor(AcDbObjectId reactor);
+    bool hasPersistentReactor(AcDbObjectId reactor) const;
+    /// Null when there are none. Pointers are what acdbIsPersistentReactor and
+    /// acdbPersistentReactorObjectId take; the array lives as long as the object is open.
+    const AcDbVoidPtrArray* reactors() const;
+
     /// Fills the object from its record; each class reads its own subclass after its parent's.
     virtual Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer);
 
@@ -101,10 +137,12 @@ public:
     }
 
 protected:
-    AcDbObject() = default;
+    AcDbObject();
 
     /// Called by erase() before the state changes; anything but eOk refuses.
     virtual Acad::ErrorStatus subErase(bool /*erasing*/) { return Acad::eOk; }
+    /// Adds the objects that are erased together with this one.
+    virtual void listHardOwned(std::vector<AcDbObjectId>& ids) const;
     /// Called by close() of a writer before the object is given back.
     virtual Acad::ErrorStatus subClose() { return Acad::eOk; }
     /// Called before every change: classes drop what they derived from the old state.
@@ -125,7 +163,10 @@ protected:
     }
 
 private:
+    friend class headless::ObjectData;
     friend class headless::Residence;
+
+    Acad::ErrorStatus eraseAlone(bool erasing);
 
     static constexpr std::uint32_t kModified = 1U << 0; // since it was opened
     static constexpr std::uint32_t kChanged = 1U << 1;  // since it was read
@@ -136,4 +177,6 @@ private:
     AcDbObjectId extensionDictionary_;
     headless::SourceSpan source_;
     std::uint32_t flags_ = 0;
+    // Few objects have any: made at the first change, or by reactors().
+    mutable std::unique_ptr<headless::ObjectExtras> extras_;
 };

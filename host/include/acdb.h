@@ -1,4 +1,5 @@
 // Forwards to the host.
 #pragma once
+#include "db/dxf_code.h"
 #include "db/open_mode.h"
 #include "rx/error_status.h"

@@ -2,3 +2,4 @@
 #pragma once
 #include "aced.h"
 #include "acutads.h"
+#include "db/xdata.h"

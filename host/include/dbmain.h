@@ -4,5 +4,6 @@
 #include "db/entity.h"
 #include "db/id_array.h"
 #include "db/object.h"
+#include "db/object_data.h"
 #include "db/open.h"
 #include "db/resbuf.h"
