@@ -53,7 +53,9 @@ bool ReadContext::fill(AcDbObject& object, const RecordParts& parts) {
         leaveOut(parts, "it makes no sense");
         return false;
     }
-    Residence::setSource(object, spanOf(parts.record));
+    SourceSpan span = spanOf(parts.record);
+    span.plain = parts.own.size() == parts.record.tags.size();
+    Residence::setSource(object, span);
     takeExtensionDictionary(object, parts);
     return true;
 }

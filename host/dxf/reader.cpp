@@ -16,7 +16,7 @@ std::string readInto(AcDbDatabase& db, std::shared_ptr<const DxfInput> input, Dx
 
     const auto source = std::make_shared<DxfSource>();
     source->input = std::move(input);
-    db.keepSource(source, bytes);
+    db.keepSource(source, bytes, source.get());
     const auto scanner = RecordScanner::make(bytes, report);
     source->binary = report.binary();
     DrawingReader reader(db, *source, *scanner, report, options.progress);

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "db/object.h"
+#include "db/record_archive.h"
 #include "dxf/input.h"
 #include "dxf/text_decoder.h"
 
@@ -34,7 +34,9 @@ struct DxfPiece {
 
 /// The file with all that is needed to write unchanged parts again as they were. Pieces and the
 /// objects' own spans together cover every byte up to the mark at the file's end.
-struct DxfSource {
+struct DxfSource : RecordArchive {
+    void read(AcDbDatabase& db, SourceSpan span, const Visit& visit) const override;
+
     std::shared_ptr<const DxfInput> input;
     bool binary = false;
     std::string version;  // "AC1015", empty when the file states none
