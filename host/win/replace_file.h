@@ -18,7 +18,8 @@ enum class Durability {
 
 /// Writes a file beside the target and renames it over the target, which keeps its permissions, its
 /// owner where that is allowed, and the links that lead to it. A file without any permission to
-/// write is refused even to those whom the system would let write.
+/// write is refused even to those whom the system would let write. A process killed in the middle
+/// leaves its own file, ".headless-<process>-<number>", beside the target.
 ///
 /// @param status  what the file system says of the new file.
 /// @return        0, or the error number, with the old file as it was and nothing left beside it.
