@@ -23,6 +23,9 @@ endfunction()
 file(REMOVE_RECURSE ${WORK})
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${first})
 file(RENAME ${first} ${prefix})
+if(NOT EXISTS "${prefix}/prg/componentDefaultData.json")
+    message(FATAL_ERROR "prg/ lacks the default component styles")
+endif()
 
 run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/module -B ${WORK}/build -G ${GENERATOR}
     "-DCMAKE_PREFIX_PATH=${prefix}")
