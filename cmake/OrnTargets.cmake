@@ -33,7 +33,8 @@ target_compile_options(orn_warnings INTERFACE -Wall -Wextra -Wconversion -Wshado
 # Optimising, g++ 12 warns of these inside the standard library's strings and variants, where there
 # is nothing to mend; the sanitizers look for the real ones.
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-    target_compile_options(orn_warnings INTERFACE -Wno-restrict -Wno-maybe-uninitialized)
+    target_compile_options(orn_warnings INTERFACE -Wno-restrict -Wno-maybe-uninitialized
+                                                  -Wno-free-nonheap-object)
 endif()
 
 # A wrong arrow between folders must fail to link, so no library may leave a symbol undefined.
