@@ -9,15 +9,21 @@ namespace {
 
 class Ownership : public DataTest {
 protected:
-    template <class T>
-    AcDbObjectId put(AcDbObjectId dictionary, const ACHAR* key, bool hard = false) {
+    /// Enters a new object, which is closed.
+    static AcDbObjectId put(AcDbObjectId dictionary, const ACHAR* key, AcDbObject* made) {
         AcDbObjectPointer<AcDbDictionary> owner(dictionary, AcDb::kForWrite);
-        auto* const made = new T;
         AcDbObjectId id;
         EXPECT_EQ(owner->setAt(key, made, id), Acad::eOk);
-        if (auto* const inner = AcDbDictionary::cast(made)) inner->setTreatElementsAsHard(hard);
         made->close();
         return id;
+    }
+    static AcDbObjectId putRecord(AcDbObjectId dictionary, const ACHAR* key) {
+        return put(dictionary, key, new AcDbXrecord);
+    }
+    static AcDbObjectId putDictionary(AcDbObjectId dictionary, const ACHAR* key, bool hard) {
+        auto* const made = new AcDbDictionary;
+        made->setTreatElementsAsHard(hard);
+        return put(dictionary, key, made);
     }
     static void bringBack(AcDbObjectId id) {
         ASSERT_EQ(AcDbObjectPointer<AcDbObject>(id, AcDb::kForWrite, true)->erase(false),
@@ -28,10 +34,10 @@ protected:
 };
 
 TEST_F(Ownership, OwnedEntriesGoAndComeWithTheirDictionary) {
-    const AcDbObjectId outer = put<AcDbDictionary>(root, L"outer", true);
-    const AcDbObjectId inner = put<AcDbDictionary>(outer, L"inner", true);
-    const AcDbObjectId record = put<AcDbXrecord>(inner, L"record");
-    const AcDbObjectId gone = put<AcDbXrecord>(inner, L"gone");
+    const AcDbObjectId outer = putDictionary(root, L"outer", true);
+    const AcDbObjectId inner = putDictionary(outer, L"inner", true);
+    const AcDbObjectId record = putRecord(inner, L"record");
+    const AcDbObjectId gone = putRecord(inner, L"gone");
     erase(gone);
     erase(outer);
     EXPECT_TRUE(inner.isErased());
@@ -46,17 +52,17 @@ TEST_F(Ownership, OwnedEntriesGoAndComeWithTheirDictionary) {
 }
 
 TEST_F(Ownership, NamedEntriesStay) {
-    const AcDbObjectId soft = put<AcDbDictionary>(root, L"soft", false);
-    const AcDbObjectId record = put<AcDbXrecord>(soft, L"record");
+    const AcDbObjectId soft = putDictionary(root, L"soft", false);
+    const AcDbObjectId record = putRecord(soft, L"record");
     erase(soft);
     EXPECT_FALSE(record.isErased());
     EXPECT_TRUE(record.isEffectivelyErased()) << "its owner is gone";
 }
 
 TEST_F(Ownership, OpenEntriesStay) {
-    const AcDbObjectId hard = put<AcDbDictionary>(root, L"hard", true);
-    const AcDbObjectId used = put<AcDbXrecord>(hard, L"used");
-    const AcDbObjectId free = put<AcDbXrecord>(hard, L"free");
+    const AcDbObjectId hard = putDictionary(root, L"hard", true);
+    const AcDbObjectId used = putRecord(hard, L"used");
+    const AcDbObjectId free = putRecord(hard, L"free");
     const AcDbObjectPointer<AcDbObject> reader(used);
     erase(hard);
     EXPECT_FALSE(used.isErased());
@@ -67,7 +73,7 @@ TEST_F(Ownership, ExtensionDictionariesGoWithTheirObject) {
     const AcDbObjectId point = addPoint(db);
     AcDbObjectPointer<AcDbObject>(point, AcDb::kForWrite)->createExtensionDictionary();
     const AcDbObjectId dictionary = AcDbObjectPointer<AcDbObject>(point)->extensionDictionary();
-    const AcDbObjectId record = put<AcDbXrecord>(dictionary, L"record");
+    const AcDbObjectId record = putRecord(dictionary, L"record");
     erase(point);
     EXPECT_TRUE(dictionary.isErased());
     EXPECT_TRUE(record.isErased());
@@ -77,11 +83,11 @@ TEST_F(Ownership, ExtensionDictionariesGoWithTheirObject) {
 }
 
 TEST_F(Ownership, RingsAndDepthDoNotMatter) {
-    AcDbObjectId deepest = put<AcDbDictionary>(root, L"chain", true);
+    AcDbObjectId deepest = putDictionary(root, L"chain", true);
     const AcDbObjectId first = deepest;
     constexpr int kDepth = 20000;
     for (int i = 0; i < kDepth; ++i)
-        deepest = put<AcDbDictionary>(deepest, L"next", true);
+        deepest = putDictionary(deepest, L"next", true);
     AcDbObjectId entered;
     AcDbObjectPointer<AcDbDictionary>(deepest, AcDb::kForWrite)
         ->setAt(L"ring", Residence::peek(first), entered);
@@ -97,8 +103,8 @@ TEST_F(Ownership, StrayObjectsFindAnOwner) {
     auto* const record = new AcDbXrecord;
     ASSERT_EQ(db.addAcDbObject(stray, record), Acad::eOk);
     record->close();
-    const AcDbObjectId first = put<AcDbDictionary>(root, L"first");
-    const AcDbObjectId second = put<AcDbDictionary>(root, L"second");
+    const AcDbObjectId first = putDictionary(root, L"first", false);
+    const AcDbObjectId second = putDictionary(root, L"second", false);
     for (const AcDbObjectId dictionary : {first, second}) {
         AcDbObjectId id;
         AcDbObjectPointer<AcDbDictionary>(dictionary, AcDb::kForWrite)
