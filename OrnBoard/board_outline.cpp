@@ -5,6 +5,7 @@
 
 #include <dbents.h>
 #include <dbpl.h>
+#include <gemat3d.h>
 
 #include "frame/ac_ut_db.h"
 #include "geometry/line_tools.h"
@@ -72,14 +73,20 @@ std::optional<Sides> cornerSides(AcDbPolyline& polyline) {
 }
 
 // Outer tangents are found on lightweight polylines: an old-style one is measured as the
-// lightweight one through the same vertices.
+// lightweight one through the same vertices, which lie in the plane of its normal as its bulges do.
 std::optional<Sides> cornerSides(const AcDb2dPolyline& polyline) {
     AcGePoint3dArray points;
     AcGeDoubleArray bulges;
     AcUtDb::collectVertices(&polyline, points, bulges);
+    AcGeMatrix3d toPlane;
+    polyline.getEcs(toPlane);
+    toPlane.invert();
+
     AcDbPolyline outline(static_cast<unsigned int>(points.length()));
-    for (int i = 0; i < points.length(); ++i)
-        outline.addVertexAt(static_cast<unsigned int>(i), {points[i].x, points[i].y}, bulges[i]);
+    for (int i = 0; i < points.length(); ++i) {
+        const AcGePoint3d vertex = toPlane * points[i];
+        outline.addVertexAt(static_cast<unsigned int>(i), {vertex.x, vertex.y}, bulges[i]);
+    }
     outline.setClosed(true);
     return cornerSides(outline);
 }

@@ -1,5 +1,7 @@
 #include "OrnBoard/measure.h"
 
+#include <array>
+#include <cmath>
 #include <numbers>
 
 #include <dbents.h>
@@ -109,6 +111,26 @@ TEST_F(Measure, FiltersBySideLengths) {
         EXPECT_EQ(measured.polylines.size(), c.polylines);
         EXPECT_EQ(measured.circles.size(), c.circles);
     }
+}
+
+// Seen from below, x and the sense of bulges are mirrored together.
+TEST_F(Measure, MeasuresSidesOfMirroredOutlines) {
+    AcGePoint3dArray corners;
+    AcGeDoubleArray bulges;
+    const double rounded = std::tan(std::numbers::pi / 8);
+    for (const auto& [x, y, bulge] : {std::array{100.0, 0.0, 0.0},
+                                      {3000.0, 0.0, 0.0},
+                                      {3000.0, 2000.0, 0.0},
+                                      {0.0, 2000.0, 0.0},
+                                      {0.0, 100.0, rounded}}) {
+        corners.append(AcGePoint3d(x, y, 0));
+        bulges.append(bulge);
+    }
+    auto outline = std::make_unique<AcDb2dPolyline>(AcDb::k2dSimplePoly, corners, 0.0, true, 0.0,
+                                                    0.0, &bulges);
+    outline->setNormal(-AcGeVector3d::kZAxis);
+    add(std::move(outline));
+    EXPECT_EQ(measure({.a = {2999, 3001}, .b = {1999, 2001}}).polylines.size(), 1U);
 }
 
 TEST_F(Measure, TakesPolylinesOfAllKinds) {
