@@ -92,6 +92,7 @@ void TableReader::readTableRecord(AcRxClass* recordClass, const RecordParts& par
         AcDbSymbolTableRecord::cast(recordClass->create()));
     if (table == nullptr || record == nullptr || !context_.fill(*record, parts)) return;
     readFont(*record, parts.record);
+    readTransparency(*record, parts.record);
     context_.settleHandle(Residence::admitRecord(*table, std::move(record), parts.handle), parts);
 }
 
@@ -107,6 +108,21 @@ void TableReader::readFont(AcDbSymbolTableRecord& record, const ScannedRecord& s
         if (ours && tag.code == 1071) flags = tag.integer();
     }
     if (typeface != nullptr) style->readFont(context_.filer.text(*typeface), flags);
+}
+
+// Layers got their transparency after their record's groups were settled, so it stands in data of
+// an application of that name.
+void TableReader::readTransparency(AcDbSymbolTableRecord& record, const ScannedRecord& scanned) {
+    auto* const layer = AcDbLayerTableRecord::cast(&record);
+    if (layer == nullptr) return;
+    bool ours = false;
+    for (const DxfTag& tag : scanned.tags) {
+        if (tag.code == 1001) ours = tag.text() == "AcCmTransparency";
+        if (!ours || tag.code != 1071) continue;
+        AcCmTransparency transparency;
+        transparency.serializeIn(static_cast<Adesk::UInt32>(tag.integer()));
+        layer->setTransparency(transparency);
+    }
 }
 
 } // namespace headless

@@ -185,6 +185,20 @@ TEST(ReadDxf, MakesWhatIsNotDefined) {
     EXPECT_EQ(nameOf(third->layerId()), "A:B*<>");
 }
 
+TEST(ReadDxf, TakesALayersTransparencyFromItsExtendedData) {
+    const Drawing drawing(
+        std::string("0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n"
+                    "0\nLAYER\n5\n20\n2\nHALF\n70\n0\n"
+                    "1001\nOTHER\n1071\n33554687\n1001\nAcCmTransparency\n1071\n33554559\n"
+                    "0\nLAYER\n5\n21\n2\nSOLID\n70\n0\n"
+                    "0\nENDTAB\n0\nENDSEC\n0\nEOF\n"));
+    const Opened<AcDbLayerTableRecord> half(at<AcDbLayerTableRecord>(drawing, 0x20)->objectId());
+    EXPECT_EQ(half->transparency().alpha(), 127);
+    EXPECT_TRUE(half->transparency().isByAlpha());
+    const Opened<AcDbLayerTableRecord> solid(at<AcDbLayerTableRecord>(drawing, 0x21)->objectId());
+    EXPECT_TRUE(solid->transparency().isSolid());
+}
+
 TEST(ReadDxf, FindsWhatIsDefinedLater) {
     // Tables and blocks behind the entities, linetypes behind the layers, inner blocks behind
     // outer.
