@@ -74,6 +74,25 @@ Adesk::UInt16 AcCmEntityColor::colorIndex() const {
     }
 }
 
+Adesk::UInt16 AcCmEntityColor::nearestIndex() const {
+    if (!isByColor()) return colorIndex();
+    const auto distance = [this](int index) {
+        const Adesk::UInt32 other = lookUpRGB(static_cast<Adesk::UInt8>(index));
+        const int red = first_ - static_cast<int>(other >> 16);
+        const int green = green_ - static_cast<int>(other >> 8 & 0xFF);
+        const int blue = blue_ - static_cast<int>(other & 0xFF);
+        return red * red + green * green + blue * blue;
+    };
+    int nearest = 1;
+    int least = distance(nearest);
+    for (int index = 2; index <= kACImaximum && least > 0; ++index) {
+        const int here = distance(index);
+        if (here < least) nearest = index;
+        least = std::min(least, here);
+    }
+    return static_cast<Adesk::UInt16>(nearest);
+}
+
 Acad::ErrorStatus AcCmEntityColor::setColorIndex(int index) {
     switch (index) {
     case kByBlockIndex:

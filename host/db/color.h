@@ -49,6 +49,8 @@ public:
     /// 0 by block, 1 to 255 the palette, 256 by layer, 257 none; 7, as drawn by devices that know
     /// no other colours, for red-green-blue colours.
     Adesk::UInt16 colorIndex() const;
+    /// As colorIndex(), but the palette's closest for red-green-blue colours.
+    Adesk::UInt16 nearestIndex() const;
     /// Takes 0 to 257; eBadColorIndex, changing nothing, for anything else.
     Acad::ErrorStatus setColorIndex(int index);
 

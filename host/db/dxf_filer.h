@@ -2,6 +2,7 @@
 // codes and values, and the services that turn values into texts, ids and complaints.
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -12,6 +13,8 @@
 class AcRxClass;
 
 namespace headless {
+
+class DxfOutput; // What objects write themselves to; see dxf_output.h.
 
 /// One group of a drawing file. Text refers to the file's own bytes; nothing is copied or converted
 /// before somebody asks for it.
@@ -64,7 +67,8 @@ private:
 
 } // namespace headless
 
-/// Reads one object from its record. The reader of a file derives from it; objects see only this.
+/// Reads one object from its record, or writes it. Readers and writers of files derive from it;
+/// objects see only this.
 class AcDbDxfFiler {
 public:
     virtual ~AcDbDxfFiler() = default;
@@ -87,14 +91,22 @@ public:
     /// Lists a repair or an oddity, naming the group's place in the file. `problem` in plain words.
     virtual void report(const headless::DxfTag& tag, std::string_view problem) = 0;
 
+    /// Where an object puts its groups; for filers that write.
+    headless::DxfOutput& output() const {
+        assert(output_ != nullptr && "a filer that reads takes no groups");
+        return *output_;
+    }
+
 protected:
     explicit AcDbDxfFiler(AcDbDatabase* database) : database_(database), record_({}) {}
     AcDbDxfFiler(const AcDbDxfFiler&) = delete;
     AcDbDxfFiler& operator=(const AcDbDxfFiler&) = delete;
 
     void setRecord(std::span<const headless::DxfTag> tags) { record_ = headless::DxfRecord(tags); }
+    void setOutput(headless::DxfOutput* output) { output_ = output; }
 
 private:
     AcDbDatabase* database_;
+    headless::DxfOutput* output_ = nullptr;
     headless::DxfRecord record_;
 };

@@ -15,6 +15,7 @@
 
 namespace headless {
 
+class DxfOutput;
 class GeometrySink;
 struct DxfTag;
 
@@ -84,6 +85,7 @@ public:
     virtual void getEcs(AcGeMatrix3d& ecs) const { ecs = AcGeMatrix3d::kIdentity; }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     AcDbEntity() = default;
@@ -116,6 +118,7 @@ private:
     void forEachSubentity(const std::function<void(AcDbEntity&)>& apply);
     void readProperty(AcDbDxfFiler& filer, const headless::DxfTag& tag);
     void readColorIndex(AcDbDxfFiler& filer, const headless::DxfTag& tag);
+    void writeLook(headless::DxfOutput& out) const;
 
     AcDbObjectId layerId_;
     AcDbObjectId linetypeId_; // Null until the database sets it: ByLayer.

@@ -2,7 +2,7 @@
 
 #include "db/block_table.h"
 #include "db/database.h"
-#include "db/dxf_filer.h"
+#include "db/dxf_output.h"
 #include "db/entity.h"
 #include "db/layer_table.h"
 #include "db/line_weights.h"
@@ -229,4 +229,33 @@ void AcDbEntity::readColorIndex(AcDbDxfFiler& filer, const DxfTag& tag) {
     const bool known = index >= 0 && index <= 257;
     if (!known || color_.setColorIndex(static_cast<int>(index)) != Acad::eOk)
         filer.report(tag, "no such colour; taken as by layer");
+}
+
+Acad::ErrorStatus AcDbEntity::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbObject::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {6, 8, 48, 60, 62, 347, 370, 420, 440};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbEntity", kCodes);
+    // Every entity of a file is on a layer; the first one is always there.
+    if (layerId_.isNull())
+        out.text(8, L"0");
+    else
+        out.symbol(8, layerId_);
+    const AcDbDatabase* const db = filer->database();
+    if (db == nullptr || linetypeId_ != db->byLayerLinetype()) out.symbol(6, linetypeId_);
+    if (!materialId_.isNull()) out.handle(347, materialId_);
+    writeLook(out);
+    return Acad::eOk;
+}
+
+void AcDbEntity::writeLook(headless::DxfOutput& out) const {
+    using headless::DrawingVersion;
+    constexpr Adesk::UInt32 kPartsOfColor = 0xFFFFFF;
+    out.integer(62, color_.nearestIndex(), AcCmEntityColor::kACIbyLayer);
+    if (out.since(DrawingVersion::k2000)) out.integer(370, lineWeight_, AcDb::kLnWtByLayer);
+    if (out.since(DrawingVersion::kR13)) out.real(48, linetypeScale_, 1.0);
+    out.integer(60, visibility_ == AcDb::kVisible ? 0 : 1, 0);
+    if (!out.since(DrawingVersion::k2004)) return;
+    if (color_.isByColor()) out.integer(420, color_.color() & kPartsOfColor);
+    out.integer(440, transparency_.serializeOut(), 0);
 }

@@ -2,6 +2,7 @@
 
 #include "db/curve_piece.h"
 #include "db/dxf_fields.h"
+#include "db/dxf_output.h"
 #include "db/flat_transform.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbLine, AcDbCurve, "LINE")
@@ -64,5 +65,17 @@ Acad::ErrorStatus AcDbLine::dxfInFields(AcDbDxfFiler* filer) {
         }
     }
     normal_ = headless::readNormal(normal);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbLine::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbCurve::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 11, 21, 31, 39, 210, 220, 230};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbLine", kCodes);
+    out.real(39, thickness_, 0.0);
+    out.point(10, start_);
+    out.point(11, end_);
+    out.normal(normal_);
     return Acad::eOk;
 }

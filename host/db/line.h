@@ -26,6 +26,7 @@ public:
     Acad::ErrorStatus getArea(double& area) const override;
     Acad::ErrorStatus reverseCurve() override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;

@@ -135,3 +135,6 @@ Acad::ErrorStatus AcDbObject::dxfInFields(AcDbDxfFiler* filer) {
     }
     return Acad::eOk;
 }
+
+// Handle and owner are put around the groups of every kind of object by whoever writes the file.
+Acad::ErrorStatus AcDbObject::dxfOutFields(AcDbDxfFiler* /*filer*/) const { return Acad::eOk; }

@@ -122,6 +122,9 @@ public:
 
     /// Fills the object from its record; each class reads its own subclass after its parent's.
     virtual Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer);
+    /// Gives the object's groups to a filer that writes, whether or not it is open; each class its
+    /// own subclass after its parent's. See headless::DxfOutput for what stands in them.
+    virtual Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const;
 
     /// Report a violation when the object is not open accordingly, see reportOpenViolation.
     void assertReadEnabled() const {
