@@ -36,4 +36,12 @@ void SaveComponentInfo(std::map<CString, ComponentInfo> const& components, CStri
     component::writeStyles(components, path);
 }
 
+void SaveComponentDataToDwg(std::map<CString, ComponentInfo> const& components, AcDbDatabase* db) {
+    component::storeStyles(components, db);
+}
+
 } // namespace ComponentFunc
+
+std::map<CString, ComponentInfo> kelmor_get_component_data() {
+    return ComponentFunc::GetAllComponentInfo(false);
+}

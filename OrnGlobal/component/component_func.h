@@ -6,6 +6,8 @@
 
 #include "component/component_info.h"
 
+class AcDbDatabase;
+
 namespace ComponentFunc {
 
 /// The current drawing's styles; the defaults file's when the drawing has none or with `fileOnly`.
@@ -30,4 +32,15 @@ AFX_EXT_API ComponentInfo GetComponentInfo(CString const& groupName, CString con
 AFX_EXT_API void SaveComponentInfo(std::map<CString, ComponentInfo> const& components,
                                    CString const& path);
 
+/// Puts the styles in the place of those that a drawing carries; an empty map leaves it without.
+/// Nothing happens without a drawing, or while its dictionaries cannot be written.
+///
+/// @param db  null: the working database.
+AFX_EXT_API void SaveComponentDataToDwg(std::map<CString, ComponentInfo> const& components,
+                                        AcDbDatabase* db);
+
 } // namespace ComponentFunc
+
+/// The current drawing's styles, else those of the defaults file, for modules that bind by name.
+/// They must use the same runtime library: the map is no plain structure.
+extern "C" AFX_EXT_API std::map<CString, ComponentInfo> kelmor_get_component_data();
