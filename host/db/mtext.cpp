@@ -1,6 +1,5 @@
 #include "db/mtext.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <numbers>
@@ -8,11 +7,14 @@
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
 #include "db/resbuf.h"
+#include "db/residence.h"
 #include "db/text_metrics.h"
 #include "db/text_style_table.h"
 #include "rx/ac_string.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbMText, AcDbEntity, "MTEXT")
+
+using headless::Residence;
 
 Acad::ErrorStatus AcDbMText::setDirection(const AcGeVector3d& direction) {
     return changeNormal(direction_, direction);
@@ -32,26 +34,31 @@ Acad::ErrorStatus AcDbMText::setTextHeight(double height) {
     return height > 0.0 ? change(textHeight_, height) : Acad::eInvalidInput;
 }
 
-AcDbMText::Size AcDbMText::actualSize() const {
-    if (contents_.empty() || !(textHeight_ > 0.0)) return {0.0, 0.0};
-    const auto lines = headless::brokenLines(headless::plainMText(contents_), width_ / textHeight_);
-    double widest = 0.0;
-    for (const std::wstring& line : lines)
-        widest = std::max(widest, headless::textWidth(line));
-    // Base lines are five thirds of the letters' height apart.
-    constexpr double kLinePitch = 5.0 / 3.0;
-    const double between = static_cast<double>(lines.size() - 1) * kLinePitch * lineSpacing_;
-    return {widest * textHeight_, (1.0 + between) * textHeight_};
+headless::MTextFormat AcDbMText::format() const {
+    headless::MTextFormat format;
+    format.height = textHeight_;
+    format.font = headless::fontRequestOf(style_);
+    if (const auto* const style = Residence::peek<AcDbTextStyleTableRecord>(style_)) {
+        format.widthFactor = style->xScaleOf();
+        format.oblique = style->obliquingOf();
+    }
+    return format;
+}
+
+headless::MTextLayout AcDbMText::layout() const {
+    if (contents_.empty() || !(textHeight_ > 0.0)) return {};
+    return headless::layOut(headless::parseMText(contents_, format()),
+                            {width_, lineSpacing_, column(), textHeight_});
 }
 
 double AcDbMText::actualWidth() const {
     assertReadEnabled();
-    return actualSize().width;
+    return layout().width;
 }
 
 double AcDbMText::actualHeight() const {
     assertReadEnabled();
-    return actualSize().height;
+    return layout().height;
 }
 
 ACHAR* AcDbMText::contents() const { return acutNewString(look(contents_).c_str()); }
@@ -83,19 +90,21 @@ Acad::ErrorStatus AcDbMText::getPlane(AcGePlane& plane, AcDb::Planarity& kind) c
 
 void AcDbMText::getEcs(AcGeMatrix3d& ecs) const { ecs = headless::ocsMatrix(look(normal_)); }
 
-void AcDbMText::subDescribe(headless::GeometrySink& sink) const {
-    const Size size = actualSize();
-    if (size.height == 0.0) return;
-    // Attachment points are numbered along three rows from the top left.
-    const double column = (attachment_ - 1) % 3 / 2.0;
-    const double row = std::floor((attachment_ - 1) / 3.0) / 2.0;
-    const double left = -column * size.width;
-    const double bottom = (row - 1.0) * size.height;
+double AcDbMText::column() const { return (attachment_ - 1) % 3 / 2.0; }
+double AcDbMText::row() const { return std::floor((attachment_ - 1) / 3.0) / 2.0; }
+
+AcGePoint3d AcDbMText::boxCorner(const headless::MTextLayout& layout) const {
     const AcGeVector3d up = normal_.crossProduct(direction_);
-    const auto corner = [&](double x, double y) { return location_ + direction_ * x + up * y; };
-    sink.text(std::array{corner(left, bottom), corner(left + size.width, bottom),
-                         corner(left + size.width, bottom + size.height),
-                         corner(left, bottom + size.height)});
+    return location_ - direction_ * (column() * layout.width) + up * (row() * layout.height);
+}
+
+void AcDbMText::subDescribe(headless::GeometrySink& sink) const {
+    const headless::MTextLayout layout = this->layout();
+    if (layout.height == 0.0) return;
+    const AcGePoint3d top = boxCorner(layout);
+    const AcGeVector3d along = direction_ * layout.width;
+    const AcGeVector3d down = direction_.crossProduct(normal_) * layout.height;
+    sink.text(std::array{top + down, top + down + along, top + along, top});
 }
 
 Acad::ErrorStatus AcDbMText::subTransformBy(const AcGeMatrix3d& transform) {

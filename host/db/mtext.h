@@ -2,9 +2,9 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "db/entity.h"
+#include "db/mtext_layout.h"
 
 class AcString;
 
@@ -77,17 +77,23 @@ public:
     void getEcs(AcGeMatrix3d& ecs) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
 
+    /// Where its letters stand, whether or not the text is open.
+    headless::MTextLayout layout() const;
+    /// The upper left corner of the box that the layout starts from, in world coordinates.
+    AcGePoint3d boxCorner(const headless::MTextLayout& layout) const;
+    /// The look of letters without inline codes.
+    headless::MTextFormat format() const;
+
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     void subDescribe(headless::GeometrySink& sink) const override;
 
 private:
-    struct Size {
-        double width;
-        double height;
-    };
-    Size actualSize() const;
+    /// Which column and row of the box the location is: 0 left or top, 0.5 middle, 1 right or
+    /// bottom.
+    double column() const;
+    double row() const;
 
     AcGePoint3d location_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
@@ -100,15 +106,3 @@ private:
     AttachmentPoint attachment_ = kTopLeft;
     FlowDirection flow_ = kByStyle;
 };
-
-namespace headless {
-
-/// The text of MTEXT contents without the inline codes: "\P" parts paragraphs and becomes a line
-/// feed, "\~" a blank, a stacked fraction "\S1/2;" reads 1/2.
-[[nodiscard]] std::wstring plainMText(std::wstring_view contents);
-
-/// The lines of plain text broken at blanks where a line would exceed `width`, in multiples of the
-/// text height; 0 breaks only at line feeds. A word longer than a line is broken inside.
-[[nodiscard]] std::vector<std::wstring> brokenLines(std::wstring_view plain, double width);
-
-} // namespace headless

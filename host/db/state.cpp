@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "db/database.h"
+#include "db/font.h"
 
 ACRX_CONS_DEFINE_MEMBERS(AcDbHostApplicationServices, AcRxObject, 0)
 
@@ -23,6 +24,8 @@ DbState*& newestState() {
 
 DbState::DbState() : SessionState(newestState()) {}
 
+DbState::DbState(ProcessWide) {}
+
 DbState::~DbState() {
     for (AcDbDatabase* const db : databases)
         db->state_ = nullptr;
@@ -33,6 +36,11 @@ DbState& DbState::current() {
     static auto* const processWide = new DbState{ProcessWide{}};
     DbState* const newest = newestState();
     return newest != nullptr ? *newest : *processWide;
+}
+
+FontLibrary& DbState::fonts() {
+    if (fonts_ == nullptr) fonts_ = std::make_unique<FontLibrary>();
+    return *fonts_;
 }
 
 void reportOpenViolation(const AcDbObject& object, const char* needed) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "db/object.h"
@@ -28,6 +29,8 @@ AcDbHostApplicationServices* acdbHostApplicationServices();
 
 namespace headless {
 
+class FontLibrary;
+
 class DbState : public SessionState<DbState> {
 public:
     /// Told of a member called on an object that is not open for it; `needed` is "reading" or
@@ -41,6 +44,9 @@ public:
     /// The newest living state; the process's own when no session made one.
     static DbState& current();
 
+    /// The fonts that texts were measured by.
+    FontLibrary& fonts();
+
     AcDbHostApplicationServices services;
     std::vector<AcDbDatabase*> databases; ///< All alive, the oldest first.
     long liveResultBuffers = 0;           ///< Made by acutNewRb and not freed yet.
@@ -48,7 +54,9 @@ public:
 
 private:
     struct ProcessWide {};
-    explicit DbState(ProcessWide) {}
+    explicit DbState(ProcessWide);
+
+    std::unique_ptr<FontLibrary> fonts_;
 };
 
 } // namespace headless

@@ -80,9 +80,12 @@ Acad::ErrorStatus AcDbText::convertFieldToText() {
     return Acad::eOk;
 }
 
+double AcDbText::lettersWidth() const {
+    return headless::fontOfStyle(style_).width(headless::shownText(text_));
+}
+
 AcDbText::Layout AcDbText::layout() const {
-    const double letters = headless::textWidth(headless::shownText(text_));
-    const double natural = letters * height_ * widthFactor_;
+    const double natural = lettersWidth() * height_ * widthFactor_;
     const AcGePoint3d position = headless::worldToOcs(position_, normal_);
     if (!aligned()) return {position, rotation_, height_, natural};
 
@@ -112,7 +115,7 @@ Acad::ErrorStatus AcDbText::adjustAlignment(const AcDbDatabase* /*db*/) {
     position_ = headless::ocsToWorld(placed.origin, normal_);
     rotation_ = placed.rotation;
     if (stretched()) {
-        const double letters = headless::textWidth(headless::shownText(text_));
+        const double letters = lettersWidth();
         height_ = placed.height;
         if (letters > 0.0 && height_ > 0.0) widthFactor_ = placed.width / (letters * height_);
     }

@@ -97,6 +97,8 @@ private:
         double width;
     };
     Layout layout() const;
+    /// Width of the shown letters, in multiples of the text height.
+    double lettersWidth() const;
     std::array<AcGePoint3d, 4> corners() const;
     bool aligned() const { return horizontal_ != AcDb::kTextLeft || vertical_ != AcDb::kTextBase; }
     bool stretched() const {

@@ -2,6 +2,10 @@
 
 #include <cwctype>
 
+#include "db/residence.h"
+#include "db/state.h"
+#include "db/text_style_table.h"
+
 namespace headless {
 
 namespace {
@@ -27,15 +31,6 @@ wchar_t symbolOf(wchar_t code) {
 bool isStroke(wchar_t code) {
     const auto lower = static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(code)));
     return lower == L'u' || lower == L'o' || lower == L'k';
-}
-
-/// Han, kana, hangul, full-width forms and their punctuation: a square each.
-bool isSquare(wchar_t c) {
-    const auto code = static_cast<char32_t>(c);
-    return (code >= 0x1100 && code <= 0x115F) || (code >= 0x2E80 && code <= 0xD7A3) ||
-           (code >= 0xF900 && code <= 0xFAFF) || (code >= 0xFE30 && code <= 0xFE6F) ||
-           (code >= 0xFF00 && code <= 0xFF60) || (code >= 0xFFE0 && code <= 0xFFE6) ||
-           (code >= 0x20000 && code <= 0x3FFFF);
 }
 
 } // namespace
@@ -64,16 +59,13 @@ std::wstring shownText(std::wstring_view text) {
     return shown;
 }
 
-double letterWidth(wchar_t letter) {
-    constexpr double kLetter = 0.6;
-    return isSquare(letter) ? 1.0 : kLetter;
+FontRequest fontRequestOf(AcDbObjectId style) {
+    const auto* const record = Residence::peek<AcDbTextStyleTableRecord>(style);
+    return record == nullptr ? FontRequest() : record->fontRequest();
 }
 
-double textWidth(std::wstring_view shown) {
-    double width = 0.0;
-    for (const wchar_t letter : shown)
-        width += letterWidth(letter);
-    return width;
+const TextFont& fontOfStyle(AcDbObjectId style) {
+    return DbState::current().fonts().find(fontRequestOf(style));
 }
 
 } // namespace headless

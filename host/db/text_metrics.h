@@ -4,6 +4,9 @@
 #include <string>
 #include <string_view>
 
+#include "db/font.h"
+#include "db/object_id.h"
+
 namespace headless {
 
 /// The letters that a single line of text shows: control codes are resolved ("%%d" a degree sign,
@@ -11,12 +14,11 @@ namespace headless {
 /// overline, strike-through).
 [[nodiscard]] std::wstring shownText(std::wstring_view text);
 
-/// Width of a letter, in multiples of the text height: 1 for those that fill a square, such as Han,
-/// 0.6 for others.
-[[nodiscard]] double letterWidth(wchar_t letter);
-
-/// Width of a line of shown text, in multiples of the text height.
-[[nodiscard]] double textWidth(std::wstring_view shown);
+/// The font of a text style; of none the font for styles that name nothing.
+/// @param style  a text style, open or not.
+[[nodiscard]] const TextFont& fontOfStyle(AcDbObjectId style);
+/// What that style asks for.
+[[nodiscard]] FontRequest fontRequestOf(AcDbObjectId style);
 
 /// How far letters reach below the base line, in multiples of the text height.
 inline constexpr double kTextDescent = 1.0 / 3.0;

@@ -1,6 +1,7 @@
 // Text styles: fonts and how texts in them stand.
 #pragma once
 
+#include "db/font.h"
 #include "db/symbol_table.h"
 
 namespace headless {
@@ -51,6 +52,11 @@ public:
     Acad::ErrorStatus setFlagBits(Adesk::UInt8 bits) { return change(flagBits_, bits); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+
+    /// The font that texts are measured by, whether or not the record is open.
+    headless::FontRequest fontRequest() const { return {file_, typeface_, bold_, italic_}; }
+    double xScaleOf() const { return xScale_; }
+    double obliquingOf() const { return obliquing_; }
 
     /// Font family and style from a record's extended data under ACAD.
     void readFont(std::wstring typeface, std::int64_t packedFlags);

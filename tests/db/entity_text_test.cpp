@@ -1,10 +1,12 @@
 // Texts: where they lie for each alignment, and what multiline contents say without their codes.
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
 #include "db/attribute.h"
 #include "db/mtext.h"
 #include "db/resbuf.h"
+#include "db/state.h"
 #include "db/text.h"
 #include "db/text_metrics.h"
 #include "entity_support.h"
@@ -19,7 +21,7 @@ class TextTest : public CoreTest {};
 
 TEST_F(TextTest, AlignmentsHangTheTextOnTheirPoint) {
     // "ab" is two letters wide; with the height 10 its box is `w` by 10.
-    const double w = headless::textWidth(L"ab") * 10.0;
+    const double w = headless::fontOfStyle({}).width(L"ab") * 10.0;
     const struct {
         const char* name;
         AcDb::TextHorzMode horizontal;
@@ -51,7 +53,7 @@ TEST_F(TextTest, FittedTextReachesFromPointToPoint) {
     ASSERT_EQ(text.setAlignmentPoint({7, 1, 0}), Acad::eOk);
     enttest::expectNear(enttest::boxOf(text), {{1, 1, 0}, {7, 11, 0}});
     text.setHorizontalMode(AcDb::kTextAlign);
-    const double height = 6.0 / headless::textWidth(L"abcd");
+    const double height = 6.0 / headless::fontOfStyle({}).width(L"abcd");
     enttest::expectNear(enttest::boxOf(text), {{1, 1, 0}, {7, 1 + height, 0}});
     ASSERT_EQ(text.adjustAlignment(), Acad::eOk);
     EXPECT_NEAR(text.height(), height, 1e-12);
@@ -155,22 +157,99 @@ TEST_F(TextTest, MultilineContentsReadPlain) {
     }
 }
 
+/// The letters of each line, from the base lines that the runs share.
+std::vector<std::wstring> linesOf(const headless::MTextLayout& layout) {
+    std::vector<std::wstring> lines;
+    double baseLine = 1.0;
+    for (const headless::PlacedRun& placed : layout.runs) {
+        if (placed.origin.y != baseLine) lines.emplace_back();
+        baseLine = placed.origin.y;
+        lines.back() += placed.run.text;
+    }
+    return lines;
+}
+
+headless::MTextLayout layOut(std::wstring_view contents, const headless::MTextFrame& frame) {
+    headless::MTextFormat format;
+    format.height = 1.0;
+    return headless::layOut(headless::parseMText(contents, format), frame);
+}
+
 TEST_F(TextTest, LinesBreakAtBlanksAndInsideLongWords) {
-    const double letter = headless::letterWidth(L'a');
+    const double letter = headless::fontOfStyle({}).width(L'a');
+    const double square = headless::fontOfStyle({}).width(L'\u677F');
     const struct {
-        const wchar_t* text;
-        double letters; // to a line; 0 for no breaking
+        const wchar_t* contents;
+        double width; // 0 for no breaking
         std::vector<std::wstring> lines;
     } cases[] = {
-        {L"aa bb cc", 5, {L"aa bb", L"cc"}},
+        {L"aa bb cc", 5.1 * letter, {L"aa bb", L"cc"}},
         {L"aa bb cc", 0, {L"aa bb cc"}},
-        {L"aaaaaaa", 3, {L"aaa", L"aaa", L"a"}},
-        {L"aa\n\nbb", 9, {L"aa", L"", L"bb"}},
-        {L"", 4, {L""}},
-        {L"abc", 0.1, {L"a", L"b", L"c"}},
+        {L"a{\\C1;a b}b cc", 5.1 * letter, {L"aa bb", L"cc"}},
+        {L"aaaaaaa", 3.1 * letter, {L"aaa", L"aaa", L"a"}},
+        {L"aa\\P\\Pbb", 9.0 * letter, {L"aa", L"bb"}},
+        {L"", 4.0, {}},
+        {L"abc", 0.1 * letter, {L"a", L"b", L"c"}},
+        {L"\u677F\u677F\u677F", 2.1 * square, {L"\u677F\u677F", L"\u677F"}},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(headless::brokenLines(c.text, c.letters * letter + c.letters * 1e-9), c.lines);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.contents));
+        EXPECT_EQ(linesOf(layOut(c.contents, {c.width, 1.0, 0.0, 1.0})), c.lines);
+    }
+}
+
+TEST_F(TextTest, InlineCodesChangeTheRoomOfTheirLetters) {
+    const double letter = headless::fontOfStyle({}).width(L'a');
+    const struct {
+        const char* name;
+        const wchar_t* contents;
+        double letters; // width of the box
+        double height;
+    } cases[] = {
+        {"plain", L"aa", 2.0, 1.0},
+        {"absolute height", L"\\H3;aa", 6.0, 3.0},
+        {"relative height", L"\\H2x;\\H2x;aa", 8.0, 4.0},
+        {"braces end a height", L"{\\H3;a}a", 4.0, 3.0},
+        {"width factor", L"\\W0.5;aa", 1.0, 1.0},
+        {"tracking", L"\\T2;aa", 4.0, 1.0},
+        {"fraction", L"\\Saa/a;", 1.4, 1.0},
+        {"slanted fraction", L"\\Saa#a;", 2.1, 1.0},
+        {"second line is higher", L"a\\P\\H3;a", 3.0, 1.0 + 3.0 * 5.0 / 3.0},
+        {"heights of nothing are no heights", L"\\H0;\\W0;a", 1.0, 1.0},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const headless::MTextLayout layout = layOut(c.contents, {0.0, 1.0, 0.0, 1.0});
+        EXPECT_NEAR(layout.width, c.letters * letter, 1e-12);
+        EXPECT_NEAR(layout.height, c.height, 1e-12);
+    }
+}
+
+TEST_F(TextTest, LinesAlignWithinTheBox) {
+    const auto layout = layOut(L"aaaa\\Paa", {0.0, 1.0, 0.5, 1.0});
+    ASSERT_EQ(layout.runs.size(), 2U);
+    EXPECT_EQ(layout.runs[0].origin.x, 0.0);
+    EXPECT_NEAR(layout.runs[1].origin.x, layout.width / 4.0, 1e-12);
+}
+
+TEST_F(TextTest, WidthsComeFromTheStylesFont) {
+    // Advances in the font's file: A 0.6079, digits 0.5508, squares 1 em.
+    const auto fontOf = [](const wchar_t* file, const wchar_t* typeface) -> const auto& {
+        return headless::DbState::current().fonts().find({file, typeface, false, false});
+    };
+    const headless::TextFont& outlines = fontOf(L"", L"wenquanyi micro hei");
+    ASSERT_FALSE(outlines.path().empty()) << "the font of packages.txt is not installed";
+    EXPECT_NEAR(outlines.width(L'\u677F') / outlines.width(L'5'), 1.0 / 0.5508, 1e-3);
+    EXPECT_NEAR(outlines.width(L'A') / outlines.width(L'5'), 0.6079 / 0.5508, 1e-3);
+    EXPECT_NEAR(outlines.width(L"A5"), outlines.width(L'A') + outlines.width(L'5'), 1e-12);
+    EXPECT_EQ(&fontOf(L"", L"wenquanyi micro hei"), &outlines);
+
+    EXPECT_EQ(fontOf(L"C:\\Fonts\\WQY-MicroHei.TTC", L"").width(L'\u677F'),
+              outlines.width(L'\u677F'));
+    const headless::TextFont& strokes = fontOf(L"gbcbig.shx", L"");
+    EXPECT_EQ(strokes.width(L'\u677F'), 1.0);
+    EXPECT_EQ(strokes.width(L'A'), outlines.width(L'A'));
+    EXPECT_EQ(fontOf(L"", L"No Such Family").width(L'A'), outlines.width(L'A'));
 }
 
 TEST_F(TextTest, MultilineTextHangsOnItsAttachment) {
@@ -187,7 +266,9 @@ TEST_F(TextTest, MultilineTextHangsOnItsAttachment) {
     EXPECT_STREQ(plain, L"ab\ncd");
     acutDelString(plain);
     // Two lines of the height 2 are 2 + 10 / 3 high; hung at the lower right, turned by 90 degrees.
-    const double width = headless::textWidth(L"ab") * 2.0;
+    const double width =
+        std::max(headless::fontOfStyle({}).width(L"ab"), headless::fontOfStyle({}).width(L"cd")) *
+        2.0;
     const double height = 2.0 + 10.0 / 3.0;
     enttest::expectNear(enttest::boxOf(*text), {{100 - height, 50 - width, 0}, {100, 50, 0}});
     EXPECT_NEAR(text->rotation(), pi / 2.0, 1e-12);
