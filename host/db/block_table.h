@@ -93,7 +93,7 @@ private:
     friend class AcDbBlockTable;
     friend class headless::Residence;
 
-    std::vector<AcDbObjectId> entities_;
+    headless::Lasting<std::vector<AcDbObjectId>> entities_;
     AcGePoint3d origin_;
     AcDbObjectId layoutId_;
     std::wstring comments_;
@@ -147,7 +147,7 @@ protected:
     void completeName(AcDbSymbolTableRecord& record) override;
 
 private:
-    std::unordered_map<std::wstring, int> anonymousCounts_;
+    headless::Lasting<std::unordered_map<std::wstring, int>> anonymousCounts_;
 };
 
 inline constexpr const ACHAR* ACDB_MODEL_SPACE = L"*Model_Space";

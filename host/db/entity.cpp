@@ -13,14 +13,14 @@ Acad::ErrorStatus AcDbEntity::changeNormal(AcGeVector3d& member, const AcGeVecto
 
 Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
     assertReadEnabled();
-    if (extents_ == nullptr) {
+    if (!extents_) {
         AcDbExtents box;
         if (const auto status = subGetGeomExtents(box); status != Acad::eOk) return status;
         if (!keepsExtents()) {
             extents = box;
             return Acad::eOk;
         }
-        extents_ = std::make_unique<AcDbExtents>(box);
+        extents_.emplace(box);
     }
     extents = *extents_;
     return Acad::eOk;

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
+#include "db/beside_state.h"
 #include "db/color.h"
 #include "db/extents.h"
 #include "db/object.h"
@@ -128,5 +128,5 @@ private:
     AcDb::LineWeight lineWeight_ = AcDb::kLnWtByLayer;
     AcDb::Visibility visibility_ = AcDb::kVisible;
     double linetypeScale_ = 1.0;
-    mutable std::unique_ptr<AcDbExtents> extents_;
+    mutable headless::Derived<AcDbExtents> extents_;
 };

@@ -5,12 +5,29 @@
 #include "db/dxf_filer.h"
 #include "db/layer_lock.h"
 #include "db/object_data.h"
+#include "db/object_state.h"
 #include "db/open.h"
 #include "db/residence.h"
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbObject, AcRxObject)
 
 AcDbObject::AcDbObject() = default;
+
+AcDbObject& AcDbObject::operator=(const AcDbObject& other) {
+    if (this == &other) return *this;
+    ownerId_ = other.ownerId_;
+    extensionDictionary_ = other.extensionDictionary_;
+    source_ = other.source_;
+    flags_ = (flags_ & ~kChanged) | (other.flags_ & kChanged);
+    extras_ = other.extras_ == nullptr ? nullptr
+                                       : std::make_unique<headless::ObjectExtras>(*other.extras_);
+    return *this;
+}
+
+AcRxObject* AcDbObject::clone() const {
+    assertReadEnabled();
+    return headless::ObjectState::cloneOf(*this).release();
+}
 
 AcDbObject::~AcDbObject() {
     if (stub_ != nullptr) headless::Residence::vacate(*stub_);

@@ -21,7 +21,8 @@ namespace headless {
 
 class ObjectData; // Extended data, reactors and what erasing takes along; see object_data.h.
 struct ObjectExtras;
-class Residence; // Puts objects into databases and takes them out; see residence.h.
+class ObjectState; // Copies of what an object is; see object_state.h.
+class Residence;   // Puts objects into databases and takes them out; see residence.h.
 
 /// Tells the session that a member was called on an object that is not open for it, see
 /// DbState::openViolation. `needed` is "reading" or "writing".
@@ -49,7 +50,12 @@ public:
     /// Deleting a resident object takes it out of its database: its id answers ePermanentlyErased.
     ~AcDbObject() override;
     AcDbObject(const AcDbObject&) = delete;
-    AcDbObject& operator=(const AcDbObject&) = delete;
+
+    /// A new object of the same class that is in no database: without owner, reactors and extension
+    /// dictionary, but with the extended data, and with copies of its own of vertices and
+    /// attributes. It keeps the place of the original's record in the file: groups that its class
+    /// does not model are those of the original. The caller owns it.
+    AcRxObject* clone() const override;
 
     AcDbObjectId objectId() const { return AcDbObjectId(stub_); }
     AcDbObjectId id() const { return objectId(); }
@@ -141,7 +147,15 @@ public:
 
 protected:
     AcDbObject();
+    /// Takes the other's state over and keeps its own identity: its place in a database and how it
+    /// is open. Classes assign their members by default; see beside_state.h for those that are no
+    /// state.
+    AcDbObject& operator=(const AcDbObject& other);
 
+    /// Called on a clone: takes over what the original left in its file or holds in other objects.
+    virtual void becomeIndependent(const AcDbObject& /*original*/) {}
+    /// Called before the object takes over another state of its own.
+    virtual void beforeRestore(const AcDbObject& /*state*/) {}
     /// Called by erase() before the state changes; anything but eOk refuses.
     virtual Acad::ErrorStatus subErase(bool /*erasing*/) { return Acad::eOk; }
     /// Adds the objects that are erased together with this one.
@@ -167,6 +181,7 @@ protected:
 
 private:
     friend class headless::ObjectData;
+    friend class headless::ObjectState;
     friend class headless::Residence;
 
     Acad::ErrorStatus eraseAlone(bool erasing);

@@ -54,11 +54,28 @@ ObjectExtras& ObjectData::extras(const AcDbObject& object) {
 }
 
 void ObjectData::markChanged(AcDbObject& object) {
-    // Members of a group get it for a reactor while somebody else may have them open.
-    if (object.isWriteEnabled())
+    // Members of a group get it for a reactor, and parts change with their owner, while somebody
+    // else may have them open.
+    if (object.isWriteEnabled()) {
         object.assertWriteEnabled();
-    else
-        object.flags_ |= AcDbObject::kModified | AcDbObject::kChanged;
+        return;
+    }
+    object.flags_ |= AcDbObject::kChanged;
+    object.beforeChange();
+}
+
+void ObjectData::detachClone(AcDbObject& clone, const AcDbObject& original) {
+    DataItems xdata = ObjectData::xdata(original);
+    clone.extras_ = std::make_unique<ObjectExtras>();
+    clone.extras_->xdata = std::move(xdata);
+    clone.extras_->reactors.emplace();
+    clone.extras_->sourceDatabase = original.database();
+}
+
+void ObjectData::dropForeignSource(AcDbObject& object) {
+    if (object.extras_ == nullptr) return;
+    const void* const origin = std::exchange(object.extras_->sourceDatabase, nullptr);
+    if (origin != object.database()) object.source_ = {};
 }
 
 DataItems ObjectData::xdata(const AcDbObject& object) {

@@ -18,6 +18,7 @@ struct ObjectExtras {
     std::optional<DataItems> xdata;           // empty: as in the file
     std::optional<AcDbVoidPtrArray> reactors; // stubs; empty: as in the file
     std::vector<AcDbObjectId> erasedAlong;    // when the object was erased
+    const void* sourceDatabase = nullptr;     // of a clone, the database that its source is of
 };
 
 /// For the host's own parts; these look at objects however they are open.
@@ -40,12 +41,19 @@ public:
     /// Brings back what was erased along with the object.
     static void bringBackOwned(AcDbObject& owner);
 
+    /// Counts the object as changed, however it is open.
+    static void markChanged(AcDbObject& object);
+
+    /// Gives a clone the original's extended data and none of its reactors.
+    static void detachClone(AcDbObject& clone, const AcDbObject& original);
+    /// A clone that enters another database leaves its original's record behind.
+    static void dropForeignSource(AcDbObject& object);
+
 private:
     friend class ::AcDbObject;
 
     static ObjectExtras& extras(const AcDbObject& object);
     static AcDbVoidPtrArray& keptReactors(const AcDbObject& object);
-    static void markChanged(AcDbObject& object);
 };
 
 } // namespace headless

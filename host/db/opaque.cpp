@@ -6,8 +6,8 @@
 
 namespace headless {
 
-ACRX_NO_CONS_DEFINE_MEMBERS(OpaqueObject, AcDbObject)
-ACRX_NO_CONS_DEFINE_MEMBERS(OpaqueEntity, AcDbEntity)
+ACRX_CONS_DEFINE_MEMBERS(OpaqueObject, AcDbObject, 0)
+ACRX_CONS_DEFINE_MEMBERS(OpaqueEntity, AcDbEntity, 0)
 
 std::string_view interned(std::string_view text) {
     static std::mutex mutex;

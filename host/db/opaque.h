@@ -15,7 +15,7 @@ class OpaqueObject : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(OpaqueObject);
 
-    explicit OpaqueObject(std::string_view dxfName) : dxfName_(interned(dxfName)) {}
+    explicit OpaqueObject(std::string_view dxfName = {}) : dxfName_(interned(dxfName)) {}
 
     std::string_view dxfName() const { return dxfName_; }
 
@@ -27,7 +27,7 @@ class OpaqueEntity : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(OpaqueEntity);
 
-    explicit OpaqueEntity(std::string_view dxfName) : dxfName_(interned(dxfName)) {}
+    explicit OpaqueEntity(std::string_view dxfName = {}) : dxfName_(interned(dxfName)) {}
 
     std::string_view dxfName() const { return dxfName_; }
 

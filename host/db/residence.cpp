@@ -3,6 +3,7 @@
 #include "db/block_table.h"
 #include "db/database.h"
 #include "db/entity.h"
+#include "db/object_data.h"
 #include "db/subentities.h"
 
 namespace headless {
@@ -75,6 +76,7 @@ Acad::ErrorStatus Residence::enter(AcDbDatabase& db, AcDbObject& object, AcDbObj
     occupy(stub, object, owner);
     stub.openForWrite = true;
     object.flags_ |= AcDbObject::kNew | AcDbObject::kChanged;
+    ObjectData::dropForeignSource(object);
     if (auto* const parts = dynamic_cast<SubentityOwner*>(&object))
         parts->subentities().enterDatabase(static_cast<AcDbEntity&>(object));
     return Acad::eOk;

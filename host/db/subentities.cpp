@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "db/object_state.h"
 #include "db/sequence_end.h"
 
 namespace headless {
@@ -57,9 +58,38 @@ private:
 
 } // namespace
 
-Subentities::~Subentities() {
+Subentities::~Subentities() { clear(); }
+
+void Subentities::clear() {
     for (const Part& part : parts_)
         delete part.owned;
+    parts_.clear();
+}
+
+Subentities& Subentities::operator=(const Subentities& other) {
+    if (this == &other) return *this;
+    clear();
+    parts_ = other.parts_;
+    end_ = other.end_;
+    for (Part& part : parts_) {
+        if (part.owned != nullptr) part.owned = cloneOf(*part.owned);
+    }
+    return *this;
+}
+
+void Subentities::replaceByClones() {
+    std::vector<Part> clones;
+    for (const Part& part : parts_) {
+        const AcDbEntity* const entity = part.entity();
+        if (entity == nullptr || entity->isErased()) continue;
+        clones.push_back({{}, part.owned != nullptr ? part.owned : cloneOf(*entity)});
+    }
+    parts_ = std::move(clones);
+    end_.setNull();
+}
+
+AcDbEntity* Subentities::cloneOf(const AcDbEntity& part) {
+    return static_cast<AcDbEntity*>(ObjectState::cloneOf(part).release());
 }
 
 Acad::ErrorStatus Subentities::insert(AcDbEntity& owner, std::size_t index, AcDbEntity* part) {

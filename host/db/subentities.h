@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "db/object_data.h"
 #include "db/object_iterator.h"
 #include "db/open.h"
 #include "db/residence.h"
@@ -19,7 +20,11 @@ public:
     Subentities() = default;
     ~Subentities();
     Subentities(const Subentities&) = delete;
-    Subentities& operator=(const Subentities&) = delete;
+    /// Lists the same resident parts; parts that are not resident are cloned.
+    Subentities& operator=(const Subentities& other);
+    /// Puts a new part for each in its place that is not erased, as a clone of their owner needs
+    /// it.
+    void replaceByClones();
 
     /// Adds a new part before `index`, taking it over. When `owner` is resident the part becomes so
     /// and stays open for writing, else it stays reachable by its pointer.
@@ -71,12 +76,8 @@ public:
         for (const Part& part : parts_) {
             T* const typed = T::cast(part.entity());
             if (typed == nullptr) continue;
-            AcDbEntity* opened = nullptr;
-            // Opened, so that it counts as changed; one that is open for writing does already.
-            acdbOpenObject(opened, part.id, AcDb::kForWrite, true, true);
-            if (opened != nullptr) opened->assertWriteEnabled();
+            ObjectData::markChanged(*typed);
             apply(*typed);
-            if (opened != nullptr) opened->close();
         }
     }
 
@@ -91,6 +92,8 @@ private:
     };
 
     bool holds(AcDbObjectId id) const;
+    void clear();
+    static AcDbEntity* cloneOf(const AcDbEntity& part);
 
     std::vector<Part> parts_;
     AcDbObjectId end_;

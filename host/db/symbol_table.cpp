@@ -1,6 +1,7 @@
 #include "db/symbol_table.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "db/database.h"
 #include "db/dxf_filer.h"
@@ -52,6 +53,12 @@ Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* name) {
     else
         name_ = name;
     return Acad::eOk;
+}
+
+void AcDbSymbolTableRecord::beforeRestore(const AcDbObject& state) {
+    auto* const table = Residence::peek<AcDbSymbolTable>(ownerId());
+    const std::wstring& name = static_cast<const AcDbSymbolTableRecord&>(state).name_;
+    if (table != nullptr && name != name_) table->rename(*this, name);
 }
 
 bool AcDbSymbolTableRecord::isDependent() const {
@@ -175,8 +182,19 @@ void AcDbSymbolTable::rename(AcDbSymbolTableRecord& record, std::wstring name) {
         std::erase(named->second, record.objectId());
         if (named->second.empty()) byName_.erase(named);
     }
-    byName_[name].push_back(record.objectId());
+    std::vector<AcDbObjectId>& namesakes = byName_[name];
+    namesakes.push_back(record.objectId());
+    if (namesakes.size() > 1) sortByAge(namesakes);
     record.name_ = std::move(name);
+}
+
+void AcDbSymbolTable::sortByAge(std::vector<AcDbObjectId>& namesakes) const {
+    std::vector<AcDbObjectId> sorted;
+    std::copy_if(records_.begin(), records_.end(), std::back_inserter(sorted),
+                 [&](AcDbObjectId id) {
+                     return std::find(namesakes.begin(), namesakes.end(), id) != namesakes.end();
+                 });
+    namesakes = std::move(sorted);
 }
 
 AcDbSymbolTableIterator::AcDbSymbolTableIterator(const AcDbSymbolTable& table, bool atBeginning,

@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "db/beside_state.h"
 #include "db/object.h"
 #include "db/open.h"
 #include "win/casing.h"
@@ -44,6 +45,8 @@ protected:
     AcDbSymbolTableRecord() = default;
     /// Refuses to bring a record back when its name was given to another meanwhile.
     Acad::ErrorStatus subErase(bool erasing) override;
+    /// Puts the name it had under the table's names again.
+    void beforeRestore(const AcDbObject& state) override;
 
 private:
     friend class AcDbSymbolTable;
@@ -108,11 +111,13 @@ private:
 
     void append(AcDbSymbolTableRecord& record);
     void rename(AcDbSymbolTableRecord& record, std::wstring name);
+    void sortByAge(std::vector<AcDbObjectId>& namesakes) const;
 
-    std::vector<AcDbObjectId> records_;
-    std::unordered_map<std::wstring, std::vector<AcDbObjectId>, headless::NameHash,
-                       headless::NameEqual>
-        byName_; // All records of a name, the earliest first.
+    using NameIndex = std::unordered_map<std::wstring, std::vector<AcDbObjectId>,
+                                         headless::NameHash, headless::NameEqual>;
+
+    headless::Lasting<std::vector<AcDbObjectId>> records_;
+    headless::Lasting<NameIndex> byName_; // All records of a name, the earliest first.
 };
 
 /// Walks over a table's records. It stays usable while records are added.

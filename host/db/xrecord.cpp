@@ -56,6 +56,10 @@ DataItems AcDbXrecord::items() const {
     return items;
 }
 
+void AcDbXrecord::becomeIndependent(const AcDbObject& original) {
+    items_ = static_cast<const AcDbXrecord&>(original).items();
+}
+
 Acad::ErrorStatus AcDbXrecord::rbChain(resbuf** chain, AcDbDatabase* /*auxDb*/) const {
     assertReadEnabled();
     if (chain == nullptr) return Acad::eInvalidInput;

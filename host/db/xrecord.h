@@ -40,6 +40,9 @@ public:
     /// The values whether or not the record is open.
     headless::DataItems items() const;
 
+protected:
+    void becomeIndependent(const AcDbObject& original) override;
+
 private:
     std::optional<headless::DataItems> items_; // empty: as in the file
     AcDb::DuplicateRecordCloning mergeStyle_ = AcDb::kDrcIgnore;

@@ -11,8 +11,9 @@ AcRxClass* AcRxObject::isA() const { return desc(); }
 
 bool AcRxObject::isKindOf(const AcRxClass* kind) const { return isA()->isDerivedFrom(kind); }
 
-AcRxClass::AcRxClass(const ACHAR* name, AcRxClass* parent, Factory factory, const char* dxfName)
-    : name_(name), parent_(parent), factory_(factory), dxfName_(dxfName) {
+AcRxClass::AcRxClass(const ACHAR* name, AcRxClass* parent, Factory factory, const char* dxfName,
+                     StateCopier copier)
+    : name_(name), parent_(parent), factory_(factory), dxfName_(dxfName), stateCopier_(copier) {
     headless::ClassDictionary::instance().add(*this);
 }
 

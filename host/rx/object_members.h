@@ -15,7 +15,8 @@
 // matter; the `registered` object makes sure that it is made when the library is loaded.
 #define HEADLESS_RX_DEFINE(CLASS, PARENT, FACTORY, DXFNAME)                                        \
     AcRxClass* CLASS::desc() {                                                                     \
-        static AcRxClass description(L"" #CLASS, PARENT::desc(), FACTORY, DXFNAME);                \
+        static AcRxClass description(L"" #CLASS, PARENT::desc(), FACTORY, DXFNAME,                 \
+                                     headless::stateCopierOf<CLASS>());                            \
         return &description;                                                                       \
     }                                                                                              \
     AcRxClass* CLASS::isA() const { return CLASS::desc(); }                                        \
@@ -35,4 +36,5 @@
 /// A class whose objects stand in drawing files under DXFNAME.
 #define HEADLESS_DXF_DEFINE_MEMBERS(CLASS, PARENT, DXFNAME)                                        \
     HEADLESS_RX_DEFINE(                                                                            \
-        CLASS, PARENT, []() -> AcRxObject* { return new CLASS; }, DXFNAME)
+        CLASS, PARENT, []() -> AcRxObject* { return new CLASS; }, DXFNAME)                         \
+    static_assert(headless::stateCopierOf<CLASS>() != nullptr, "copied by clones and by undo");
