@@ -7,6 +7,8 @@
 #include <dbsymtb.h>
 #include <geassign.h>
 
+#include "OrnCore/named_records.h"
+
 namespace {
 
 constexpr short kNameCode = AcDb::kDxfControlString;
@@ -65,15 +67,11 @@ bool isPoint(const resbuf& item) {
     return item.restype >= AcDb::kDxfXdXCoord && item.restype <= AcDb::kDxfXdWorldXDir;
 }
 
-bool registerApplication(AcDbDatabase& db, const CString& name) {
-    AcDbObjectPointer<AcDbRegAppTable> table(db.regAppTableId());
-    if (table.openStatus() != Acad::eOk) return false;
-    if (table->has(name)) return true;
-    if (table->upgradeOpen() != Acad::eOk) return false;
-    AcDbObjectPointer<AcDbRegAppTableRecord> record;
-    record.create();
-    if (record->setName(name) != Acad::eOk) return false;
-    return table->add(record.object()) == Acad::eOk;
+bool registerApplication(const AcDbDatabase& db, const CString& name) {
+    const auto leaveAsMade = [](AcDbRegAppTableRecord&) {};
+    return !zel::findOrAdd<AcDbRegAppTable, AcDbRegAppTableRecord>(db.regAppTableId(), name,
+                                                                   leaveAsMade)
+                .isNull();
 }
 
 } // namespace

@@ -7,6 +7,8 @@
 #include <dbmain.h>
 #include <dbsymtb.h>
 
+#include "OrnCore/named_records.h"
+
 namespace {
 
 Acad::ErrorStatus appendTo(AcDbObjectId spaceId, AcDbEntity& entity, AcDbObjectId& id) {
@@ -35,6 +37,21 @@ AcDbObjectId CZelDwg::AddEntity(AcDbEntity* ent, AcDbDatabase* db, int keepOpen,
         return AcDbObjectId::kNull;
     }
     if (keepOpen == 0) ent->close();
+    return id;
+}
+
+AcDbObjectId CZelDwg::AddLayer(const CString& name, int color, const CString& linetype,
+                               int makeCurrent) {
+    AcDbDatabase* const db = acdbHostApplicationServices()->workingDatabase();
+    if (db == nullptr) return AcDbObjectId::kNull;
+    const AcDbObjectId id = zel::findOrAdd<AcDbLayerTable, AcDbLayerTableRecord>(
+        db->layerTableId(), name, [&](AcDbLayerTableRecord& record) {
+            AcCmColor layerColor;
+            layerColor.setColorIndex(color);
+            record.setColor(layerColor);
+            record.setLinetypeObjectId(zel::linetypeOrContinuous(*db, linetype));
+        });
+    if (makeCurrent != 0 && !id.isNull()) db->setClayer(id);
     return id;
 }
 

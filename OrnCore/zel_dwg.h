@@ -1,5 +1,5 @@
-// Drawing helpers that the product's modules share: adding entities, and measuring points and
-// outlines.
+// Drawing helpers that the product's modules share: adding entities and layers, and measuring
+// points and outlines.
 //
 // Lengths are in drawing units (mm), angles in radians counter-clockwise from the x axis.
 #pragma once
@@ -21,11 +21,20 @@ public:
     /// @param ent       not in any database yet; stays the caller's when the call fails.
     /// @param db        null: the working database.
     /// @param keepOpen  not 0: the entity stays open for writing, and the caller closes it; 0: it
-    /// is
-    ///                  closed once it is in the database.
+    ///                  is closed once it is in the database.
     /// @param report    not 0: a failure is printed on the command line.
     /// @return          the new entity's id, null on failure.
     static AcDbObjectId AddEntity(AcDbEntity* ent, AcDbDatabase* db, int keepOpen, int report);
+
+    /// The layer of a name in the working database, taken as it is; else a new one.
+    ///
+    /// @param color        the new layer's colour index.
+    /// @param linetype     the new layer's linetype; continuous when the drawing has none of that
+    ///                     name.
+    /// @param makeCurrent  not 0: the layer becomes the drawing's current one.
+    /// @return             null when there is no drawing or the host refuses the name.
+    static AcDbObjectId AddLayer(const CString& name, int color, const CString& linetype,
+                                 int makeCurrent);
 
     /// The entity's box in world coordinates; empty (its minimum above its maximum) when it cannot
     /// be opened or has no bounds.

@@ -34,6 +34,9 @@ public:
     /// failure is printed, gives eInvalidInput and leaves the name.
     static Acad::ErrorStatus symbolIdToName(const AcDbObjectId& id, CString& name);
     static Acad::ErrorStatus mlineStyleIdToName(const AcDbObjectId& id, CString& name);
+    /// The name of a record of any table; empty, without a message, when it is no such record or
+    /// cannot be opened.
+    static CString GetStyleName(const AcDbObjectId& id);
     /// Appends the ids of all records that are not erased, hidden layers too.
     static Acad::ErrorStatus collectSymbolIds(AcRxClass* recordClass, AcDbObjectIdArray& ids,
                                               AcDbDatabase* db);

@@ -66,6 +66,16 @@ std::unique_ptr<AcDbSymbolTableIterator> iterate(const AcDbSymbolTable& table) {
     return std::unique_ptr<AcDbSymbolTableIterator>(iterator);
 }
 
+/// A failure leaves the name.
+Acad::ErrorStatus readName(AcDbObjectId id, CString& name) {
+    const ReadHandle<AcDbSymbolTableRecord> record(id);
+    if (!record) return record.status();
+    const ACHAR* text = nullptr;
+    record->getName(text);
+    name = text;
+    return Acad::eOk;
+}
+
 } // namespace
 
 AcDbSymbolTable* AcUtSymTbl::openSymbolTable(AcRxClass* recordClass, AcDb::OpenMode mode,
@@ -95,15 +105,15 @@ Acad::ErrorStatus AcUtSymTbl::symbolIdToName(const AcDbObjectId& id, CString& na
         name = L"AcDbObjectId::kNull";
         return Acad::eNullObjectId;
     }
-    const ReadHandle<AcDbSymbolTableRecord> record(id);
-    if (!record) {
-        AcUtUi::rxErrorMsg(record.status());
-        return Acad::eInvalidInput;
-    }
-    const ACHAR* text = nullptr;
-    record->getName(text);
-    name = text;
-    return Acad::eOk;
+    const Acad::ErrorStatus status = readName(id, name);
+    AcUtUi::rxErrorMsg(status);
+    return status == Acad::eOk ? Acad::eOk : Acad::eInvalidInput;
+}
+
+CString AcUtSymTbl::GetStyleName(const AcDbObjectId& id) {
+    CString name;
+    readName(id, name);
+    return name;
 }
 
 Acad::ErrorStatus AcUtSymTbl::mlineStyleIdToName(const AcDbObjectId& id, CString& name) {

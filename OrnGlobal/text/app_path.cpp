@@ -1,20 +1,5 @@
 #include "text/app_path.h"
 
-#include <algorithm>
+#include "OrnCore/product_folder.h"
 
-namespace {
-
-int lastSeparator(CString const& path) {
-    return (std::max)(path.ReverseFind(L'\\'), path.ReverseFind(L'/'));
-}
-
-} // namespace
-
-CString GetAppPath() {
-    wchar_t file[MAX_PATH] = L"";
-    GetModuleFileNameW(GetModuleHandleW(L"OrnBoard.arx"), file, MAX_PATH);
-    CString path(file);
-    if (const int separator = lastSeparator(path); separator != 0) path = path.Left(separator);
-    if (const int separator = lastSeparator(path); separator >= 1) path = path.Left(separator);
-    return path;
-}
+CString GetAppPath() { return zel::productFolder(); }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "OrnCore/zel_str.h"
+
 namespace {
 
 bool equal(const CString& a, const CString& b, int caseSensitive) {
@@ -19,21 +21,10 @@ namespace kelmor {
 
 std::vector<CString> splitLongString(const CString& text, const CString& separator, int upper,
                                      int keepEmpty) {
-    CString rest = text;
-    if (upper != 0) rest.MakeUpper();
-
-    std::vector<CString> pieces;
-    const auto keep = [&](const CString& piece) {
-        if (keepEmpty != 0 || !piece.IsEmpty()) pieces.push_back(piece);
-    };
-    int begin = 0;
-    if (!separator.IsEmpty()) {
-        for (int end = rest.Find(separator); end >= 0; end = rest.Find(separator, begin)) {
-            keep(rest.Mid(begin, end - begin));
-            begin = end + separator.GetLength();
-        }
-    }
-    keep(rest.Mid(begin));
+    CString whole = text;
+    if (upper != 0) whole.MakeUpper();
+    std::vector<CString> pieces = CZelStr::StrToAry(whole, separator);
+    if (keepEmpty == 0) std::erase_if(pieces, [](const CString& piece) { return piece.IsEmpty(); });
     return pieces;
 }
 

@@ -1,26 +1,18 @@
 // The defaults file: where it is found and how one style is chosen from it.
 #include "style_file.h"
 
-#include <windows.h>
-
 #include "component/disk_files.h"
+#include "support/product_folder.h"
 
 namespace {
 
-/// A product folder of the test's own: the board module in bin/, the defaults file in prg/.
 class DefaultStyles : public StyleFile {
 protected:
-    DefaultStyles() {
-        for (const char* name : {"bin", "prg"})
-            std::filesystem::create_directory(folder_.path() / name);
-        std::filesystem::copy_file(ORN_TEST_MODULE, folder_.path() / "bin" / "OrnBoard.arx");
-        EXPECT_NE(LoadLibraryW(path("bin/OrnBoard.arx")), nullptr);
+    void putDefaults(const std::string& document) const {
+        product_.putData("componentDefaultData.json", document);
     }
 
-    void putDefaults(const std::string& document) const {
-        std::ofstream(folder_.path() / "prg" / "componentDefaultData.json", std::ios::binary)
-            << document;
-    }
+    test_support::ProductFolder product_;
 };
 
 TEST_F(DefaultStyles, AreFoundBesideTheLoadedModule) {
@@ -50,7 +42,8 @@ TEST_F(DefaultStyles, OneIsChosenByItsNames) {
     add(named(L"梁", L"u", L"x"));
     for (auto& [key, info] : components_)
         info.attributeName = key;
-    ComponentFunc::SaveComponentInfo(components_, path("prg/componentDefaultData.json"));
+    const auto file = product_.path() / "prg" / "componentDefaultData.json";
+    ComponentFunc::SaveComponentInfo(components_, file.wstring().c_str());
 
     struct Case {
         const char* name;

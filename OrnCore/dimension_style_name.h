@@ -1,0 +1,15 @@
+// How the product names its dimension styles.
+#pragma once
+
+#include <afxwin.h>
+
+namespace zel {
+
+/// "VANT_100_3" for 100 and 3.
+inline CString dimensionStyleName(int first, int second) {
+    CString name;
+    name.Format(L"VANT_%d_%d", first, second);
+    return name;
+}
+
+} // namespace zel

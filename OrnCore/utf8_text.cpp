@@ -1,0 +1,26 @@
+#include "OrnCore/utf8_text.h"
+
+#include <vector>
+
+namespace zel {
+namespace {
+
+int widened(const std::string& bytes, DWORD flags, wchar_t* text, int capacity) {
+    return MultiByteToWideChar(CP_UTF8, flags, bytes.data(), static_cast<int>(bytes.size()), text,
+                               capacity);
+}
+
+} // namespace
+
+bool isUtf8(const std::string& bytes) {
+    return bytes.empty() || widened(bytes, MB_ERR_INVALID_CHARS, nullptr, 0) > 0;
+}
+
+CString fromUtf8(const std::string& bytes) {
+    if (bytes.empty()) return {};
+    std::vector<wchar_t> text(static_cast<std::size_t>(widened(bytes, 0, nullptr, 0)));
+    const int length = widened(bytes, 0, text.data(), static_cast<int>(text.size()));
+    return {text.data(), length};
+}
+
+} // namespace zel
