@@ -10,8 +10,9 @@ namespace {
 /// tested.
 struct Target {
     Target(const AcGePoint2d& p, double tol) noexcept
-        : point(p), tolerance(std::max(0.0, tol)), left(p.x - tolerance), right(p.x + tolerance),
-          bottom(p.y - tolerance), top(p.y + tolerance) {}
+        : point(p), tolerance(std::max(0.0, tol)), limit(tolerance * tolerance),
+          left(p.x - tolerance), right(p.x + tolerance), bottom(p.y - tolerance),
+          top(p.y + tolerance) {}
 
     /// 1 above the square, 2 below it, 0 level with it: two ends with a common bit pass it by.
     [[nodiscard]] unsigned level(double y) const noexcept {
@@ -23,6 +24,7 @@ struct Target {
 
     AcGePoint2d point;
     double tolerance;
+    double limit; // the tolerance squared
     double left, right, bottom, top;
 };
 
@@ -34,28 +36,34 @@ struct Answer {
 
 /// Whether a point beside an edge's line is no farther from the edge than the tolerance.
 bool isNear(const Target& target, const AcGeVector2d& toA, const AcGeVector2d& toB) noexcept {
-    const double limit = target.tolerance * target.tolerance;
     const AcGeVector2d edge = toB - toA;
-    if (dot(edge, toA) >= 0.0) return dot(toA, toA) <= limit;
-    if (dot(edge, toB) <= 0.0) return dot(toB, toB) <= limit;
+    if (dot(edge, toA) >= 0.0) return dot(toA, toA) <= target.limit;
+    if (dot(edge, toB) <= 0.0) return dot(toB, toB) <= target.limit;
     const double across = cross(toA, toB);
-    return across * across <= limit * dot(edge, edge);
+    return across * across <= target.limit * dot(edge, edge);
 }
+
+/// An end of an edge as the target sees it; the next edge begins with it.
+struct End {
+    End(const Target& target, const AcGePoint2d& p) noexcept
+        : fromTarget(p - target.point), above(fromTarget.y > 0.0) {}
+
+    AcGeVector2d fromTarget;
+    bool above;
+};
 
 /// Free of branches but for points near the edge's line, which are few: the side of an edge is a
 /// coin toss that a processor cannot foresee.
-inline Answer askLine(const Target& target, const AcGePoint2d& a, const AcGePoint2d& b) noexcept {
-    const AcGeVector2d toA = a - target.point;
-    const AcGeVector2d toB = b - target.point;
-    const AcGeVector2d edge = toB - toA;
-    const double across = cross(toA, toB);
-    const double limit = target.tolerance * target.tolerance;
-    if (across * across <= limit * dot(edge, edge)) [[unlikely]] {
-        if (isNear(target, toA, toB)) return {true, false};
+inline Answer askLine(const Target& target, const End& a, const End& b) noexcept {
+    const AcGeVector2d edge = b.fromTarget - a.fromTarget;
+    const double across = cross(a.fromTarget, b.fromTarget);
+    if (!(across * across > target.limit * dot(edge, edge))) [[unlikely]] {
+        if (isNear(target, a.fromTarget, b.fromTarget)) return {true, false};
+        if (std::isnan(across)) return {};
     }
-    const bool rises = b.y > a.y;
-    const bool passesRight = (rises & (across > 0.0)) | (!rises & (across < 0.0));
-    return {false, target.isBetween(a.y, b.y) && passesRight};
+    const auto passes = static_cast<unsigned>(a.above != b.above);
+    const auto passesRight = static_cast<unsigned>((across > 0.0) == b.above);
+    return {false, (passes & passesRight) != 0};
 }
 
 /// The stretches of a counter-clockwise arc between its highest and lowest points.
@@ -131,23 +139,50 @@ Answer askArc(const Target& target, const Segment& arc) noexcept {
 
 Place placeFrom(bool odd) noexcept { return odd ? Place::kInside : Place::kOutside; }
 
-template <bool kSkipping>
-Place placeAgainst(const Target& target, std::span<const AcGePoint3d> outline) noexcept {
-    AcGePoint2d from(outline.back().x, outline.back().y);
-    unsigned fromLevel = target.level(from.y);
+AcGePoint2d flat(const AcGePoint3d& p) noexcept { return {p.x, p.y}; }
+
+/// In a few edges passing some by is itself the coin toss: all are asked.
+Place placeInShort(const Target& target, std::span<const AcGePoint3d> outline) noexcept {
+    End from(target, flat(outline.back()));
     bool odd = false;
     for (const AcGePoint3d& vertex : outline) {
-        const AcGePoint2d to(vertex.x, vertex.y);
-        const unsigned toLevel = target.level(to.y);
-        if (!kSkipping || (fromLevel & toLevel) == 0) {
-            const Answer answer = askLine(target, from, to);
-            if (answer.onSegment) return Place::kOnOutline;
-            odd ^= answer.crossed;
-        }
+        const End to(target, flat(vertex));
+        const Answer answer = askLine(target, from, to);
+        if (answer.onSegment) return Place::kOnOutline;
+        odd ^= answer.crossed;
         from = to;
-        fromLevel = toLevel;
     }
     return placeFrom(odd);
+}
+
+/// The first vertex from i on that is not on the side of the square, above or below it, on which
+/// `from` is.
+std::size_t passBy(const Target& target, std::span<const AcGePoint3d> outline, double from,
+                   std::size_t i) noexcept {
+    if (from > target.top) {
+        while (i < outline.size() && outline[i].y > target.top)
+            ++i;
+    } else if (from < target.bottom) {
+        while (i < outline.size() && outline[i].y < target.bottom)
+            ++i;
+    }
+    return i;
+}
+
+/// Long outlines pass the square by in long runs, which cost one comparison a vertex.
+Place placeInLong(const Target& target, std::span<const AcGePoint3d> outline) noexcept {
+    const AcGePoint3d* from = &outline.back();
+    bool odd = false;
+    for (std::size_t i = 0;; ++i) {
+        const std::size_t next = passBy(target, outline, from->y, i);
+        if (next == outline.size()) return placeFrom(odd);
+        if (next != i) from = &outline[next - 1];
+        i = next;
+        const Answer answer = askLine(target, {target, flat(*from)}, {target, flat(outline[i])});
+        if (answer.onSegment) return Place::kOnOutline;
+        odd ^= answer.crossed;
+        from = &outline[i];
+    }
 }
 
 } // namespace
@@ -155,12 +190,9 @@ Place placeAgainst(const Target& target, std::span<const AcGePoint3d> outline) n
 Place placeOf(const AcGePoint2d& point, std::span<const AcGePoint3d> outline,
               double tolerance) noexcept {
     if (outline.empty()) return Place::kOutside;
-    // Long outlines pass the square by in long runs, foreseen and skipped at less cost than their
-    // arithmetic; in short ones the skipping itself is the coin toss.
     constexpr std::size_t kShort = 16;
     const Target target(point, tolerance);
-    return outline.size() < kShort ? placeAgainst<false>(target, outline)
-                                   : placeAgainst<true>(target, outline);
+    return outline.size() < kShort ? placeInShort(target, outline) : placeInLong(target, outline);
 }
 
 Place placeOf(const AcGePoint2d& point, Outline outline, double tolerance) noexcept {
@@ -175,7 +207,7 @@ Place placeOf(const AcGePoint2d& point, Outline outline, double tolerance) noexc
         if (std::abs(from->bulge) > kStraight) {
             answer = askArc(target, {from->point, to.point, from->bulge});
         } else if ((target.level(from->point.y) & target.level(to.point.y)) == 0) {
-            answer = askLine(target, from->point, to.point);
+            answer = askLine(target, {target, from->point}, {target, to.point});
         }
         if (answer.onSegment) return Place::kOnOutline;
         odd ^= answer.crossed;
