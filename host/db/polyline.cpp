@@ -97,21 +97,9 @@ Acad::ErrorStatus AcDbPolyline::getPointAt(unsigned int index, AcGePoint3d& worl
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbPolyline::getPointAt(unsigned int index, AcGePoint2d& point) const {
-    if (index >= look(points_).size()) return Acad::eInvalidIndex;
-    point = points_[index];
-    return Acad::eOk;
-}
-
 Acad::ErrorStatus AcDbPolyline::setPointAt(unsigned int index, const AcGePoint2d& point) {
     if (index >= points_.size()) return Acad::eInvalidIndex;
     return change(points_[index], point);
-}
-
-Acad::ErrorStatus AcDbPolyline::getBulgeAt(unsigned int index, double& bulge) const {
-    if (index >= look(points_).size()) return Acad::eInvalidIndex;
-    bulge = this->bulge(index);
-    return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbPolyline::setBulgeAt(unsigned int index, double bulge) {

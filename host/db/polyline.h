@@ -52,9 +52,17 @@ public:
 
     // All of these give eInvalidIndex beyond the last vertex.
     Acad::ErrorStatus getPointAt(unsigned int index, AcGePoint3d& worldPoint) const;
-    Acad::ErrorStatus getPointAt(unsigned int index, AcGePoint2d& point) const;
+    Acad::ErrorStatus getPointAt(unsigned int index, AcGePoint2d& point) const {
+        if (index >= look(points_).size()) return Acad::eInvalidIndex;
+        point = points_[index];
+        return Acad::eOk;
+    }
     Acad::ErrorStatus setPointAt(unsigned int index, const AcGePoint2d& point);
-    Acad::ErrorStatus getBulgeAt(unsigned int index, double& bulge) const;
+    Acad::ErrorStatus getBulgeAt(unsigned int index, double& bulge) const {
+        if (index >= look(points_).size()) return Acad::eInvalidIndex;
+        bulge = this->bulge(index);
+        return Acad::eOk;
+    }
     Acad::ErrorStatus setBulgeAt(unsigned int index, double bulge);
     Acad::ErrorStatus getWidthsAt(unsigned int index, double& startWidth, double& endWidth) const;
     Acad::ErrorStatus setWidthsAt(unsigned int index, double startWidth, double endWidth);
