@@ -3,7 +3,7 @@
 
 #include <afxwin.h>
 
-namespace zel {
+namespace orncore {
 
 /// "VANT_100_3" for 100 and 3.
 inline CString dimensionStyleName(int first, int second) {
@@ -12,4 +12,4 @@ inline CString dimensionStyleName(int first, int second) {
     return name;
 }
 
-} // namespace zel
+} // namespace orncore

@@ -6,7 +6,7 @@
 #include <dbobjptr.h>
 #include <dbsymtb.h>
 
-namespace zel {
+namespace orncore {
 
 /// Hidden layers count: a drawing cannot have another layer of their name.
 inline Acad::ErrorStatus find(const AcDbLayerTable& table, const CString& name, AcDbObjectId& id) {
@@ -50,4 +50,4 @@ inline AcDbObjectId linetypeOrContinuous(const AcDbDatabase& db, const CString& 
     return id.isNull() ? db.continuousLinetype() : id;
 }
 
-} // namespace zel
+} // namespace orncore

@@ -10,7 +10,7 @@ int lastSeparator(const CString& path) {
 
 } // namespace
 
-CString zel::productFolder() {
+CString orncore::productFolder() {
     wchar_t file[MAX_PATH] = L"";
     GetModuleFileNameW(GetModuleHandleW(L"OrnBoard.arx"), file, MAX_PATH);
     CString path(file);

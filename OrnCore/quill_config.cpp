@@ -53,10 +53,10 @@ void fillLinetype(AcDbLinetypeTableRecord& record, const quill::Linetype& linety
 AcDbObjectId linetypeIn(AcDbDatabase& db, const quill::Settings& settings, const CString& name) {
     if (const quill::Linetype* const linetype = entryOf(settings.linetypes, name)) {
         const auto fill = [&](AcDbLinetypeTableRecord& record) { fillLinetype(record, *linetype); };
-        zel::findOrAdd<AcDbLinetypeTable, AcDbLinetypeTableRecord>(db.linetypeTableId(), name,
-                                                                   fill);
+        orncore::findOrAdd<AcDbLinetypeTable, AcDbLinetypeTableRecord>(db.linetypeTableId(), name,
+                                                                       fill);
     }
-    return zel::linetypeOrContinuous(db, name);
+    return orncore::linetypeOrContinuous(db, name);
 }
 
 void fillLayer(AcDbLayerTableRecord& record, const quill::Layer& layer, AcDbObjectId linetype) {
@@ -113,7 +113,7 @@ quill::Settings readFile(const CString& path) {
 CQuillCfgDll* g_pQuillCfgSet = &configuration;
 
 const quill::Settings& CQuillCfgDll::settings() {
-    const CString path = zel::productFolder() + L"\\prg\\quillConfig.json";
+    const CString path = orncore::productFolder() + L"\\prg\\quillConfig.json";
     if (path != path_) {
         path_ = path;
         settings_ = readFile(path);
@@ -137,7 +137,7 @@ AcDbObjectId CQuillCfgDll::GetLayerId(unsigned int code, AcDbDatabase* db) {
     db = orWorking(db);
     const quill::Layer* const layer = entryOf(settings().layers, code);
     if (db == nullptr || layer == nullptr) return AcDbObjectId::kNull;
-    return zel::findOrAdd<AcDbLayerTable, AcDbLayerTableRecord>(
+    return orncore::findOrAdd<AcDbLayerTable, AcDbLayerTableRecord>(
         db->layerTableId(), layer->name, [&](AcDbLayerTableRecord& record) {
             fillLayer(record, *layer, linetypeIn(*db, settings_, layer->linetype));
         });
@@ -147,7 +147,7 @@ AcDbObjectId CQuillCfgDll::GetTextStyleId(unsigned int code, AcDbDatabase* db) {
     db = orWorking(db);
     const quill::TextStyle* const style = entryOf(settings().textStyles, code);
     if (db == nullptr || style == nullptr) return AcDbObjectId::kNull;
-    return zel::findOrAdd<AcDbTextStyleTable, AcDbTextStyleTableRecord>(
+    return orncore::findOrAdd<AcDbTextStyleTable, AcDbTextStyleTableRecord>(
         db->textStyleTableId(), style->name,
         [&](AcDbTextStyleTableRecord& record) { fillTextStyle(record, *style); });
 }
@@ -157,8 +157,8 @@ AcDbObjectId CQuillCfgDll::GetDimStyleId(int first, int second, int third, AcDbD
     const quill::DimensionStyle* const style =
         entryOf(settings().dimensionStyles, {first, second, third});
     if (db == nullptr || style == nullptr) return AcDbObjectId::kNull;
-    return zel::findOrAdd<AcDbDimStyleTable, AcDbDimStyleTableRecord>(
-        db->dimStyleTableId(), zel::dimensionStyleName(first, second),
+    return orncore::findOrAdd<AcDbDimStyleTable, AcDbDimStyleTableRecord>(
+        db->dimStyleTableId(), orncore::dimensionStyleName(first, second),
         [&](AcDbDimStyleTableRecord& record) {
             fillDimensionStyle(record, *style, GetTextStyleId(style->textStyle, db));
         });

@@ -34,7 +34,7 @@ public:
     CString text(const char* key) const {
         if (!has(key) || !object_[key].isString() || object_[key].asString().empty())
             refuse(key, "not a text, or empty");
-        return zel::fromUtf8(object_[key].asString());
+        return orncore::fromUtf8(object_[key].asString());
     }
     CString text(const char* key, const CString& otherwise) const {
         return has(key) ? text(key) : otherwise;
@@ -151,7 +151,7 @@ Json::Value parsed(std::string_view text) {
 }
 
 Settings settingsOf(const std::string& bytes) {
-    if (!zel::isUtf8(bytes)) throw std::runtime_error("not in UTF-8");
+    if (!orncore::isUtf8(bytes)) throw std::runtime_error("not in UTF-8");
     std::string_view text = bytes;
     if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
     const Json::Value document = parsed(text);
@@ -169,7 +169,7 @@ Reading readSettings(const std::string& document) {
     try {
         return {settingsOf(document), std::nullopt};
     } catch (const std::exception& failure) {
-        return {{}, zel::fromUtf8(failure.what())};
+        return {{}, orncore::fromUtf8(failure.what())};
     }
 }
 

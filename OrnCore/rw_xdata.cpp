@@ -69,8 +69,8 @@ bool isPoint(const resbuf& item) {
 
 bool registerApplication(const AcDbDatabase& db, const CString& name) {
     const auto leaveAsMade = [](AcDbRegAppTableRecord&) {};
-    return !zel::findOrAdd<AcDbRegAppTable, AcDbRegAppTableRecord>(db.regAppTableId(), name,
-                                                                   leaveAsMade)
+    return !orncore::findOrAdd<AcDbRegAppTable, AcDbRegAppTableRecord>(db.regAppTableId(), name,
+                                                                       leaveAsMade)
                 .isNull();
 }
 

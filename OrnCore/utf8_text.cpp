@@ -2,7 +2,7 @@
 
 #include <vector>
 
-namespace zel {
+namespace orncore {
 namespace {
 
 int widened(const std::string& bytes, DWORD flags, wchar_t* text, int capacity) {
@@ -23,4 +23,4 @@ CString fromUtf8(const std::string& bytes) {
     return {text.data(), length};
 }
 
-} // namespace zel
+} // namespace orncore

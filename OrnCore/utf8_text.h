@@ -5,11 +5,11 @@
 
 #include <afxwin.h>
 
-namespace zel {
+namespace orncore {
 
 [[nodiscard]] bool isUtf8(const std::string& bytes);
 
 /// What is no UTF-8 becomes U+FFFD.
 [[nodiscard]] CString fromUtf8(const std::string& bytes);
 
-} // namespace zel
+} // namespace orncore

@@ -44,12 +44,12 @@ AcDbObjectId CZelDwg::AddLayer(const CString& name, int color, const CString& li
                                int makeCurrent) {
     AcDbDatabase* const db = acdbHostApplicationServices()->workingDatabase();
     if (db == nullptr) return AcDbObjectId::kNull;
-    const AcDbObjectId id = zel::findOrAdd<AcDbLayerTable, AcDbLayerTableRecord>(
+    const AcDbObjectId id = orncore::findOrAdd<AcDbLayerTable, AcDbLayerTableRecord>(
         db->layerTableId(), name, [&](AcDbLayerTableRecord& record) {
             AcCmColor layerColor;
             layerColor.setColorIndex(color);
             record.setColor(layerColor);
-            record.setLinetypeObjectId(zel::linetypeOrContinuous(*db, linetype));
+            record.setLinetypeObjectId(orncore::linetypeOrContinuous(*db, linetype));
         });
     if (makeCurrent != 0 && !id.isNull()) db->setClayer(id);
     return id;

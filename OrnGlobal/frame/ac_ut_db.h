@@ -32,6 +32,19 @@ public:
     /// @return  the characters of `str`.
     static const wchar_t* objIdToHandleStr(const AcDbObjectId& id, CString& str);
 
+    // Copies.
+
+    /// Appends copies of entities to a block, moved by a transform if one is given, and their ids
+    /// to `clones`. Those that cannot be opened, copied or moved are left out.
+    /// @param owner  the block, in the entities' own database.
+    /// @return       the first refusal.
+    static Acad::ErrorStatus cloneObjects(const AcDbObjectIdArray& ids, const AcDbObjectId& owner,
+                                          AcDbObjectIdArray& clones);
+    static Acad::ErrorStatus cloneAndXformObjects(const AcDbObjectIdArray& ids,
+                                                  const AcDbObjectId& owner,
+                                                  const AcGeMatrix3d& transform,
+                                                  AcDbObjectIdArray& clones);
+
     // Vertices. All forms append, in the order of the entity, in world coordinates; null has none.
 
     static void collectVertices(const AcDbPolyline* polyline, AcGePoint3dArray& pts,

@@ -5,10 +5,13 @@
 // returns, except those it gives to the caller.
 #pragma once
 
+#include <set>
+
 #include <acestext.h>
 #include <afxwin.h>
 #include <dbidar.h>
 #include <dbmain.h>
+#include <gepnt3d.h>
 
 class AcDbBlockTableRecord;
 class AcDbDatabase;
@@ -69,6 +72,42 @@ public:
                                           AcDb::OpenMode mode, AcDbDatabase* db);
     static AcDbBlockTableRecord* openCurrentSpaceBlock(AcDb::OpenMode mode, AcDbDatabase* db);
     static bool BlockIsEmpty(AcDbBlockTableRecord* block);
+
+    /// Makes a block of copies of entities, one by one in their order. Entities that cannot be
+    /// opened for writing or copied are passed over.
+    ///
+    /// @param blockId  receives the new block; untouched when the drawing refuses its name. The
+    ///                 entities are erased even then, so the name must be new.
+    /// @param top      entities whose copies are drawn last; `bottom` first. The top wins.
+    /// @param prefix   begins the block's name, `suffix` ends it.
+    /// @param base     the block's base point.
+    /// @param keep     false erases the entities.
+    /// @param layer    takes no part.
+    /// @param db       eInvalidInput for null.
+    /// @return         what closing the new block gives.
+    static Acad::ErrorStatus DefineBlock(AcDbObjectId& blockId, const AcDbObjectIdArray& entities,
+                                         const AcDbObjectIdArray& top,
+                                         const AcDbObjectIdArray& bottom, CString prefix,
+                                         CString suffix, const AcGePoint3d& base, const bool& keep,
+                                         const AcDbObjectId& layer, AcDbDatabase* db);
+    /// Puts a reference to a block into the current space. eInvalidInput for no database and no
+    /// valid block; else eOk, with a null `referenceId` when the space cannot be opened (which is
+    /// printed) or refuses.
+    static Acad::ErrorStatus AddBolckReference(AcDbObjectId& referenceId, const AcDbObjectId& block,
+                                               const AcGePoint3d& position,
+                                               const AcDbObjectId& layer, AcDbDatabase* db);
+    /// Both: the entities become a block with its base point where they stand, and a reference to
+    /// it takes their place. eInvalidInput for an empty prefix, else what the reference gives.
+    static Acad::ErrorStatus InsertBolckReference(AcDbObjectId& referenceId,
+                                                  const AcDbObjectIdArray& entities, CString prefix,
+                                                  CString suffix, const AcGePoint3d& base,
+                                                  const bool& keep, const AcDbObjectId& layer,
+                                                  AcDbDatabase* db);
+
+    /// The names of all blocks, the layouts' own among them.
+    static std::set<CString> GetAllBlockName(AcDbDatabase* db);
+    /// The names of all records of a table.
+    static std::set<CString> RecordStyleNames(AcRxClass* recordClass, AcDbDatabase* db);
 
     // Entities.
 

@@ -13,3 +13,10 @@ namespace Common {
 AFX_EXT_API AcDbObjectId CurrentSpaceId(AcDbDatabase* db);
 
 } // namespace Common
+
+namespace frame {
+
+/// As above for a database that there is, with other words for the refusal.
+[[nodiscard]] AcDbObjectId currentSpaceOf(AcDbDatabase& db, const wchar_t* refusal);
+
+} // namespace frame

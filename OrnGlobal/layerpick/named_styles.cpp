@@ -86,7 +86,7 @@ std::vector<CString> Common::GetDwgDimStyleName() {
 }
 
 CString Common::GetDimensionName(int first, int second) {
-    return zel::dimensionStyleName(first, second);
+    return orncore::dimensionStyleName(first, second);
 }
 
 AcDbObjectId Common::GetDimensionId(const CString& name) {

@@ -2,4 +2,4 @@
 
 #include "OrnCore/product_folder.h"
 
-CString GetAppPath() { return zel::productFolder(); }
+CString GetAppPath() { return orncore::productFolder(); }
