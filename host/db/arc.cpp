@@ -3,6 +3,7 @@
 #include <numbers>
 
 #include "db/curve_piece.h"
+#include "db/dxf_output.h"
 #include "db/flat_transform.h"
 #include "ge/angles.h"
 
@@ -119,5 +120,22 @@ Acad::ErrorStatus AcDbArc::dxfInFields(AcDbDxfFiler* filer) {
     }
     normal_ = headless::readNormal(normal);
     center_ = headless::ocsToWorld(center, normal_);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbArc::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbCurve::dxfOutFields(filer); status != Acad::eOk) return status;
+    // Thickness and normal stand in either part, as writers differ.
+    static constexpr std::int16_t kCircleCodes[] = {10, 20, 30, 39, 40, 210, 220, 230};
+    static constexpr std::int16_t kArcCodes[] = {39, 50, 51, 210, 220, 230};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbCircle", kCircleCodes);
+    out.real(39, thickness_, 0.0);
+    out.ocsPoint(10, center_, normal_);
+    out.real(40, radius_);
+    out.normal(normal_);
+    out.subclass("AcDbArc", kArcCodes);
+    out.angle(50, startAngle_);
+    out.angle(51, endAngle_);
     return Acad::eOk;
 }

@@ -1,6 +1,7 @@
 #include "db/attribute.h"
 
 #include "db/dxf_filer.h"
+#include "db/dxf_output.h"
 #include "db/resbuf.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbAttributeDefinition, AcDbText, "ATTDEF")
@@ -94,5 +95,32 @@ Acad::ErrorStatus AcDbAttribute::dxfInFields(AcDbDxfFiler* filer) {
         if (tag.code == 73) fieldLength_ = static_cast<Adesk::Int16>(tag.integer());
         if (tag.code == 74) readVerticalMode(tag);
     }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbAttributeDefinition::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {2, 3, 70, 73, 74};
+    headless::DxfOutput& out = filer->output();
+    writeText(out);
+    out.subclass("AcDbAttributeDefinition", kCodes);
+    out.text(3, prompt_);
+    out.text(2, tag_);
+    out.integer(70, flags_);
+    out.integer(73, fieldLength_, 0);
+    writeVerticalMode(out, 74);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbAttribute::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {2, 70, 73, 74};
+    headless::DxfOutput& out = filer->output();
+    writeText(out);
+    out.subclass("AcDbAttribute", kCodes);
+    out.text(2, tag_);
+    out.integer(70, flags_);
+    out.integer(73, fieldLength_, 0);
+    writeVerticalMode(out, 74);
     return Acad::eOk;
 }

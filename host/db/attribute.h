@@ -47,6 +47,7 @@ public:
     Acad::ErrorStatus setFieldLength(Adesk::Int16 length) { return change(fieldLength_, length); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
     /// Whether references draw the definition, asked without opening it.
     bool isDrawnInReferences() const { return (flags_ & headless::AttributeFlags::kConstant) != 0; }
@@ -88,6 +89,7 @@ public:
                                             const AcGeMatrix3d& blockTransform);
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
     bool has(int flag) const { return (look(flags_) & flag) != 0; }

@@ -5,6 +5,7 @@
 
 #include "db/attribute.h"
 #include "db/block_table.h"
+#include "db/dxf_output.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
 #include "ge/angles.h"
@@ -223,4 +224,37 @@ Acad::ErrorStatus AcDbMInsertBlock::dxfInFields(AcDbDxfFiler* filer) {
         }
     }
     return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockReference::writeReference(AcDbDxfFiler& filer,
+                                                     const char* marker) const {
+    if (const auto status = AcDbEntity::dxfOutFields(&filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {2,  10, 20, 30, 41, 42,  43,  44,
+                                              45, 50, 66, 70, 71, 210, 220, 230};
+    headless::DxfOutput& out = filer.output();
+    out.subclass(marker, kCodes);
+    bool attributes = false;
+    attributes_.forEach<AcDbAttribute>([&](const AcDbAttribute&) { attributes = true; });
+    out.integer(66, attributes ? 1 : 0, 0); // attributes follow
+    out.symbol(2, block_);
+    out.ocsPoint(10, position_, normal_);
+    out.real(41, scale_.sx, 1.0);
+    out.real(42, scale_.sy, 1.0);
+    out.real(43, scale_.sz, 1.0);
+    out.angle(50, rotation_, 0.0);
+    const Array cells = array();
+    out.integer(70, cells.columns, 1);
+    out.integer(71, cells.rows, 1);
+    out.real(44, cells.columnSpacing, 0.0);
+    out.real(45, cells.rowSpacing, 0.0);
+    out.normal(normal_);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockReference::dxfOutFields(AcDbDxfFiler* filer) const {
+    return writeReference(*filer, "AcDbBlockReference");
+}
+
+Acad::ErrorStatus AcDbMInsertBlock::dxfOutFields(AcDbDxfFiler* filer) const {
+    return writeReference(*filer, "AcDbMInsertBlock");
 }

@@ -63,6 +63,7 @@ public:
     Acad::ErrorStatus getPlane(AcGePlane& plane, AcDb::Planarity& kind) const override;
     void getEcs(AcGeMatrix3d& ecs) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
     bool takesSubentity(const AcDbEntity& part) const override;
     headless::Subentities& subentities() override { return attributes_; }
@@ -82,6 +83,8 @@ protected:
         double rowSpacing = 0.0;
     };
     virtual Array array() const { return {}; }
+    /// Writes the reference under its marker, which arrays have another one of.
+    Acad::ErrorStatus writeReference(AcDbDxfFiler& filer, const char* marker) const;
 
     /// Object coordinates, turned: the axes that an array runs along.
     AcGeMatrix3d placing() const;
@@ -117,6 +120,7 @@ public:
     Acad::ErrorStatus setRowSpacing(double spacing) { return change(rowSpacing_, spacing); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;

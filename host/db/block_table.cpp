@@ -9,6 +9,7 @@
 #include "db/database.h"
 #include "db/dxf_fields.h"
 #include "db/dxf_filer.h"
+#include "db/dxf_output.h"
 #include "db/resbuf.h"
 #include "db/residence.h"
 #include "db/sortents_table.h"
@@ -16,8 +17,22 @@
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbBlockTableRecord, AcDbSymbolTableRecord, "BLOCK_RECORD")
 ACRX_CONS_DEFINE_MEMBERS(AcDbBlockTable, AcDbSymbolTable, 0)
 
+using headless::DrawingVersion;
 using headless::DxfTag;
 using headless::Residence;
+
+namespace {
+
+/// Bits of a block's begin.
+struct BeginFlags {
+    static constexpr std::uint32_t kAnonymous = 1;
+    static constexpr std::uint32_t kAttributes = 2;
+    static constexpr std::uint32_t kExternal = 4;
+    static constexpr std::uint32_t kOverlay = 8;
+    static constexpr std::uint32_t kAll = 15;
+};
+
+} // namespace
 
 Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbEntity* entity) {
     AcDbObjectId id;
@@ -145,6 +160,14 @@ bool AcDbBlockTableRecord::hasAttributeDefinitions() const {
     });
 }
 
+bool AcDbBlockTableRecord::hasVariableAttributes() const {
+    return std::any_of(entities_.begin(), entities_.end(), [](AcDbObjectId id) {
+        const auto* const definition = Residence::peek<AcDbAttributeDefinition>(id);
+        return definition != nullptr && !definition->isErased() &&
+               !definition->isDrawnInReferences();
+    });
+}
+
 Acad::ErrorStatus AcDbBlockTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbSymbolTableRecord::dxfInFields(filer); status != Acad::eOk)
         return status;
@@ -168,9 +191,6 @@ Acad::ErrorStatus AcDbBlockTableRecord::dxfInFields(AcDbDxfFiler* filer) {
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::readBegin(AcDbDxfFiler& filer) {
-    constexpr std::int64_t kAnonymous = 1;
-    constexpr std::int64_t kExternal = 4;
-    constexpr std::int64_t kOverlay = 8;
     for (const DxfTag& tag : filer.subclass("AcDbBlockBegin")) {
         switch (tag.code) {
         case 1:
@@ -185,9 +205,9 @@ Acad::ErrorStatus AcDbBlockTableRecord::readBegin(AcDbDxfFiler& filer) {
             headless::setCoordinate(origin_, tag);
             break;
         case 70:
-            anonymous_ = (tag.integer() & kAnonymous) != 0 && !isSpace();
-            external_ = (tag.integer() & (kExternal | kOverlay)) != 0;
-            overlay_ = (tag.integer() & kOverlay) != 0;
+            anonymous_ = (tag.integer() & BeginFlags::kAnonymous) != 0 && !isSpace();
+            external_ = (tag.integer() & (BeginFlags::kExternal | BeginFlags::kOverlay)) != 0;
+            overlay_ = (tag.integer() & BeginFlags::kOverlay) != 0;
             break;
         default:
             break;
@@ -275,4 +295,47 @@ void AcDbBlockTable::completeName(AcDbSymbolTableRecord& record) {
     } while (!findRecord(name).isNull());
     assignName(record, std::move(name));
     block.anonymous_ = true;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbSymbolTableRecord::dxfOutFields(filer); status != Acad::eOk)
+        return status;
+    static constexpr std::int16_t kCodes[] = {2, 70, 280, 340};
+    headless::DxfOutput& out = filer->output();
+    beginFields(*filer, "AcDbBlockTableRecord", kCodes);
+    if (!out.since(DrawingVersion::k2000)) return Acad::eOk;
+    out.handle(340, layoutId_);
+    if (out.since(DrawingVersion::k2007) || insertUnits_ != 0) out.integer(70, insertUnits_);
+    if (out.since(DrawingVersion::k2007) || !explodable_) out.integer(280, explodable_ ? 1 : 0);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::writeBegin(AcDbDxfFiler& filer) const {
+    static constexpr std::int16_t kCodes[] = {1, 2, 3, 4, 10, 20, 30, 70};
+    headless::DxfOutput& out = filer.output();
+    out.subclass("AcDbEntity", {});
+    out.text(8, L"0");
+    out.subclass("AcDbBlockBegin", kCodes);
+    out.text(2, nameOf());
+    out.flags(70, beginFlags(), BeginFlags::kAll);
+    out.point(10, origin_);
+    if (out.since(DrawingVersion::kR13)) out.text(3, nameOf());
+    out.text(1, path_);
+    if (out.since(DrawingVersion::k2000)) out.text(4, comments_, L"");
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::writeEnd(AcDbDxfFiler& filer) const {
+    headless::DxfOutput& out = filer.output();
+    out.subclass("AcDbEntity", {});
+    out.text(8, L"0");
+    out.subclass("AcDbBlockEnd", {});
+    return Acad::eOk;
+}
+
+std::uint32_t AcDbBlockTableRecord::beginFlags() const {
+    std::uint32_t flags = anonymous_ ? BeginFlags::kAnonymous : 0;
+    if (hasVariableAttributes()) flags |= BeginFlags::kAttributes;
+    if (overlay_) return flags | BeginFlags::kOverlay;
+    return external_ ? flags | BeginFlags::kExternal : flags;
 }

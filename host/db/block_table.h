@@ -71,9 +71,13 @@ public:
     Acad::ErrorStatus setBlockInsertUnits(short units) { return change(insertUnits_, units); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
     /// Reads the block's begin from its own record: base point, path, comment, flags.
     Acad::ErrorStatus readBegin(AcDbDxfFiler& filer);
+    /// The groups of the block's begin and end, which are records of their own.
+    Acad::ErrorStatus writeBegin(AcDbDxfFiler& filer) const;
+    Acad::ErrorStatus writeEnd(AcDbDxfFiler& filer) const;
     /// Where the block's begin and end stand in the file, if it was read from one.
     void setEnds(headless::SourceSpan begin, headless::SourceSpan end);
     headless::SourceSpan beginSource() const { return begin_; }
@@ -92,6 +96,10 @@ protected:
 private:
     friend class AcDbBlockTable;
     friend class headless::Residence;
+
+    /// Definitions of attributes that references have a value of their own for.
+    bool hasVariableAttributes() const;
+    std::uint32_t beginFlags() const;
 
     headless::Lasting<std::vector<AcDbObjectId>> entities_;
     AcGePoint3d origin_;

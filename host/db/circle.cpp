@@ -3,6 +3,7 @@
 #include <numbers>
 
 #include "db/curve_piece.h"
+#include "db/dxf_output.h"
 #include "db/flat_transform.h"
 #include "ge/angles.h"
 
@@ -89,5 +90,17 @@ Acad::ErrorStatus AcDbCircle::dxfInFields(AcDbDxfFiler* filer) {
     }
     normal_ = headless::readNormal(normal);
     center_ = headless::ocsToWorld(center, normal_);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbCircle::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbCurve::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 39, 40, 210, 220, 230};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbCircle", kCodes);
+    out.real(39, thickness_, 0.0);
+    out.ocsPoint(10, center_, normal_);
+    out.real(40, radius_);
+    out.normal(normal_);
     return Acad::eOk;
 }

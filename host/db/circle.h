@@ -35,6 +35,7 @@ public:
     Acad::ErrorStatus getPlane(AcGePlane& plane, AcDb::Planarity& kind) const override;
     void getEcs(AcGeMatrix3d& ecs) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;

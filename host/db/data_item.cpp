@@ -1,10 +1,12 @@
 #include "db/data_item.h"
 
 #include <algorithm>
+#include <concepts>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
 
+#include "db/dxf_output.h"
 #include "db/resbuf.h"
 
 namespace headless {
@@ -166,6 +168,21 @@ struct ValueSetter {
     }
 };
 
+struct GroupWriter {
+    DxfOutput& out;
+    int code;
+
+    void operator()(double real) const { out.real(code, real); }
+    void operator()(const AcGePoint3d& point) const { out.point(code, point); }
+    template <std::integral Number>
+    void operator()(Number number) const {
+        out.integer(code, number);
+    }
+    void operator()(const std::wstring& text) const { out.text(code, text); }
+    void operator()(AcDbObjectId id) const { out.handle(code, id); }
+    void operator()(const Bytes& bytes) const { out.bytes(code, {bytes.data(), bytes.size()}); }
+};
+
 } // namespace
 
 std::wstring_view DataItem::text() const {
@@ -213,6 +230,11 @@ DataItems itemsOf(std::span<const DxfTag> groups, AcDbDxfFiler& filer) {
         groups = groups.subspan(count);
     }
     return items;
+}
+
+void writeItems(std::span<const DataItem> items, DxfOutput& out) {
+    for (const DataItem& item : items)
+        std::visit(GroupWriter{out, item.code}, item.value);
 }
 
 } // namespace headless

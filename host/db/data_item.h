@@ -44,6 +44,9 @@ using DataItems = std::vector<DataItem>;
 /// Fills one buffer with a copy of the value.
 void setValue(resbuf& buffer, const DataItem& item);
 
+/// Adds the values' groups to an object's, which refer to the items' texts.
+void writeItems(std::span<const DataItem> items, DxfOutput& out);
+
 /// The values of groups: a point is one item, though three groups of a file. Groups that hold
 /// nothing are left out.
 [[nodiscard]] DataItems itemsOf(std::span<const DxfTag> groups, AcDbDxfFiler& filer);

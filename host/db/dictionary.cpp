@@ -4,6 +4,7 @@
 
 #include "db/database.h"
 #include "db/dxf_filer.h"
+#include "db/dxf_output.h"
 #include "db/resbuf.h"
 #include "db/residence.h"
 #include "rx/ac_string.h"
@@ -215,6 +216,24 @@ Acad::ErrorStatus AcDbDictionary::dxfInFields(AcDbDxfFiler* filer) {
     return Acad::eOk;
 }
 
+Acad::ErrorStatus AcDbDictionary::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbObject::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {3, 280, 281, 350, 360};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbDictionary", kCodes);
+    if (out.since(headless::DrawingVersion::k2000)) {
+        out.integer(280, hard_ ? 1 : 0, 0);
+        out.integer(281, mergeStyle_);
+    }
+    for (const Entry& entry : entries_) {
+        // An object that never came may be one that the file holds and nobody could read.
+        if (entry.id.isErased()) continue;
+        out.text(3, entry.key);
+        out.handle(hard_ ? 360 : 350, entry.id);
+    }
+    return Acad::eOk;
+}
+
 Acad::ErrorStatus AcDbDictionaryWithDefault::getAt(const ACHAR* key, AcDbObjectId& id) const {
     const Acad::ErrorStatus status = AcDbDictionary::getAt(key, id);
     if (status != Acad::eKeyNotFound || !isPresent(defaultId_)) return status;
@@ -235,6 +254,15 @@ Acad::ErrorStatus AcDbDictionaryWithDefault::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbDictionary::dxfInFields(filer); status != Acad::eOk) return status;
     if (const DxfTag* const tag = filer->record().find(kDefault); tag != nullptr)
         defaultId_ = filer->objectId(*tag);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDictionaryWithDefault::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbDictionary::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {340};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbDictionaryWithDefault", kCodes);
+    out.handle(340, defaultId_);
     return Acad::eOk;
 }
 

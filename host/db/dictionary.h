@@ -80,6 +80,7 @@ public:
     void setMergeStyle(AcDb::DuplicateRecordCloning style) { change(mergeStyle_, style); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
     struct Entry {
         std::wstring key;
@@ -128,6 +129,7 @@ public:
     Acad::ErrorStatus setDefaultId(AcDbObjectId id) { return change(defaultId_, id); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
     AcDbObjectId defaultId_;

@@ -1,6 +1,7 @@
 #include "db/dim_style_table.h"
 
 #include "db/dxf_filer.h"
+#include "db/dxf_output.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbDimStyleTableRecord, AcDbSymbolTableRecord, "DIMSTYLE")
 ACRX_CONS_DEFINE_MEMBERS(AcDbDimStyleTable, AcDbSymbolTable, 0)
@@ -94,4 +95,34 @@ void AcDbDimStyleTableRecord::readField(AcDbDxfFiler& filer, const DxfTag& tag) 
     default:
         break;
     }
+}
+
+Acad::ErrorStatus AcDbDimStyleTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbSymbolTableRecord::dxfOutFields(filer); status != Acad::eOk)
+        return status;
+    static constexpr std::int16_t kCodes[] = {2,   3,   40,  41,  42,  43,  44,  45,
+                                              70,  73,  74,  77,  78,  140, 142, 144,
+                                              147, 176, 177, 178, 271, 340, 342};
+    headless::DxfOutput& out = filer->output();
+    beginFields(*filer, "AcDbDimStyleTableRecord", kCodes);
+    out.flags(70, 0, 0);
+    out.text(3, dimpost_);
+    for (const auto& [code, value] :
+         {std::pair(40, dimscale_), std::pair(41, dimasz_), std::pair(42, dimexo_),
+          std::pair(43, dimdli_), std::pair(44, dimexe_), std::pair(45, dimrnd_),
+          std::pair(140, dimtxt_), std::pair(142, dimtsz_), std::pair(144, dimlfac_),
+          std::pair(147, dimgap_)})
+        out.real(code, value);
+    out.integer(73, dimtih_ ? 1 : 0);
+    out.integer(74, dimtoh_ ? 1 : 0);
+    out.integer(77, dimtad_);
+    out.integer(78, dimzin_);
+    out.integer(176, dimclrd_.nearestIndex());
+    out.integer(177, dimclre_.nearestIndex());
+    out.integer(178, dimclrt_.nearestIndex());
+    if (out.since(headless::DrawingVersion::kR13)) out.integer(271, dimdec_);
+    if (!out.since(headless::DrawingVersion::k2000)) return Acad::eOk;
+    if (!dimtxsty_.isNull()) out.handle(340, dimtxsty_);
+    if (!dimblk_.isNull()) out.handle(342, dimblk_);
+    return Acad::eOk;
 }

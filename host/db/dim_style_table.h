@@ -76,6 +76,7 @@ public:
     Acad::ErrorStatus setDimpost(const ACHAR* text);
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
     // The member that a group of a record is the value of, or null.

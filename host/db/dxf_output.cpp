@@ -92,6 +92,12 @@ void DxfOutput::integer(int code, std::int64_t value, std::int64_t usual) {
     if (value != usual) integer(code, value);
 }
 
+void DxfOutput::flags(int code, std::uint32_t bits, std::uint32_t mask) {
+    DxfOutTag& tag = add(code, DxfOutTag::Kind::kFlags);
+    tag.mask = mask;
+    tag.integer = bits;
+}
+
 void DxfOutput::angle(int code, double radians) { real(code, degreesOf(radians)); }
 
 void DxfOutput::angle(int code, double radians, double usual) {

@@ -41,19 +41,23 @@ enum class DrawingVersion : std::uint8_t {
 /// One group. Texts and bytes are the object's own: good until it changes or is closed.
 struct DxfOutTag {
     enum class Kind : std::uint8_t {
-        kText,    // wide characters as the object holds them, to be encoded
-        kName,    // ASCII that lives as long as the process: subclass markers
-        kReal,    // finite; angles are degrees already
-        kInteger, // flags too
-        kHandle,  // an object's handle; 0 for the null id
-        kNumber,  // a handle that is no object's id
-        kSymbol,  // the name of a table record; never the null id
-        kBytes    // a chunk
+        kText, // wide characters as the object holds them, to be encoded
+        kName, // ASCII that lives as long as the process: subclass markers
+        kReal, // finite; angles are degrees already
+        kInteger,
+        kFlags,  // an integer of which the class knows the bits in `mask`; others stay as they are
+        kHandle, // an object's handle; 0 for the null id
+        kNumber, // a handle that is no object's id
+        kSymbol, // the name of a table record; never the null id
+        kBytes   // a chunk
     };
 
     std::int16_t code = 0;
     Kind kind = Kind::kText;
-    std::uint32_t length = 0; // of texts, names and chunks
+    union {
+        std::uint32_t length = 0; // of texts, names and chunks
+        std::uint32_t mask;
+    };
     union {
         const wchar_t* characters = nullptr;
         const char* bytes;
@@ -112,6 +116,7 @@ public:
     void real(int code, double value, double usual);
     void integer(int code, std::int64_t value);
     void integer(int code, std::int64_t value, std::int64_t usual);
+    void flags(int code, std::uint32_t bits, std::uint32_t mask);
     /// Radians; the group holds degrees.
     void angle(int code, double radians);
     void angle(int code, double radians, double usual);

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "db/curve_piece.h"
+#include "db/dxf_output.h"
 #include "db/flat_transform.h"
 #include "ge/angles.h"
 
@@ -175,5 +176,19 @@ Acad::ErrorStatus AcDbEllipse::dxfInFields(AcDbDxfFiler* filer) {
         }
     }
     normal_ = headless::readNormal(normal);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbEllipse::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbCurve::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 11, 21, 31, 40, 41, 42, 210, 220, 230};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbEllipse", kCodes);
+    out.point(10, center_);
+    out.point(11, majorAxis_);
+    out.normal(normal_);
+    out.real(40, radiusRatio_);
+    out.real(41, startParam_);
+    out.real(42, endParam_);
     return Acad::eOk;
 }

@@ -55,6 +55,7 @@ public:
     bool isPlanar() const override { return true; }
     Acad::ErrorStatus getPlane(AcGePlane& plane, AcDb::Planarity& kind) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;

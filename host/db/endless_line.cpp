@@ -4,6 +4,7 @@
 
 #include "db/curve_piece.h"
 #include "db/dxf_fields.h"
+#include "db/dxf_output.h"
 #include "db/geometry_sink.h"
 #include "db/ray.h"
 #include "db/xline.h"
@@ -65,6 +66,15 @@ Acad::ErrorStatus EndlessLine::readGeometry(AcDbDxfFiler& filer) {
     return Acad::eOk;
 }
 
+Acad::ErrorStatus EndlessLine::writeGeometry(AcDbDxfFiler& filer, const char* marker) const {
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 11, 21, 31};
+    DxfOutput& out = filer.output();
+    out.subclass(marker, kCodes);
+    out.point(10, basePoint_);
+    out.point(11, unitDir_);
+    return Acad::eOk;
+}
+
 } // namespace headless
 
 Acad::ErrorStatus AcDbRay::dxfInFields(AcDbDxfFiler* filer) {
@@ -81,4 +91,14 @@ Acad::ErrorStatus AcDbXline::getStartPoint(AcGePoint3d& /*point*/) const {
 Acad::ErrorStatus AcDbXline::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbCurve::dxfInFields(filer);
     return status == Acad::eOk ? readGeometry(*filer) : status;
+}
+
+Acad::ErrorStatus AcDbRay::dxfOutFields(AcDbDxfFiler* filer) const {
+    const Acad::ErrorStatus status = AcDbCurve::dxfOutFields(filer);
+    return status == Acad::eOk ? writeGeometry(*filer, "AcDbRay") : status;
+}
+
+Acad::ErrorStatus AcDbXline::dxfOutFields(AcDbDxfFiler* filer) const {
+    const Acad::ErrorStatus status = AcDbCurve::dxfOutFields(filer);
+    return status == Acad::eOk ? writeGeometry(*filer, "AcDbXline") : status;
 }

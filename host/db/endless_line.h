@@ -23,6 +23,7 @@ protected:
     EndlessLine() = default;
 
     Acad::ErrorStatus readGeometry(AcDbDxfFiler& filer);
+    Acad::ErrorStatus writeGeometry(AcDbDxfFiler& filer, const char* marker) const;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     bool forEachPiece(const PieceVisitor& visit) const override;

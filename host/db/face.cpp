@@ -1,6 +1,7 @@
 #include "db/face.h"
 
 #include "db/dxf_fields.h"
+#include "db/dxf_output.h"
 #include "db/geometry_sink.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbFace, AcDbEntity, "3DFACE")
@@ -74,5 +75,16 @@ Acad::ErrorStatus AcDbFace::dxfInFields(AcDbDxfFiler* filer) {
         }
     }
     if (!hasFourth) corners_[3] = corners_[2];
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbFace::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 11, 21, 31, 12, 22, 32, 13, 23, 33, 70};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbFace", kCodes);
+    for (std::size_t i = 0; i < corners_.size(); ++i)
+        out.point(10 + static_cast<int>(i), corners_[i]);
+    out.integer(70, hiddenEdges_, 0);
     return Acad::eOk;
 }

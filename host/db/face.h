@@ -27,6 +27,7 @@ public:
     Acad::ErrorStatus makeEdgeInvisibleAt(Adesk::UInt16 index);
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;

@@ -4,6 +4,7 @@
 
 #include "db/database.h"
 #include "db/dxf_filer.h"
+#include "db/dxf_output.h"
 #include "db/entity.h"
 #include "db/object_data.h"
 #include "db/resbuf.h"
@@ -255,6 +256,19 @@ Acad::ErrorStatus AcDbGroup::dxfInFields(AcDbDxfFiler* filer) {
             break;
         }
     }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbGroup::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbObject::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {70, 71, 300, 340};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbGroup", kCodes);
+    out.text(300, description_);
+    out.integer(70, anonymous_ ? 1 : 0);
+    out.integer(71, selectable_ ? 1 : 0);
+    for (const AcDbObjectId member : members_)
+        if (!member.isErased()) out.handle(340, member);
     return Acad::eOk;
 }
 

@@ -70,6 +70,7 @@ public:
     Acad::ErrorStatus clear();
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
     /// All members in order, erased and absent ones too.
     const std::vector<AcDbObjectId>& memberIds() const { return members_; }

@@ -2,15 +2,20 @@
 
 #include "db/database.h"
 #include "db/dxf_filer.h"
+#include "db/dxf_output.h"
 #include "db/line_weights.h"
 #include "db/resbuf.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbLayerTableRecord, AcDbSymbolTableRecord, "LAYER")
 ACRX_CONS_DEFINE_MEMBERS(AcDbLayerTable, AcDbSymbolTable, 0)
 
+using headless::DrawingVersion;
 using headless::DxfTag;
 
 namespace {
+
+/// The layer of dimensions' measuring points.
+bool isDefpoints(std::wstring_view name) { return headless::equalNoCase(name, L"Defpoints"); }
 
 constexpr int kWhite = 7;
 
@@ -42,8 +47,8 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbSymbolTableRecord::dxfInFields(filer); status != Acad::eOk)
         return status;
     hidden_ = isHiddenName(nameOf());
-    // Files before 2000 do not state it: the layer of dimensions' measuring points never plots.
-    plottable_ = !headless::equalNoCase(nameOf(), L"Defpoints");
+    // Files before 2000 do not state it: that layer never plots.
+    plottable_ = !isDefpoints(nameOf());
     for (const DxfTag& tag : filer->subclass("AcDbLayerTableRecord"))
         readField(*filer, tag);
     return Acad::eOk;
@@ -126,4 +131,34 @@ bool AcDbLayerTable::hasIncludingHidden(const ACHAR* name) const {
 
 bool AcDbLayerTable::isShown(const AcDbSymbolTableRecord& record) const {
     return !static_cast<const AcDbLayerTableRecord&>(record).isHiddenLayer();
+}
+
+Acad::ErrorStatus AcDbLayerTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbSymbolTableRecord::dxfOutFields(filer); status != Acad::eOk)
+        return status;
+    static constexpr std::int16_t kCodes[] = {2, 6, 62, 70, 290, 347, 370, 390, 420};
+    headless::DxfOutput& out = filer->output();
+    beginFields(*filer, "AcDbLayerTableRecord", kCodes);
+    out.flags(70, (frozen_ ? 1U : 0U) | (frozenInNewViewports_ ? 2U : 0U) | (locked_ ? 4U : 0U), 7);
+    const int index = color_.nearestIndex();
+    out.integer(62, off_ ? -index : index);
+    out.symbol(6, linetypeId_);
+    if (out.since(DrawingVersion::k2000)) writePlotting(out);
+    if (out.since(DrawingVersion::k2004)) writeColors(out);
+    return Acad::eOk;
+}
+
+void AcDbLayerTableRecord::writePlotting(headless::DxfOutput& out) const {
+    if (!plottable_ || isDefpoints(nameOf())) out.integer(290, plottable_ ? 1 : 0);
+    out.integer(370, lineWeight_);
+    if (!plotStyleId_.isNull()) out.handle(390, plotStyleId_);
+    if (!materialId_.isNull()) out.handle(347, materialId_);
+}
+
+// What layers got later than their record's groups were settled is data of applications.
+void AcDbLayerTableRecord::writeColors(headless::DxfOutput& out) const {
+    constexpr Adesk::UInt32 kPartsOfColor = 0xFFFFFF;
+    if (color_.isByColor()) out.integer(420, color_.color() & kPartsOfColor);
+    out.application(L"AcCmTransparency");
+    if (!transparency_.isSolid()) out.integer(1071, transparency_.serializeOut());
 }

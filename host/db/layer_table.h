@@ -6,6 +6,7 @@
 
 namespace headless {
 class DrawingRoots;
+class DxfOutput;
 struct DxfTag;
 } // namespace headless
 
@@ -52,6 +53,7 @@ public:
     Acad::ErrorStatus setDescription(const ACHAR* description);
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
     // The states whether or not the layer is open: every entity asks them.
     bool locksEntities() const { return locked_; }
@@ -68,6 +70,8 @@ private:
 
     void readField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
     void readColorIndex(AcDbDxfFiler& filer, const headless::DxfTag& tag);
+    void writePlotting(headless::DxfOutput& out) const;
+    void writeColors(headless::DxfOutput& out) const;
 
     AcDbObjectId linetypeId_;
     AcDbObjectId materialId_;

@@ -5,6 +5,7 @@
 
 #include "db/database.h"
 #include "db/dxf_filer.h"
+#include "db/dxf_output.h"
 #include "db/linetype_table.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbMlineStyle, AcDbObject, "MLINESTYLE")
@@ -13,9 +14,27 @@ using headless::DxfTag;
 
 namespace {
 
-constexpr std::int64_t kFilled = 1;
-constexpr std::int64_t kShowMiters = 2;
+constexpr std::uint32_t kFilled = 1;
+constexpr std::uint32_t kShowMiters = 2;
 constexpr double kRadians = std::numbers::pi / 180.0;
+
+/// Sets a colour to the index or the parts that a group holds; an index that no colour has changes
+/// nothing, and where both stand the parts count.
+void readColor(AcCmEntityColor& color, const DxfTag& tag) {
+    const auto value = static_cast<Adesk::UInt32>(tag.integer());
+    constexpr Adesk::UInt32 kPartsOfColor = 0xFFFFFF;
+    if (tag.code == 420)
+        color.setColor(Adesk::UInt32{AcCmEntityColor::kByColor} << 24 | (value & kPartsOfColor));
+    else if (!color.isByColor())
+        color.setColorIndex(static_cast<int>(value));
+}
+
+void writeColor(headless::DxfOutput& out, const AcCmEntityColor& color) {
+    constexpr Adesk::UInt32 kPartsOfColor = 0xFFFFFF;
+    out.integer(62, color.nearestIndex());
+    if (color.isByColor() && out.since(headless::DrawingVersion::k2004))
+        out.integer(420, color.color() & kPartsOfColor);
+}
 
 } // namespace
 
@@ -83,7 +102,8 @@ void AcDbMlineStyle::readField(AcDbDxfFiler& filer, const DxfTag& tag) {
         endAngle_ = tag.real() * kRadians;
         break;
     case 62:
-        fillColor_.setColorIndex(static_cast<int>(tag.integer()));
+    case 420:
+        readColor(fillColor_, tag);
         break;
     case 70:
         filled_ = (tag.integer() & kFilled) != 0;
@@ -103,9 +123,37 @@ void AcDbMlineStyle::readElementField(AcDbDxfFiler& filer, const DxfTag& tag) {
         elements_.push_back({tag.real(), {}, {}});
         break;
     case 62:
-        elements_.back().color.setColorIndex(static_cast<int>(tag.integer()));
+    case 420:
+        readColor(elements_.back().color, tag);
         break;
     default:
         break;
+    }
+}
+
+Acad::ErrorStatus AcDbMlineStyle::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbObject::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {2, 3, 6, 49, 51, 52, 62, 70, 71, 420};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbMlineStyle", kCodes);
+    out.text(2, name_);
+    out.flags(70, (filled_ ? kFilled : 0) | (showMiters_ ? kShowMiters : 0), kFilled | kShowMiters);
+    out.text(3, description_);
+    writeColor(out, fillColor_);
+    out.angle(51, startAngle_);
+    out.angle(52, endAngle_);
+    writeElements(out);
+    return Acad::eOk;
+}
+
+void AcDbMlineStyle::writeElements(headless::DxfOutput& out) const {
+    out.integer(71, std::ssize(elements_));
+    for (const Element& element : elements_) {
+        out.real(49, element.offset);
+        writeColor(out, element.color);
+        if (element.linetype.isNull())
+            out.text(6, L"BYLAYER");
+        else
+            out.symbol(6, element.linetype);
     }
 }

@@ -9,6 +9,7 @@
 #include "db/object.h"
 
 namespace headless {
+class DxfOutput;
 struct DxfTag;
 } // namespace headless
 
@@ -23,6 +24,8 @@ public:
 
     /// Texts valid until the style changes.
     const ACHAR* name() const { return look(name_).c_str(); }
+    /// The name whether or not the style is open.
+    const std::wstring& nameOf() const { return name_; }
     /// eInvalidInput for a name that is empty or too long.
     Acad::ErrorStatus setName(const ACHAR* name);
     const ACHAR* description() const { return look(description_).c_str(); }
@@ -51,10 +54,12 @@ public:
     Acad::ErrorStatus removeElementAt(int index);
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
     void readField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
     void readElementField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
+    void writeElements(headless::DxfOutput& out) const;
 
     struct Element {
         double offset = 0.0;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "db/dxf_output.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
 #include "db/resbuf.h"
@@ -186,4 +187,32 @@ Acad::ErrorStatus AcDbMText::dxfInFields(AcDbDxfFiler* filer) {
                     AcGeVector3d(std::cos(rotation), std::sin(rotation), 0.0);
     direction_ = direction.normal();
     return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {1,  3,  7,  10, 20, 30, 11,  21,  31,
+                                              40, 41, 44, 50, 71, 72, 210, 220, 230};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbMText", kCodes);
+    out.point(10, location_);
+    out.real(40, textHeight_);
+    out.real(41, width_);
+    out.integer(71, attachment_);
+    out.integer(72, flow_);
+    writeContents(out);
+    out.symbol(7, style_);
+    out.normal(normal_);
+    // Either a direction or a rotation: the direction serves any normal.
+    out.point(11, direction_);
+    out.real(44, lineSpacing_, 1.0);
+    return Acad::eOk;
+}
+
+void AcDbMText::writeContents(headless::DxfOutput& out) const {
+    constexpr std::size_t kChunk = 250; // characters of each group but the last
+    std::wstring_view left = contents_;
+    for (; left.size() >= kChunk; left.remove_prefix(kChunk))
+        out.text(3, left.substr(0, kChunk));
+    out.text(1, left);
 }

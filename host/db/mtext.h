@@ -76,6 +76,7 @@ public:
     Acad::ErrorStatus getPlane(AcGePlane& plane, AcDb::Planarity& kind) const override;
     void getEcs(AcGeMatrix3d& ecs) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
     /// Where its letters stand, whether or not the text is open.
     headless::MTextLayout layout() const;
@@ -94,6 +95,7 @@ private:
     /// bottom.
     double column() const;
     double row() const;
+    void writeContents(headless::DxfOutput& out) const;
 
     AcGePoint3d location_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;

@@ -2,6 +2,7 @@
 
 #include <numbers>
 
+#include "db/dxf_output.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
 
@@ -49,5 +50,17 @@ Acad::ErrorStatus AcDbPoint::dxfInFields(AcDbDxfFiler* filer) {
         }
     }
     normal_ = headless::readNormal(normal);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbPoint::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 39, 50, 210, 220, 230};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbPoint", kCodes);
+    out.point(10, position_);
+    out.real(39, thickness_, 0.0);
+    out.normal(normal_);
+    out.angle(50, ecsRotation_, 0.0);
     return Acad::eOk;
 }

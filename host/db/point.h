@@ -26,6 +26,7 @@ public:
     Acad::ErrorStatus setEcsRotation(double rotation) { return change(ecsRotation_, rotation); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;

@@ -3,22 +3,19 @@
 #include <cstdlib>
 #include <vector>
 
+#include "db/dxf_output.h"
 #include "db/geometry_sink.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbPolyFaceMesh, AcDbEntity, "POLYLINE")
 
 Adesk::Int16 AcDbPolyFaceMesh::numVertices() const {
     assertReadEnabled();
-    Adesk::Int16 count = 0;
-    vertices_.forEach<AcDbPolyFaceMeshVertex>([&](const AcDbPolyFaceMeshVertex&) { ++count; });
-    return count;
+    return count<AcDbPolyFaceMeshVertex>();
 }
 
 Adesk::Int16 AcDbPolyFaceMesh::numFaces() const {
     assertReadEnabled();
-    Adesk::Int16 count = 0;
-    vertices_.forEach<AcDbFaceRecord>([&](const AcDbFaceRecord&) { ++count; });
-    return count;
+    return count<AcDbFaceRecord>();
 }
 
 Acad::ErrorStatus AcDbPolyFaceMesh::appendVertex(AcDbPolyFaceMeshVertex* vertex) {
@@ -84,4 +81,18 @@ void AcDbPolyFaceMesh::subDescribe(headless::GeometrySink& sink) const {
         for (std::size_t i = 0; i < corners.size(); ++i)
             sink.segment(vertices[corners[i]], vertices[corners[(i + 1) % corners.size()]]);
     });
+}
+
+Acad::ErrorStatus AcDbPolyFaceMesh::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 66, 70, 71, 72};
+    constexpr std::int64_t kPolyface = 64;
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbPolyFaceMesh", kCodes);
+    out.integer(66, 1); // vertices and faces follow
+    out.point(10, AcGePoint3d::kOrigin);
+    out.integer(70, kPolyface);
+    out.integer(71, count<AcDbPolyFaceMeshVertex>());
+    out.integer(72, count<AcDbFaceRecord>());
+    return Acad::eOk;
 }

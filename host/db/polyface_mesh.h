@@ -26,6 +26,8 @@ public:
     /// Vertices and face records; the caller deletes the iterator.
     AcDbObjectIterator* vertexIterator() const;
 
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
     bool takesSubentity(const AcDbEntity& part) const override;
     headless::Subentities& subentities() override { return vertices_; }
 
@@ -37,5 +39,13 @@ protected:
     bool keepsExtents() const override { return false; }
 
 private:
+    /// How many parts of one kind there are, whether or not the mesh is open.
+    template <class T>
+    Adesk::Int16 count() const {
+        Adesk::Int16 count = 0;
+        vertices_.forEach<T>([&](const T&) { ++count; });
+        return count;
+    }
+
     headless::Subentities vertices_;
 };

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "db/dxf_filer.h"
+#include "db/dxf_output.h"
 #include "db/geometry_sink.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbPolygonMesh, AcDbEntity, "POLYLINE")
@@ -104,5 +105,23 @@ Acad::ErrorStatus AcDbPolygonMesh::dxfInFields(AcDbDxfFiler* filer) {
             break;
         }
     }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbPolygonMesh::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 66, 70, 71, 72, 73, 74, 75};
+    constexpr std::int64_t kMesh = 16;
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbPolygonMesh", kCodes);
+    out.integer(66, 1); // vertices follow
+    out.point(10, AcGePoint3d::kOrigin);
+    out.integer(70, kMesh | (mClosed_ ? 1 : 0) | (nClosed_ ? 32 : 0) |
+                        (type_ != AcDb::kSimpleMesh ? 4 : 0));
+    out.integer(71, mSize_, 0);
+    out.integer(72, nSize_, 0);
+    out.integer(73, mDensity_, 0);
+    out.integer(74, nDensity_, 0);
+    out.integer(75, type_, AcDb::kSimpleMesh);
     return Acad::eOk;
 }

@@ -47,6 +47,7 @@ public:
     AcDbObjectIterator* vertexIterator() const;
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
     bool takesSubentity(const AcDbEntity& part) const override;
     headless::Subentities& subentities() override { return vertices_; }

@@ -116,6 +116,7 @@ public:
     Acad::ErrorStatus getPlane(AcGePlane& plane, AcDb::Planarity& kind) const override;
     void getEcs(AcGeMatrix3d& ecs) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
@@ -145,6 +146,7 @@ private:
     /// Reads a group that belongs to the vertex begun last; false for others.
     bool readVertexGroup(const headless::DxfTag& tag);
     void completeLists();
+    void writeVertex(headless::DxfOutput& out, std::size_t index) const;
 
     std::vector<AcGePoint2d> points_;
     // Empty while no vertex has one, as in most drawings; else one per vertex.

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "db/curve_piece.h"
+#include "db/dxf_output.h"
 #include "db/flat_transform.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDb2dPolyline, AcDbCurve, "POLYLINE")
@@ -209,4 +210,31 @@ void AcDb2dPolyline::readFlags(std::int64_t flags) {
     if ((flags & 2) != 0) type_ = AcDb::k2dFitCurvePoly;
     if ((flags & 4) != 0 && type_ == AcDb::k2dSimplePoly) type_ = AcDb::k2dCubicSplinePoly;
     linetypeGeneration_ = (flags & 128) != 0;
+}
+
+Acad::ErrorStatus AcDb2dPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbCurve::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 39, 40, 41, 66, 70, 75, 210, 220, 230};
+    constexpr int kQuadratic = 5;
+    constexpr int kCubic = 6;
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDb2dPolyline", kCodes);
+    out.integer(66, 1); // vertices follow
+    out.point(10, AcGePoint3d(0.0, 0.0, elevation_));
+    out.real(39, thickness_, 0.0);
+    out.integer(70, flags(), 0);
+    out.real(40, startWidth_, 0.0);
+    out.real(41, endWidth_, 0.0);
+    if (type_ == AcDb::k2dQuadSplinePoly) out.integer(75, kQuadratic);
+    if (type_ == AcDb::k2dCubicSplinePoly) out.integer(75, kCubic);
+    out.normal(normal_);
+    return Acad::eOk;
+}
+
+std::int64_t AcDb2dPolyline::flags() const {
+    std::int64_t flags = closed_ ? 1 : 0;
+    if (type_ == AcDb::k2dFitCurvePoly) flags |= 2;
+    if (type_ == AcDb::k2dQuadSplinePoly || type_ == AcDb::k2dCubicSplinePoly) flags |= 4;
+    if (linetypeGeneration_) flags |= 128;
+    return flags;
 }

@@ -62,6 +62,7 @@ public:
     Acad::ErrorStatus getPlane(AcGePlane& plane, AcDb::Planarity& kind) const override;
     void getEcs(AcGeMatrix3d& ecs) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
     bool takesSubentity(const AcDbEntity& part) const override;
     headless::Subentities& subentities() override { return vertices_; }
@@ -77,6 +78,7 @@ protected:
 private:
     AcGePoint3d toWorld(const AcGePoint3d& position) const;
     void readFlags(std::int64_t flags);
+    std::int64_t flags() const;
 
     headless::Subentities vertices_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;

@@ -2,6 +2,7 @@
 
 #include "db/curve_piece.h"
 #include "db/dxf_filer.h"
+#include "db/dxf_output.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDb3dPolyline, AcDbCurve, "POLYLINE")
 
@@ -103,5 +104,20 @@ Acad::ErrorStatus AcDb3dPolyline::dxfInFields(AcDbDxfFiler* filer) {
             if (tag.integer() == 6) type_ = AcDb::k3dCubicSplinePoly;
         }
     }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDb3dPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbCurve::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 66, 70, 75};
+    constexpr std::int64_t kSpatial = 8;
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDb3dPolyline", kCodes);
+    const bool smooth = type_ != AcDb::k3dSimplePoly;
+    out.integer(66, 1); // vertices follow
+    out.point(10, AcGePoint3d::kOrigin);
+    out.integer(70, kSpatial | (closed_ ? 1 : 0) | (smooth ? 4 : 0));
+    if (type_ == AcDb::k3dQuadSplinePoly) out.integer(75, 5);
+    if (type_ == AcDb::k3dCubicSplinePoly) out.integer(75, 6);
     return Acad::eOk;
 }

@@ -35,6 +35,7 @@ public:
 
     Acad::ErrorStatus reverseCurve() override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
     bool takesSubentity(const AcDbEntity& part) const override;
     headless::Subentities& subentities() override { return vertices_; }

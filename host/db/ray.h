@@ -11,6 +11,7 @@ public:
     AcDbRay() = default;
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     double firstParam() const override { return 0.0; }

@@ -8,6 +8,8 @@ public:
     ACRX_DECLARE_MEMBERS(AcDbRegAppTableRecord);
 
     AcDbRegAppTableRecord() = default;
+
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 };
 
 class AcDbRegAppTableIterator : public headless::SymbolTableIteratorOf<AcDbRegAppTableRecord> {

@@ -1,5 +1,6 @@
 #include "db/solid.h"
 
+#include "db/dxf_output.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
 #include "db/trace.h"
@@ -72,6 +73,18 @@ Acad::ErrorStatus FlatQuad::readCorners(AcDbDxfFiler& filer) {
     return Acad::eOk;
 }
 
+Acad::ErrorStatus FlatQuad::writeCorners(AcDbDxfFiler& filer) const {
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 11, 21, 31,  12,  22,
+                                              32, 13, 23, 33, 39, 210, 220, 230};
+    DxfOutput& out = filer.output();
+    out.subclass("AcDbTrace", kCodes); // of solids too
+    for (std::size_t i = 0; i < corners_.size(); ++i)
+        out.ocsPoint(10 + static_cast<int>(i), corners_[i], normal_);
+    out.real(39, thickness_, 0.0);
+    out.normal(normal_);
+    return Acad::eOk;
+}
+
 } // namespace headless
 
 Acad::ErrorStatus AcDbSolid::dxfInFields(AcDbDxfFiler* filer) {
@@ -82,4 +95,14 @@ Acad::ErrorStatus AcDbSolid::dxfInFields(AcDbDxfFiler* filer) {
 Acad::ErrorStatus AcDbTrace::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
     return status == Acad::eOk ? readCorners(*filer) : status;
+}
+
+Acad::ErrorStatus AcDbSolid::dxfOutFields(AcDbDxfFiler* filer) const {
+    const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer);
+    return status == Acad::eOk ? writeCorners(*filer) : status;
+}
+
+Acad::ErrorStatus AcDbTrace::dxfOutFields(AcDbDxfFiler* filer) const {
+    const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer);
+    return status == Acad::eOk ? writeCorners(*filer) : status;
 }

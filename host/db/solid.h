@@ -30,6 +30,7 @@ protected:
     explicit FlatQuad(const std::array<AcGePoint3d, 4>& corners) : corners_(corners) {}
 
     Acad::ErrorStatus readCorners(AcDbDxfFiler& filer);
+    Acad::ErrorStatus writeCorners(AcDbDxfFiler& filer) const;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     void subDescribe(GeometrySink& sink) const override;
@@ -54,4 +55,5 @@ public:
         : FlatQuad({pt0, pt1, pt2, pt2}) {}
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 };

@@ -5,6 +5,7 @@
 
 #include "db/block_table.h"
 #include "db/dxf_filer.h"
+#include "db/dxf_output.h"
 #include "db/residence.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbSortentsTable, AcDbObject, "SORTENTSTABLE")
@@ -159,6 +160,26 @@ Acad::ErrorStatus AcDbSortentsTable::dxfInFields(AcDbDxfFiler* filer) {
         default:
             break;
         }
+    }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbSortentsTable::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbObject::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {5, 330, 331};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbSortentsTable", kCodes);
+    out.handle(330, blockId_);
+    std::vector<std::pair<AcDbObjectId, Adesk::UInt64>> entries;
+    for (const auto& entry : sortHandles_)
+        if (!entry.first.isErased()) entries.push_back(entry);
+    std::sort(entries.begin(), entries.end(), [](const auto& a, const auto& b) {
+        return std::pair(a.second, Adesk::UInt64{a.first.handle()}) <
+               std::pair(b.second, Adesk::UInt64{b.first.handle()});
+    });
+    for (const auto& [entity, handle] : entries) {
+        out.handle(331, entity);
+        out.handleNumber(5, handle);
     }
     return Acad::eOk;
 }

@@ -43,6 +43,7 @@ public:
     Acad::ErrorStatus getSortHandle(AcDbObjectId id, AcDbHandle& handle) const;
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
     /// As getSortHandle, whether or not the table is open: the entity's own when it has no other.
     Adesk::UInt64 sortHandleOf(AcDbObjectId id) const;

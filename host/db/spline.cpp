@@ -5,6 +5,7 @@
 
 #include "db/curve_piece.h"
 #include "db/dxf_fields.h"
+#include "db/dxf_output.h"
 #include "ge/spline.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbSpline, AcDbCurve, "SPLINE")
@@ -163,7 +164,7 @@ Acad::ErrorStatus AcDbSpline::reverseCurve() {
 }
 
 bool AcDbSpline::normalOf(AcGeVector3d& normal) const {
-    if (isNull()) return false;
+    if (curve_ == nullptr) return false;
     // The plane of three control points well apart, then all others are in it or not.
     const AcGePoint3d& origin = curve_->points.front();
     AcGeVector3d widest;
@@ -176,6 +177,7 @@ bool AcDbSpline::normalOf(AcGeVector3d& normal) const {
     }
     if (widest.isZeroLength()) return false;
     normal = widest.normal();
+    if (normal.z < 0.0) normal.negate(); // Either would do; files have that one.
     const double allowed = 1e-9 * along.length();
     return std::all_of(curve_->points.begin(), curve_->points.end(), [&](const AcGePoint3d& p) {
         return std::abs((p - origin).dotProduct(normal)) <= allowed;
@@ -183,11 +185,13 @@ bool AcDbSpline::normalOf(AcGeVector3d& normal) const {
 }
 
 bool AcDbSpline::isPlanar() const {
+    assertReadEnabled();
     AcGeVector3d normal;
     return normalOf(normal);
 }
 
 Acad::ErrorStatus AcDbSpline::getPlane(AcGePlane& plane, AcDb::Planarity& kind) const {
+    assertReadEnabled();
     AcGeVector3d normal;
     const bool planar = normalOf(normal);
     kind = planar ? AcDb::kPlanar : AcDb::kNonPlanar;
@@ -289,4 +293,47 @@ Acad::ErrorStatus AcDbSpline::dxfInFields(AcDbDxfFiler* filer) {
     if (curve_ == nullptr && !tags.empty())
         filer->report(tags.front(), "a spline without a curve: its points and knots do not fit");
     return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbSpline::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbCurve::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 11, 21, 31, 12, 22, 32, 13,  23,  33, 40,
+                                              41, 42, 43, 44, 70, 71, 72, 73, 74, 210, 220, 230};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbSpline", kCodes);
+    static const Spline kNone;
+    const Spline& curve = curve_ == nullptr ? kNone : *curve_;
+    writeHead(out, curve);
+    for (const double knot : curve.knots)
+        out.real(40, knot);
+    for (const double weight : curve.weights)
+        out.real(41, weight);
+    for (const AcGePoint3d& point : curve.points)
+        out.point(10, point);
+    for (const AcGePoint3d& point : fitPoints_)
+        out.point(11, point);
+    return Acad::eOk;
+}
+
+void AcDbSpline::writeHead(headless::DxfOutput& out, const Spline& curve) const {
+    constexpr std::uint32_t kClosed = 1;
+    constexpr std::uint32_t kPeriodic = 2;
+    constexpr std::uint32_t kRational = 4;
+    constexpr std::uint32_t kPlanar = 8;
+    AcGeVector3d normal;
+    const bool planar = normalOf(normal);
+    if (planar) out.point(210, normal);
+    out.flags(70,
+              (closed_ ? kClosed : 0) | (periodic_ ? kPeriodic : 0) |
+                  (curve.weights.empty() ? 0 : kRational) | (planar ? kPlanar : 0),
+              kClosed | kPeriodic | kRational | kPlanar);
+    out.integer(71, curve.degree);
+    out.integer(72, std::ssize(curve.knots));
+    out.integer(73, std::ssize(curve.points));
+    out.integer(74, std::ssize(fitPoints_));
+    out.real(42, knotTolerance_);
+    out.real(43, controlPointTolerance_);
+    if (!fitPoints_.empty()) out.real(44, fitTolerance_);
+    if (startTangent_) out.point(12, *startTangent_);
+    if (endTangent_) out.point(13, *endTangent_);
 }

@@ -9,6 +9,7 @@
 
 namespace headless {
 
+class DxfOutput;
 struct Spline;
 
 } // namespace headless
@@ -70,6 +71,7 @@ public:
     bool isPlanar() const override;
     Acad::ErrorStatus getPlane(AcGePlane& plane, AcDb::Planarity& kind) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
@@ -80,6 +82,7 @@ private:
     /// Makes the curve through the fit points.
     void fit();
     bool normalOf(AcGeVector3d& normal) const;
+    void writeHead(headless::DxfOutput& out, const headless::Spline& curve) const;
 
     std::shared_ptr<const headless::Spline> curve_;
     std::vector<AcGePoint3d> fitPoints_;

@@ -5,6 +5,7 @@
 
 #include "db/database.h"
 #include "db/dxf_filer.h"
+#include "db/dxf_output.h"
 #include "db/resbuf.h"
 #include "db/residence.h"
 #include "rx/ac_string.h"
@@ -77,6 +78,19 @@ Acad::ErrorStatus AcDbSymbolTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     if (const headless::DxfTag* const name = filer->record().find(kName); name != nullptr)
         name_ = filer->text(*name);
     return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbSymbolTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
+    const Acad::ErrorStatus status = AcDbObject::dxfOutFields(filer);
+    if (status == Acad::eOk) filer->output().subclass("AcDbSymbolTableRecord", {});
+    return status;
+}
+
+void AcDbSymbolTableRecord::beginFields(AcDbDxfFiler& filer, const char* marker,
+                                        std::span<const std::int16_t> codes) const {
+    constexpr int kName = 2;
+    filer.output().subclass(marker, codes);
+    filer.output().text(kName, name_);
 }
 
 Acad::ErrorStatus AcDbSymbolTable::lookUp(const ACHAR* name, AcDbObjectId& id, bool getErased,

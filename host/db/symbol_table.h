@@ -4,6 +4,7 @@
 // hold several records of one name as long as all but one are erased.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -37,12 +38,16 @@ public:
     bool isRenamable() const { return !isDependent(); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
     /// The name whether or not the record is open.
     const std::wstring& nameOf() const { return name_; }
 
 protected:
     AcDbSymbolTableRecord() = default;
+    /// Begins the part of a record's own class, whose codes are to hold 2 and 70, with its name.
+    void beginFields(AcDbDxfFiler& filer, const char* marker,
+                     std::span<const std::int16_t> codes) const;
     /// Refuses to bring a record back when its name was given to another meanwhile.
     Acad::ErrorStatus subErase(bool erasing) override;
     /// Puts the name it had under the table's names again.

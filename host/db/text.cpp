@@ -3,6 +3,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "db/dxf_output.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
 #include "db/resbuf.h"
@@ -270,5 +271,37 @@ Acad::ErrorStatus AcDbText::dxfInFields(AcDbDxfFiler* filer) {
     readText(*filer, tags);
     for (const headless::DxfTag& tag : tags)
         if (tag.code == 73) readVerticalMode(tag);
+    return Acad::eOk;
+}
+
+void AcDbText::writeText(headless::DxfOutput& out) const {
+    static constexpr std::int16_t kCodes[] = {1,  7,  10, 20, 30, 11, 21,  31,  39,
+                                              40, 41, 50, 51, 71, 72, 210, 220, 230};
+    out.subclass("AcDbText", kCodes);
+    out.real(39, thickness_, 0.0);
+    out.ocsPoint(10, position_, normal_);
+    out.real(40, height_);
+    out.text(1, text_);
+    out.angle(50, rotation_, 0.0);
+    out.real(41, widthFactor_, 1.0);
+    out.angle(51, oblique_, 0.0);
+    out.symbol(7, style_);
+    out.integer(71, (mirroredInX_ ? 2 : 0) | (mirroredInY_ ? 4 : 0), 0);
+    out.integer(72, horizontal_, AcDb::kTextLeft);
+    if (aligned()) out.ocsPoint(11, alignment_, normal_);
+    out.normal(normal_);
+}
+
+void AcDbText::writeVerticalMode(headless::DxfOutput& out, int code) const {
+    out.integer(code, vertical_, AcDb::kTextBase);
+}
+
+Acad::ErrorStatus AcDbText::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {73};
+    headless::DxfOutput& out = filer->output();
+    writeText(out);
+    out.subclass("AcDbText", kCodes);
+    writeVerticalMode(out, 73);
     return Acad::eOk;
 }

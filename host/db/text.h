@@ -76,6 +76,7 @@ public:
     Acad::ErrorStatus getPlane(AcGePlane& plane, AcDb::Planarity& kind) const override;
     void getEcs(AcGeMatrix3d& ecs) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
@@ -86,6 +87,8 @@ protected:
     /// elsewhere.
     void readText(AcDbDxfFiler& filer, std::span<const headless::DxfTag> tags);
     void readVerticalMode(const headless::DxfTag& tag);
+    void writeText(headless::DxfOutput& out) const;
+    void writeVerticalMode(headless::DxfOutput& out, int code) const;
     void takePlacingFrom(const AcDbText& other);
 
 private:

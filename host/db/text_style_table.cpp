@@ -3,12 +3,22 @@
 #include <numbers>
 
 #include "db/dxf_filer.h"
+#include "db/dxf_output.h"
 #include "db/resbuf.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbTextStyleTableRecord, AcDbSymbolTableRecord, "STYLE")
 ACRX_CONS_DEFINE_MEMBERS(AcDbTextStyleTable, AcDbSymbolTable, 0)
 
 using headless::DxfTag;
+
+namespace {
+
+// How records pack what they say of a font.
+constexpr std::int64_t kItalic = 0x1000000;
+constexpr std::int64_t kBold = 0x2000000;
+constexpr std::int64_t kByte = 0xFF;
+
+} // namespace
 
 Acad::ErrorStatus AcDbTextStyleTableRecord::fileName(ACHAR*& name) const {
     name = acutNewString(look(file_).c_str());
@@ -75,9 +85,6 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::setXScale(double scale) {
 }
 
 void AcDbTextStyleTableRecord::readFont(std::wstring typeface, std::int64_t packedFlags) {
-    constexpr std::int64_t kItalic = 0x1000000;
-    constexpr std::int64_t kBold = 0x2000000;
-    constexpr std::int64_t kByte = 0xFF;
     typeface_ = std::move(typeface);
     bold_ = (packedFlags & kBold) != 0;
     italic_ = (packedFlags & kItalic) != 0;
@@ -132,4 +139,30 @@ void AcDbTextStyleTableRecord::readField(AcDbDxfFiler& filer, const DxfTag& tag)
 Acad::ErrorStatus AcDbTextStyleTable::checkName(const AcDbSymbolTableRecord& record) const {
     const auto& style = static_cast<const AcDbTextStyleTableRecord&>(record);
     return style.isShapeFile() ? Acad::eOk : AcDbSymbolTable::checkName(record);
+}
+
+Acad::ErrorStatus AcDbTextStyleTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbSymbolTableRecord::dxfOutFields(filer); status != Acad::eOk)
+        return status;
+    static constexpr std::int16_t kCodes[] = {2, 3, 4, 40, 41, 42, 50, 70, 71};
+    headless::DxfOutput& out = filer->output();
+    beginFields(*filer, "AcDbTextStyleTableRecord", kCodes);
+    out.flags(70, (shapeFile_ ? 1U : 0U) | (vertical_ ? 4U : 0U), 5);
+    out.real(40, textSize_);
+    out.real(41, xScale_);
+    out.angle(50, obliquing_);
+    out.flags(71, flagBits_, 6);
+    out.real(42, priorSize_);
+    out.text(3, file_);
+    out.text(4, bigFont_);
+    if (out.since(headless::DrawingVersion::kR14)) writeFont(out);
+    return Acad::eOk;
+}
+
+void AcDbTextStyleTableRecord::writeFont(headless::DxfOutput& out) const {
+    out.application(L"ACAD");
+    if (typeface_.empty()) return;
+    out.text(1000, typeface_);
+    out.integer(1071, (bold_ ? kBold : 0) | (italic_ ? kItalic : 0) | (charset_ & kByte) << 8 |
+                          (pitchAndFamily_ & kByte));
 }

@@ -5,6 +5,7 @@
 #include "db/symbol_table.h"
 
 namespace headless {
+class DxfOutput;
 struct DxfTag;
 } // namespace headless
 
@@ -52,6 +53,7 @@ public:
     Acad::ErrorStatus setFlagBits(Adesk::UInt8 bits) { return change(flagBits_, bits); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
     /// The font that texts are measured by, whether or not the record is open.
     headless::FontRequest fontRequest() const { return {file_, typeface_, bold_, italic_}; }
@@ -63,6 +65,7 @@ public:
 
 private:
     void readField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
+    void writeFont(headless::DxfOutput& out) const;
 
     std::wstring file_;
     std::wstring bigFont_;

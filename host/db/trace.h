@@ -13,4 +13,5 @@ public:
         : FlatQuad({pt0, pt1, pt2, pt3}) {}
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 };

@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "db/dxf_fields.h"
+#include "db/dxf_output.h"
 #include "db/geometry_sink.h"
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbVertex, AcDbEntity)
@@ -13,6 +14,12 @@ HEADLESS_DXF_DEFINE_MEMBERS(AcDbPolygonMeshVertex, AcDbVertex, "VERTEX")
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbPolyFaceMeshVertex, AcDbVertex, "VERTEX")
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbFaceRecord, AcDbVertex, "VERTEX")
 
+Acad::ErrorStatus AcDbVertex::dxfOutFields(AcDbDxfFiler* filer) const {
+    const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer);
+    if (status == Acad::eOk) filer->output().subclass("AcDbVertex", {});
+    return status;
+}
+
 namespace {
 
 // Bits of a vertex's flags in files.
@@ -20,6 +27,11 @@ constexpr std::int64_t kCurveFit = 1;
 constexpr std::int64_t kTangent = 2;
 constexpr std::int64_t kSplineFit = 8;
 constexpr std::int64_t kSplineFrame = 16;
+constexpr std::int64_t kSpatial = 32;
+constexpr std::int64_t kMesh = 64;
+constexpr std::int64_t kPolyface = 128;
+
+constexpr std::int16_t kPlaceCodes[] = {10, 20, 30, 70};
 
 AcDb::Vertex2dType flatType(std::int64_t flags) {
     if ((flags & kSplineFrame) != 0) return AcDb::k2dSplineCtlVertex;
@@ -32,11 +44,22 @@ AcDb::Vertex3dType spaceType(std::int64_t flags) {
     return (flags & kSplineFit) != 0 ? AcDb::k3dFitVertex : AcDb::k3dSimpleVertex;
 }
 
+std::int64_t flagsOf(AcDb::Vertex2dType type) {
+    if (type == AcDb::k2dSplineCtlVertex) return kSplineFrame;
+    if (type == AcDb::k2dSplineFitVertex) return kSplineFit;
+    return type == AcDb::k2dCurveFitVertex ? kCurveFit : 0;
+}
+
+std::int64_t flagsOf(AcDb::Vertex3dType type) {
+    if (type == AcDb::k3dControlVertex) return kSplineFrame;
+    return type == AcDb::k3dFitVertex ? kSplineFit : 0;
+}
+
 } // namespace
 
 AcDb2dVertex::AcDb2dVertex(const AcGePoint3d& position, double bulge, double startWidth,
                            double endWidth, double tangent, Adesk::Int32 vertexIdentifier)
-    : position_(position), shape_{bulge, startWidth, endWidth}, tangent_(tangent),
+    : position_(position), shape_{bulge, startWidth, endWidth, true}, tangent_(tangent),
       identifier_(vertexIdentifier) {}
 
 Acad::ErrorStatus AcDb2dVertex::dxfInFields(AcDbDxfFiler* filer) {
@@ -49,10 +72,9 @@ Acad::ErrorStatus AcDb2dVertex::dxfInFields(AcDbDxfFiler* filer) {
             headless::setCoordinate(position_, tag);
             break;
         case 40:
-            shape_.startWidth = tag.real();
-            break;
         case 41:
-            shape_.endWidth = tag.real();
+            (tag.code == 40 ? shape_.startWidth : shape_.endWidth) = tag.real();
+            shape_.ownWidths = true;
             break;
         case 42:
             shape_.bulge = tag.real();
@@ -71,6 +93,23 @@ Acad::ErrorStatus AcDb2dVertex::dxfInFields(AcDbDxfFiler* filer) {
             break;
         }
     }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDb2dVertex::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbVertex::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 40, 41, 42, 50, 70, 91};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDb2dVertex", kCodes);
+    out.point(10, position_);
+    if (shape_.ownWidths) {
+        out.real(40, shape_.startWidth);
+        out.real(41, shape_.endWidth);
+    }
+    out.real(42, shape_.bulge, 0.0);
+    out.integer(70, flagsOf(type_) | (tangentUsed_ ? kTangent : 0), 0);
+    out.angle(50, tangent_, 0.0);
+    if (out.since(headless::DrawingVersion::k2010)) out.integer(91, identifier_, 0);
     return Acad::eOk;
 }
 
@@ -95,6 +134,15 @@ Acad::ErrorStatus SpaceVertex::dxfInFields(AcDbDxfFiler* filer) {
     return Acad::eOk;
 }
 
+Acad::ErrorStatus SpaceVertex::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbVertex::dxfOutFields(filer); status != Acad::eOk) return status;
+    DxfOutput& out = filer->output();
+    out.subclass(recordKind().marker, kPlaceCodes);
+    out.point(10, position_);
+    out.integer(70, recordKind().flags | flagsOf(type_));
+    return Acad::eOk;
+}
+
 Acad::ErrorStatus SpaceVertex::subTransformBy(const AcGeMatrix3d& transform) {
     position_.transformBy(transform);
     return Acad::eOk;
@@ -103,6 +151,18 @@ Acad::ErrorStatus SpaceVertex::subTransformBy(const AcGeMatrix3d& transform) {
 void SpaceVertex::subDescribe(GeometrySink& sink) const { sink.point(position_); }
 
 } // namespace headless
+
+headless::SpaceVertex::RecordKind AcDb3dPolylineVertex::recordKind() const {
+    return {"AcDb3dPolylineVertex", kSpatial};
+}
+
+headless::SpaceVertex::RecordKind AcDbPolygonMeshVertex::recordKind() const {
+    return {"AcDbPolygonMeshVertex", kMesh};
+}
+
+headless::SpaceVertex::RecordKind AcDbPolyFaceMeshVertex::recordKind() const {
+    return {"AcDbPolyFaceMeshVertex", kMesh | kPolyface};
+}
 
 Acad::ErrorStatus AcDbFaceRecord::getVertexAt(Adesk::UInt16 index, Adesk::Int16& vertex) const {
     if (index >= vertices_.size()) return Acad::eInvalidIndex;
@@ -139,5 +199,17 @@ Acad::ErrorStatus AcDbFaceRecord::dxfInFields(AcDbDxfFiler* filer) {
         vertices_[static_cast<std::size_t>(tag.code - 71)] =
             static_cast<Adesk::Int16>(tag.integer());
     }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbFaceRecord::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 70, 71, 72, 73, 74};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbFaceRecord", kCodes);
+    out.point(10, AcGePoint3d::kOrigin);
+    out.integer(70, kPolyface);
+    for (std::size_t i = 0; i < vertices_.size(); ++i)
+        out.integer(71 + static_cast<int>(i), vertices_[i], 0);
     return Acad::eOk;
 }

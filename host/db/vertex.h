@@ -9,6 +9,8 @@ class AcDbVertex : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbVertex);
 
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
 protected:
     AcDbVertex() = default;
 };
@@ -29,9 +31,13 @@ public:
         return change(position_, position);
     }
     double startWidth() const { return look(shape_).startWidth; }
-    Acad::ErrorStatus setStartWidth(double width) { return change(shape_.startWidth, width); }
+    Acad::ErrorStatus setStartWidth(double width) {
+        return change(shape_, Shape{shape_.bulge, width, shape_.endWidth, true});
+    }
     double endWidth() const { return look(shape_).endWidth; }
-    Acad::ErrorStatus setEndWidth(double width) { return change(shape_.endWidth, width); }
+    Acad::ErrorStatus setEndWidth(double width) {
+        return change(shape_, Shape{shape_.bulge, shape_.startWidth, width, true});
+    }
     double bulge() const { return look(shape_).bulge; }
     Acad::ErrorStatus setBulge(double bulge) { return change(shape_.bulge, bulge); }
     Adesk::Boolean isTangentUsed() const { return look(tangentUsed_); }
@@ -43,6 +49,7 @@ public:
     Acad::ErrorStatus setVertexIdentifier(Adesk::Int32 id) { return change(identifier_, id); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
     friend class AcDb2dPolyline;
@@ -52,7 +59,8 @@ private:
         double bulge = 0.0;
         double startWidth = 0.0;
         double endWidth = 0.0;
-        Shape reversed() const { return {-bulge, endWidth, startWidth}; }
+        bool ownWidths = false; // stated: else files take the polyline's default widths
+        Shape reversed() const { return {-bulge, endWidth, startWidth, ownWidths}; }
     };
 
     AcGePoint3d position_;
@@ -79,10 +87,18 @@ public:
     bool isFrame() const { return type_ == AcDb::k3dControlVertex; }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     SpaceVertex() = default;
     explicit SpaceVertex(const AcGePoint3d& position) : position_(position) {}
+
+    /// What tells the kind of vertex in records: a subclass marker and bits of the flags.
+    struct RecordKind {
+        const char* marker;
+        std::int64_t flags;
+    };
+    virtual RecordKind recordKind() const = 0;
 
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     void subDescribe(GeometrySink& sink) const override;
@@ -101,6 +117,9 @@ public:
     explicit AcDb3dPolylineVertex(const AcGePoint3d& position) : SpaceVertex(position) {}
 
     AcDb::Vertex3dType vertexType() const { return look(type_); }
+
+protected:
+    RecordKind recordKind() const override;
 };
 
 class AcDbPolygonMeshVertex : public headless::SpaceVertex {
@@ -111,6 +130,9 @@ public:
     explicit AcDbPolygonMeshVertex(const AcGePoint3d& position) : SpaceVertex(position) {}
 
     AcDb::Vertex3dType vertexType() const { return look(type_); }
+
+protected:
+    RecordKind recordKind() const override;
 };
 
 class AcDbPolyFaceMeshVertex : public headless::SpaceVertex {
@@ -119,6 +141,9 @@ public:
 
     AcDbPolyFaceMeshVertex() = default;
     explicit AcDbPolyFaceMeshVertex(const AcGePoint3d& position) : SpaceVertex(position) {}
+
+protected:
+    RecordKind recordKind() const override;
 };
 
 /// A face of a polyface mesh: up to four of the mesh's vertices, counted from 1; 0 is none and a
@@ -141,6 +166,7 @@ public:
     const std::array<Adesk::Int16, 4>& corners() const { return vertices_; }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& /*transform*/) override {

@@ -4,6 +4,7 @@
 
 #include "db/dxf_fields.h"
 #include "db/dxf_filer.h"
+#include "db/dxf_output.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbUCSTableRecord, AcDbSymbolTableRecord, "UCS")
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbAbstractViewTableRecord, AcDbSymbolTableRecord)
@@ -19,7 +20,7 @@ using headless::setCoordinate;
 namespace {
 
 constexpr double kRadians = std::numbers::pi / 180.0;
-constexpr std::int64_t kPerspective = 1;
+constexpr std::uint32_t kPerspective = 1;
 
 /// Which point of a record a group is of: codes 12, 22 and 32 are of the point 12.
 int pointOf(int code) { return code >= 10 && code <= 39 ? 10 + code % 10 : 0; }
@@ -155,4 +156,58 @@ void AcDbViewportTableRecord::readField(const DxfTag& tag) {
 
 Acad::ErrorStatus AcDbViewportTable::checkName(const AcDbSymbolTableRecord& record) const {
     return record.nameOf().empty() ? Acad::eInvalidInput : Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbUCSTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbSymbolTableRecord::dxfOutFields(filer); status != Acad::eOk)
+        return status;
+    static constexpr std::int16_t kCodes[] = {2, 10, 20, 30, 11, 21, 31, 12, 22, 32, 70};
+    headless::DxfOutput& out = filer->output();
+    beginFields(*filer, "AcDbUCSTableRecord", kCodes);
+    out.flags(70, 0, 0);
+    out.point(10, origin_);
+    out.point(11, xAxis_);
+    out.point(12, yAxis_);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbViewTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbSymbolTableRecord::dxfOutFields(filer); status != Acad::eOk)
+        return status;
+    static constexpr std::int16_t kCodes[] = {2,  10, 20, 11, 21, 31, 12, 22,
+                                              32, 40, 41, 42, 50, 70, 71};
+    headless::DxfOutput& out = filer->output();
+    beginFields(*filer, "AcDbViewTableRecord", kCodes);
+    out.flags(70, paperSpace_ ? 1 : 0, 1);
+    out.real(40, height_);
+    out.point(10, center_);
+    out.real(41, width_);
+    out.point(11, direction_);
+    out.point(12, target_);
+    out.real(42, lens_);
+    out.angle(50, twist_);
+    out.flags(71, perspective_ ? kPerspective : 0, kPerspective);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbViewportTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbSymbolTableRecord::dxfOutFields(filer); status != Acad::eOk)
+        return status;
+    static constexpr std::int16_t kCodes[] = {2,  10, 20, 11, 21, 12, 22, 16, 26, 36, 17,
+                                              27, 37, 40, 41, 42, 45, 50, 51, 70, 71};
+    headless::DxfOutput& out = filer->output();
+    beginFields(*filer, "AcDbViewportTableRecord", kCodes);
+    out.flags(70, 0, 0);
+    out.point(10, lowerLeft_);
+    out.point(11, upperRight_);
+    out.point(12, center_);
+    out.point(16, direction_);
+    out.point(17, target_);
+    out.real(40, height_);
+    out.real(41, height_ > 0.0 ? width_ / height_ : 1.0);
+    out.real(42, lens_);
+    out.angle(50, snapAngle_);
+    out.angle(51, twist_);
+    out.flags(71, perspective_ ? kPerspective : 0, kPerspective);
+    return Acad::eOk;
 }

@@ -24,6 +24,7 @@ public:
     void setYAxis(const AcGeVector3d& axis) { change(yAxis_, axis); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
     AcGePoint3d origin_;
@@ -80,6 +81,7 @@ public:
     Acad::ErrorStatus setIsPaperspaceView(bool paper) { return change(paperSpace_, paper); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
     void readField(const headless::DxfTag& tag);
@@ -108,6 +110,7 @@ public:
     Acad::ErrorStatus setSnapAngle(double angle) { return change(snapAngle_, angle); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
     bool readPoint(const headless::DxfTag& tag);

@@ -15,6 +15,7 @@ public:
     Acad::ErrorStatus getStartParam(double& param) const override;
     Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     double firstParam() const override { return -std::numeric_limits<double>::infinity(); }

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "db/dxf_filer.h"
+#include "db/dxf_output.h"
 #include "db/record_archive.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbXrecord, AcDbObject, "XRECORD")
@@ -44,6 +45,15 @@ Acad::ErrorStatus AcDbXrecord::dxfInFields(AcDbDxfFiler* filer) {
     const auto tags = filer->subclass("AcDbXrecord");
     if (!tags.empty() && tags.front().code == kMergeStyle)
         mergeStyle_ = static_cast<AcDb::DuplicateRecordCloning>(tags.front().integer());
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbXrecord::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbObject::dxfOutFields(filer); status != Acad::eOk) return status;
+    headless::DxfOutput& out = filer->output();
+    out.wholeSubclass("AcDbXrecord");
+    out.integer(kMergeStyle, mergeStyle_);
+    headless::writeItems(items_ ? *items_ : out.keep(items()), out);
     return Acad::eOk;
 }
 

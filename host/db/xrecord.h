@@ -36,6 +36,7 @@ public:
     }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
     /// The values whether or not the record is open.
     headless::DataItems items() const;

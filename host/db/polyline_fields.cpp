@@ -1,7 +1,8 @@
-// Reads lightweight polylines from their records.
+// Lightweight polylines from their records and back.
 #include <algorithm>
 
 #include "db/dxf_fields.h"
+#include "db/dxf_output.h"
 #include "db/polyline.h"
 
 Acad::ErrorStatus AcDbPolyline::dxfInFields(AcDbDxfFiler* filer) {
@@ -83,4 +84,34 @@ void AcDbPolyline::completeLists() {
         return w.start != widths_.front().start || w.end != widths_.front().start;
     });
     if (!widths_.empty() && !vary) setConstantWidth(widths_.front().start);
+}
+
+Acad::ErrorStatus AcDbPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbCurve::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {10, 20, 38, 39, 40,  41,  42,
+                                              43, 70, 90, 91, 210, 220, 230};
+    constexpr std::uint32_t kClosed = 1;
+    constexpr std::uint32_t kPlinegen = 128;
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbPolyline", kCodes);
+    out.integer(90, std::ssize(points_));
+    out.flags(70, (closed_ ? kClosed : 0) | (plinegen_ ? kPlinegen : 0), kClosed | kPlinegen);
+    if (widths_.empty()) out.real(43, constantWidth_);
+    out.real(38, elevation_, 0.0);
+    out.real(39, thickness_, 0.0);
+    for (std::size_t i = 0; i < points_.size(); ++i)
+        writeVertex(out, i);
+    out.normal(normal_);
+    return Acad::eOk;
+}
+
+void AcDbPolyline::writeVertex(headless::DxfOutput& out, std::size_t index) const {
+    out.point(10, points_[index]);
+    if (!identifiers_.empty() && out.since(headless::DrawingVersion::k2010))
+        out.integer(91, identifiers_[index]);
+    if (!widths_.empty()) {
+        out.real(40, widths_[index].start);
+        out.real(41, widths_[index].end);
+    }
+    if (!bulges_.empty()) out.real(42, bulges_[index], 0.0);
 }
