@@ -4,12 +4,27 @@
 #include <afxwin.h>
 #include <rxregsvc.h>
 
+#include "blocks_command.h"
+#include "layers_command.h"
 #include "measure_command.h"
+#include "styles_command.h"
 
 namespace {
 
 constexpr int kApiVersion = 0x140000; // release 20
 constexpr const wchar_t* kCommandGroup = L"ORNBOARD";
+
+struct Command {
+    const wchar_t* name;
+    void (*run)();
+};
+
+constexpr Command kCommands[] = {
+    {L"BOARDAREA", board::measureCommand},
+    {L"BOARDBLOCK", board::blocksCommand},
+    {L"BOARDLAYERS", board::layersCommand},
+    {L"BOARDSTYLES", board::stylesCommand},
+};
 
 AFX_EXTENSION_MODULE extensionModule;
 
@@ -33,8 +48,9 @@ extern "C" AFX_EXT_API AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message,
     case AcRx::kInitAppMsg:
         acrxUnlockApplication(application);
         acrxRegisterAppMDIAware(application);
-        acedRegCmds->addCommand(kCommandGroup, L"BOARDAREA", L"BOARDAREA", ACRX_CMD_MODAL,
-                                board::measureCommand);
+        for (const Command& command : kCommands)
+            acedRegCmds->addCommand(kCommandGroup, command.name, command.name, ACRX_CMD_MODAL,
+                                    command.run);
         break;
     case AcRx::kUnloadAppMsg:
         acedRegCmds->removeGroup(kCommandGroup);

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "OrnBoard/measure_report.h"
+#include "dxf/read_report.h"
 #include "json_output.h"
 #include "win/code_page.h"
 
@@ -12,15 +13,9 @@ namespace {
 
 std::string utf8(const CString& text) { return headless::toUtf8(text.GetString()); }
 
-std::string handleText(const AcDbHandle& handle) {
-    ACHAR digits[17];
-    handle.getIntoAsciiBuffer(digits);
-    return headless::toUtf8(digits);
-}
-
 Json::Value jsonOf(const board::Measured& outline) {
     Json::Value value;
-    value["handle"] = handleText(outline.handle);
+    value["handle"] = headless::handleText(outline.handle);
     value["layer"] = utf8(outline.layer);
     value["closed"] = outline.closed;
     value["vertices"] = outline.vertices;
@@ -66,8 +61,8 @@ std::string csvNumber(const std::optional<double>& number) {
 
 void printCsvRows(std::ostream& out, const char* kind, const std::vector<board::Measured>& rows) {
     for (const board::Measured& row : rows) {
-        out << kind << ',' << handleText(row.handle) << ',' << csvField(utf8(row.layer)) << ','
-            << (row.closed ? "true" : "false") << ',' << row.vertices << ','
+        out << kind << ',' << headless::handleText(row.handle) << ',' << csvField(utf8(row.layer))
+            << ',' << (row.closed ? "true" : "false") << ',' << row.vertices << ','
             << csvNumber(row.areaSquareMetre) << ',' << csvNumber(row.length) << '\n';
     }
 }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "progress.h"
+#include "win/code_page.h"
 
 namespace orn {
 namespace {
@@ -44,6 +45,8 @@ OpenDrawing::OpenDrawing(const std::filesystem::path& drawing,
 }
 
 int OpenDrawing::finish() const {
+    for (const std::wstring& message : session_.messageBoxes())
+        std::cerr << "orn: " << headless::toUtf8(message) << '\n';
     const std::vector<std::string> leftovers = session_.leftovers();
     for (const std::string& leftover : leftovers)
         std::cerr << "orn: left behind: " << leftover << '\n';

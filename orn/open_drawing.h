@@ -27,7 +27,7 @@ public:
     headless::Session& session() { return session_; }
     AcDbDatabase* database() const { return session_.database(); }
 
-    /// Says what the work left behind. Returns the exit status.
+    /// Says what message boxes told and what the work left behind. Returns the exit status.
     int finish() const;
 
 private:

@@ -175,4 +175,25 @@ TEST_F(Orn, RunsTypedCommandsAndScripts) {
     EXPECT_EQ(cutShort.out.find("Coefficient"), std::string::npos) << "the prompt was cancelled";
 }
 
+// Prompts of the other commands; what they do is tested with their functions.
+TEST_F(Orn, RunsTheOtherCommands) {
+    const std::string file = (folder_.path() / "styles.json").string();
+    const Outcome typed =
+        run(kPlan, "BOARDSTYLES\n\nBOARDSTYLES\nLoad\n\nBOARDSTYLES\nSave\n" + file +
+                       "\nBOARDLAYERS\n\nBOARDLAYERS\n101,7\nBOARDBLOCK\nMake\n"
+                       "BLK\nBOARD\n0,0\nBOARDBLOCK\nI\nBLK\n5,5\n\n"
+                       "BOARDBLOCK\nI\nNONE\n5,5\n\n");
+    EXPECT_EQ(typed.status, 0) << typed.err;
+    EXPECT_THAT(typed.out, HasSubstr("Styles of the product's defaults file"));
+    EXPECT_THAT(typed.out, HasSubstr("styles loaded into the drawing."));
+    EXPECT_THAT(typed.out, HasSubstr("styles saved."));
+    EXPECT_TRUE(std::filesystem::exists(file));
+    EXPECT_THAT(typed.out, HasSubstr("PC-叠合板"));
+    EXPECT_THAT(typed.out, HasSubstr("1 layers made."));
+    EXPECT_THAT(typed.out, HasSubstr("No layer with the number 7."));
+    EXPECT_THAT(typed.out, HasSubstr("9 entities are now the block BLK."));
+    EXPECT_THAT(typed.out, HasSubstr("Inserted."));
+    EXPECT_THAT(typed.out, HasSubstr("there is no block NONE"));
+}
+
 } // namespace
