@@ -44,6 +44,13 @@ public:
     AcGeVector3d firstDerivative(double param) const;
     AcGeVector3d secondDerivative(double param) const;
 
+    // Of an arc: its centre and the half diameters that its parameter runs between.
+    const AcGePoint3d& center() const { return origin_; }
+    const AcGeVector3d& firstAxis() const { return u_; }
+    const AcGeVector3d& secondAxis() const { return v_; }
+    /// Of a spline: its curve.
+    const Spline& curve() const { return *spline_; }
+
     double length() const { return lengthTo(endParam_); }
     /// Length from the start to a parameter.
     double lengthTo(double param) const;

@@ -1,9 +1,11 @@
 #include "db/dimension.h"
 
 #include <numbers>
+#include <span>
 
 #include "db/block_table.h"
 #include "db/dim_style_table.h"
+#include "db/dxf_output.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
 #include "db/resbuf.h"
@@ -18,6 +20,18 @@ HEADLESS_DXF_DEFINE_MEMBERS(AcDbRadialDimension, AcDbDimension, "DIMENSION")
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbOrdinateDimension, AcDbDimension, "DIMENSION")
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbArcDimension, AcDbDimension, "ARC_DIMENSION")
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbRadialDimensionLarge, AcDbDimension, "LARGE_RADIAL_DIMENSION")
+
+using headless::DxfTag;
+
+namespace {
+
+// Bits of a dimension's flags beside its kind.
+constexpr std::uint32_t kOrdinateX = 64;
+constexpr std::uint32_t kTextMoved = 128;
+
+double radians(double degrees) { return degrees * std::numbers::pi / 180.0; }
+
+} // namespace
 
 AcGePoint3d AcDbDimension::dimBlockPosition() const {
     return headless::ocsToWorld(look(blockPosition_), normal_);
@@ -56,6 +70,9 @@ Acad::ErrorStatus AcDbDimension::subTransformBy(const AcGeMatrix3d& transform) {
     blockPosition_ = headless::worldToOcs(
         headless::ocsToWorld(blockPosition_, normal_) + transform.translation(), normal_);
     textPosition_ += transform.translation();
+    geometry_.definition += transform.translation();
+    for (AcGePoint3d& point : geometry_.points)
+        point += transform.translation();
     return Acad::eOk;
 }
 
@@ -68,18 +85,10 @@ Acad::ErrorStatus AcDbDimension::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
     AcGePoint3d textPosition;
     AcGeVector3d normal = AcGeVector3d::kZAxis;
-    for (const headless::DxfTag& tag : filer->subclass("AcDbDimension")) {
+    for (const DxfTag& tag : filer->record().all())
+        readGeometry(tag);
+    for (const DxfTag& tag : filer->subclass("AcDbDimension")) {
         switch (tag.code) {
-        case 1:
-            text_ = filer->text(tag);
-            break;
-        case 2:
-            // A dimension without a block of its own names none, or an empty one.
-            if (!tag.text().empty()) block_ = filer->symbolId(AcDbBlockTableRecord::desc(), tag);
-            break;
-        case 3:
-            style_ = filer->symbolId(AcDbDimStyleTableRecord::desc(), tag);
-            break;
         case 11:
         case 21:
         case 31:
@@ -90,25 +99,201 @@ Acad::ErrorStatus AcDbDimension::dxfInFields(AcDbDxfFiler* filer) {
         case 32:
             headless::setCoordinate(blockPosition_, tag);
             break;
-        case 42:
-            measurement_ = tag.real();
-            break;
-        case 51:
-            horizontalRotation_ = tag.real() * std::numbers::pi / 180.0;
-            break;
-        case 53:
-            textRotation_ = tag.real() * std::numbers::pi / 180.0;
-            break;
         case 210:
         case 220:
         case 230:
             headless::setCoordinate(normal, tag);
             break;
         default:
+            readField(*filer, tag);
             break;
         }
     }
     normal_ = headless::readNormal(normal);
     textPosition_ = headless::ocsToWorld(textPosition, normal_);
+    geometryToWorld(geometry_);
     return Acad::eOk;
+}
+
+void AcDbDimension::readField(AcDbDxfFiler& filer, const DxfTag& tag) {
+    switch (tag.code) {
+    case 1:
+        text_ = filer.text(tag);
+        break;
+    case 2:
+        // A dimension without a block of its own names none, or an empty one.
+        if (!tag.text().empty()) block_ = filer.symbolId(AcDbBlockTableRecord::desc(), tag);
+        break;
+    case 3:
+        style_ = filer.symbolId(AcDbDimStyleTableRecord::desc(), tag);
+        break;
+    case 41:
+        lineSpacing_ = tag.real();
+        break;
+    case 42:
+        measurement_ = tag.real();
+        break;
+    case 51:
+        horizontalRotation_ = radians(tag.real());
+        break;
+    case 53:
+        textRotation_ = radians(tag.real());
+        break;
+    case 70:
+        geometry_.usesX = (tag.integer() & kOrdinateX) != 0;
+        textMoved_ = (tag.integer() & kTextMoved) != 0;
+        break;
+    case 71:
+        attachment_ = static_cast<int>(tag.integer());
+        break;
+    case 72:
+        lineSpacingStyle_ = static_cast<int>(tag.integer());
+        break;
+    default:
+        break;
+    }
+}
+
+/// Groups that stand in the parts of the kinds.
+void AcDbDimension::readGeometry(const DxfTag& tag) {
+    const int number = tag.code % 10;
+    const bool coordinate = tag.code >= 10 && tag.code < 40;
+    if (coordinate && number == 0) {
+        headless::setCoordinate(geometry_.definition, tag);
+    } else if (coordinate && number >= 3 && number <= 7) {
+        headless::setCoordinate(geometry_.points[static_cast<std::size_t>(number - 3)], tag);
+    } else if (tag.code == 40) {
+        geometry_.length = tag.real();
+    } else if (tag.code == 50) {
+        geometry_.rotation = radians(tag.real());
+    } else if (tag.code == 52) {
+        geometry_.oblique = radians(tag.real());
+    }
+}
+
+Acad::ErrorStatus AcDbDimension::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {1,  2,  3,  10, 20, 30, 11, 21, 31,  12,  22,
+                                              32, 41, 42, 51, 53, 70, 71, 72, 210, 220, 230};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbDimension", kCodes);
+    out.symbol(2, block_);
+    out.point(10, geometry_.definition);
+    out.ocsPoint(11, textPosition_, normal_);
+    if (blockPosition_ != AcGePoint3d::kOrigin) out.point(12, blockPosition_);
+    writeFlags(out);
+    out.text(1, text_, L"");
+    if (out.since(headless::DrawingVersion::k2000)) {
+        out.integer(71, attachment_);
+        out.integer(72, lineSpacingStyle_, 1);
+        out.real(41, lineSpacing_, 1.0);
+        if (measurement_) out.real(42, *measurement_);
+    }
+    out.angle(53, textRotation_, 0.0);
+    out.angle(51, horizontalRotation_, 0.0);
+    out.normal(normal_);
+    out.symbol(3, style_);
+    writeGeometry(out, geometry_);
+    return Acad::eOk;
+}
+
+void AcDbDimension::writeFlags(headless::DxfOutput& out) const {
+    constexpr std::uint32_t kKind = 7;
+    const int kind = kindNumber();
+    const std::uint32_t states = (geometry_.usesX ? kOrdinateX : 0) | (textMoved_ ? kTextMoved : 0);
+    if (kind < 0)
+        out.flags(70, states, kOrdinateX | kTextMoved);
+    else
+        out.flags(70, static_cast<std::uint32_t>(kind) | states, kKind | kOrdinateX | kTextMoved);
+}
+
+namespace {
+
+constexpr std::int16_t kLinearCodes[] = {13, 23, 33, 14, 24, 34, 50, 52};
+
+/// The points of groups `first` to `last`.
+void writePoints(headless::DxfOutput& out, std::span<const AcGePoint3d> points, int first,
+                 int last) {
+    for (int group = first; group <= last; ++group)
+        out.point(group, points[static_cast<std::size_t>(group - 13)]);
+}
+
+} // namespace
+
+void AcDbAlignedDimension::writeGeometry(headless::DxfOutput& out, const Geometry& geometry) const {
+    out.subclass("AcDbAlignedDimension", kLinearCodes);
+    writePoints(out, geometry.points, 13, 14);
+    out.angle(52, geometry.oblique, 0.0);
+}
+
+void AcDbRotatedDimension::writeGeometry(headless::DxfOutput& out, const Geometry& geometry) const {
+    static constexpr std::int16_t kCodes[] = {50, 52};
+    out.subclass("AcDbAlignedDimension", kLinearCodes);
+    writePoints(out, geometry.points, 13, 14);
+    out.angle(50, geometry.rotation, 0.0);
+    out.angle(52, geometry.oblique, 0.0);
+    out.subclass("AcDbRotatedDimension", kCodes);
+}
+
+void AcDb2LineAngularDimension::geometryToWorld(Geometry& geometry) const {
+    AcGePoint3d& arc = geometry.points[3]; // The only point in object coordinates.
+    arc = headless::ocsToWorld(arc, normalOf());
+}
+
+void AcDb2LineAngularDimension::writeGeometry(headless::DxfOutput& out,
+                                              const Geometry& geometry) const {
+    static constexpr std::int16_t kCodes[] = {13, 23, 33, 14, 24, 34, 15, 25, 35, 16, 26, 36};
+    out.subclass("AcDb2LineAngularDimension", kCodes);
+    writePoints(out, geometry.points, 13, 15);
+    out.ocsPoint(16, geometry.points[3], normalOf());
+}
+
+void AcDb3PointAngularDimension::writeGeometry(headless::DxfOutput& out,
+                                               const Geometry& geometry) const {
+    static constexpr std::int16_t kCodes[] = {13, 23, 33, 14, 24, 34, 15, 25, 35};
+    out.subclass("AcDb3PointAngularDimension", kCodes);
+    writePoints(out, geometry.points, 13, 15);
+}
+
+namespace {
+
+/// Diameters and radii have the same groups.
+void writeRadial(headless::DxfOutput& out, const char* marker, const AcGePoint3d& chord,
+                 double leader) {
+    static constexpr std::int16_t kCodes[] = {15, 25, 35, 40};
+    out.subclass(marker, kCodes);
+    out.point(15, chord);
+    out.real(40, leader);
+}
+
+} // namespace
+
+void AcDbDiametricDimension::writeGeometry(headless::DxfOutput& out,
+                                           const Geometry& geometry) const {
+    writeRadial(out, "AcDbDiametricDimension", geometry.points[2], geometry.length);
+}
+
+void AcDbRadialDimension::writeGeometry(headless::DxfOutput& out, const Geometry& geometry) const {
+    writeRadial(out, "AcDbRadialDimension", geometry.points[2], geometry.length);
+}
+
+void AcDbOrdinateDimension::writeGeometry(headless::DxfOutput& out,
+                                          const Geometry& geometry) const {
+    static constexpr std::int16_t kCodes[] = {13, 23, 33, 14, 24, 34};
+    out.subclass("AcDbOrdinateDimension", kCodes);
+    writePoints(out, geometry.points, 13, 14);
+}
+
+void AcDbArcDimension::writeGeometry(headless::DxfOutput& out, const Geometry& geometry) const {
+    static constexpr std::int16_t kCodes[] = {13, 23, 33, 14, 24, 34, 15, 25,
+                                              35, 16, 26, 36, 17, 27, 37};
+    out.subclass("AcDbArcDimension", kCodes);
+    writePoints(out, geometry.points, 13, 17);
+}
+
+void AcDbRadialDimensionLarge::writeGeometry(headless::DxfOutput& out,
+                                             const Geometry& geometry) const {
+    static constexpr std::int16_t kCodes[] = {13, 23, 33, 14, 24, 34, 15, 25, 35};
+    out.subclass("AcDbRadialDimensionLarge", kCodes);
+    writePoints(out, geometry.points, 13, 15);
 }

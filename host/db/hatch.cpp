@@ -8,11 +8,35 @@ HEADLESS_DXF_DEFINE_MEMBERS(AcDbHatch, AcDbEntity, "HATCH")
 
 using headless::CurvePiece;
 
+namespace {
+
+AcGePoint2d moved(const AcGePoint2d& point, const AcGeMatrix3d& local) {
+    const AcGePoint3d after = local * AcGePoint3d(point.x, point.y, 0.0);
+    return {after.x, after.y};
+}
+
+AcGeVector2d moved(const AcGeVector2d& vector, const AcGeMatrix3d& local) {
+    const AcGeVector3d after = local * AcGeVector3d(vector.x, vector.y, 0.0);
+    return {after.x, after.y};
+}
+
+} // namespace
+
 AcDbHatch::AcDbHatch() = default;
 AcDbHatch::~AcDbHatch() = default;
 
+void AcDbHatch::Edge::transformBy(const AcGeMatrix3d& local) {
+    piece = piece.transformed(local);
+    for (AcGePoint2d& point : fitPoints)
+        point = moved(point, local);
+    startTangent = moved(startTangent, local);
+    endTangent = moved(endTangent, local);
+}
+
 std::vector<CurvePiece> AcDbHatch::Loop::pieces() const {
-    std::vector<CurvePiece> pieces = edges;
+    std::vector<CurvePiece> pieces;
+    for (const Edge& edge : edges)
+        pieces.push_back(edge.piece);
     const std::size_t count = vertices.size();
     const std::size_t segments = closed || count == 0 ? count : count - 1;
     for (std::size_t i = 0; i < segments; ++i) {
@@ -55,6 +79,35 @@ Acad::ErrorStatus AcDbHatch::getLoopAt(int index, Adesk::Int32& type, AcGePoint2
     return Acad::eOk;
 }
 
+Acad::ErrorStatus AcDbHatch::getAssocObjIds(AcDbObjectIdArray& ids) const {
+    for (int i = 0; i < numLoops(); ++i)
+        getAssocObjIdsAt(i, ids);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbHatch::getAssocObjIdsAt(int index, AcDbObjectIdArray& ids) const {
+    if (index < 0 || index >= numLoops()) return Acad::eInvalidIndex;
+    for (const AcDbObjectId id : loops_[static_cast<std::size_t>(index)].sources)
+        ids.append(id);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbHatch::getPatternDefinitionAt(int index, double& angle, double& baseX,
+                                                    double& baseY, double& offsetX, double& offsetY,
+                                                    AcGeDoubleArray& dashes) const {
+    if (index < 0 || index >= numPatternDefinitions()) return Acad::eInvalidIndex;
+    const PatternLine& line = patternLines_[static_cast<std::size_t>(index)];
+    angle = line.angle;
+    baseX = line.base.x;
+    baseY = line.base.y;
+    offsetX = line.offset.x;
+    offsetY = line.offset.y;
+    dashes.removeAll();
+    for (const double dash : line.dashes)
+        dashes.append(dash);
+    return Acad::eOk;
+}
+
 Acad::ErrorStatus AcDbHatch::getPlane(AcGePlane& plane, AcDb::Planarity& kind) const {
     assertReadEnabled();
     plane = AcGePlane(toWorld() * AcGePoint3d::kOrigin, normal_);
@@ -72,12 +125,19 @@ Acad::ErrorStatus AcDbHatch::subTransformBy(const AcGeMatrix3d& transform) {
     const double height = (local * AcGePoint3d::kOrigin).z;
     local = AcGeMatrix3d::translation(AcGeVector3d(0.0, 0.0, -height)) * local;
     for (Loop& loop : loops_) {
-        for (AcGePoint2d& vertex : loop.vertices) {
-            const AcGePoint3d moved = local * AcGePoint3d(vertex.x, vertex.y, 0.0);
-            vertex.set(moved.x, moved.y);
-        }
-        for (CurvePiece& edge : loop.edges)
-            edge = edge.transformed(local);
+        for (AcGePoint2d& vertex : loop.vertices)
+            vertex = moved(vertex, local);
+        for (Edge& edge : loop.edges)
+            edge.transformBy(local);
+    }
+    for (AcGePoint2d& seed : seeds_)
+        seed = moved(seed, local);
+    for (PatternLine& line : patternLines_) {
+        line.angle = flat.angle(line.angle);
+        line.base = moved(line.base, local);
+        line.offset = moved(line.offset, local);
+        for (double& dash : line.dashes)
+            dash *= flat.scale();
     }
     elevation_ = height;
     normal_ = flat.normal();

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "db/entity.h"
+#include "db/id_array.h"
+#include "ge/vector2d.h"
 
 /// A filled area bounded by loops, in the plane of its normal at its elevation. What drawings hold
 /// can be read; loops cannot be edited.
@@ -49,11 +51,24 @@ public:
     /// eNotApplicable for a loop of edges.
     Acad::ErrorStatus getLoopAt(int index, Adesk::Int32& type, AcGePoint2dArray& vertices,
                                 AcGeDoubleArray& bulges) const;
+    /// Adds the objects that the loops, or one of them, follow when the hatch is associative.
+    /// eInvalidIndex for no such loop.
+    Acad::ErrorStatus getAssocObjIds(AcDbObjectIdArray& ids) const;
+    Acad::ErrorStatus getAssocObjIdsAt(int index, AcDbObjectIdArray& ids) const;
+
+    int numPatternDefinitions() const { return static_cast<int>(look(patternLines_).size()); }
+    /// One family of parallel lines of the pattern, turned and scaled as it is drawn: their angle
+    /// in radians, a point of the first, the way to the next, and dashes as in linetypes; all in
+    /// the object coordinate system. eInvalidIndex for no such family.
+    Acad::ErrorStatus getPatternDefinitionAt(int index, double& angle, double& baseX, double& baseY,
+                                             double& offsetX, double& offsetY,
+                                             AcGeDoubleArray& dashes) const;
 
     bool isPlanar() const override { return true; }
     Acad::ErrorStatus getPlane(AcGePlane& plane, AcDb::Planarity& kind) const override;
     void getEcs(AcGeMatrix3d& ecs) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
@@ -61,12 +76,22 @@ protected:
     void subDescribe(headless::GeometrySink& sink) const override;
 
 private:
+    struct Edge;
     struct Loop;
+    struct PatternLine {
+        double angle = 0.0;
+        AcGePoint2d base;
+        AcGeVector2d offset;
+        std::vector<double> dashes;
+    };
     class Reader;
+    class Writer;
 
     AcGeMatrix3d toWorld() const;
 
     std::vector<Loop> loops_;
+    std::vector<PatternLine> patternLines_;
+    std::vector<AcGePoint2d> seeds_; // points that the area was picked by
     std::wstring patternName_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
     double elevation_ = 0.0;

@@ -59,11 +59,22 @@ private:
     void readLoop();
     void readPolyline(Loop& loop);
     void readEdge(Loop& loop);
-    CurvePiece readLine();
-    CurvePiece readArc();
-    CurvePiece readEllipse();
+    /// Of an arc's ends, counted counter-clockwise.
+    struct Angles {
+        double start;
+        double end;
+        bool clockwise;
+    };
+    Angles readAngles();
+    Edge readLine();
+    Edge readArc();
+    Edge readEllipse();
     void readSpline(Loop& loop);
+    void readFit(Edge& edge);
+    void readSources(Loop& loop);
     void readPattern();
+    void readPatternLine();
+    void readSeeds();
 
     AcDbHatch& hatch_;
     AcDbDxfFiler& filer_;
@@ -114,10 +125,14 @@ void AcDbHatch::Reader::readLoop() {
         for (std::size_t i = 0; i < edges && at(72); ++i)
             readEdge(loop);
     }
-    // The objects that the loop was made from, and whatever else stands before the next one.
-    while (!done() && !at(92) && !at(75))
-        ++next_;
+    readSources(loop);
     hatch_.loops_.push_back(std::move(loop));
+}
+
+/// The objects that the loop was made from; whatever else stands before the next one is passed by.
+void AcDbHatch::Reader::readSources(Loop& loop) {
+    for (; !done() && !at(92) && !at(75); ++next_)
+        if (at(330)) loop.sources.push_back(filer_.objectId(tags_[next_]));
 }
 
 void AcDbHatch::Reader::readPolyline(Loop& loop) {
@@ -154,54 +169,55 @@ void AcDbHatch::Reader::readEdge(Loop& loop) {
     }
 }
 
-CurvePiece AcDbHatch::Reader::readLine() {
+AcDbHatch::Edge AcDbHatch::Reader::readLine() {
     const AcGePoint2d start = point(10);
-    return CurvePiece::segment(lifted(start), lifted(point(11)), 0.0, 1.0);
+    return Edge(Edge::kLine, CurvePiece::segment(lifted(start), lifted(point(11)), 0.0, 1.0));
 }
 
-CurvePiece AcDbHatch::Reader::readArc() {
+AcDbHatch::Edge AcDbHatch::Reader::readArc() {
     const AcGePoint2d center = point(10);
     const double radius = std::abs(real(40));
-    double start = radians(real(50));
-    double end = radians(real(51));
-    // The angles of a clockwise edge count clockwise too.
-    if (integer(73) == 0) {
-        std::swap(start, end);
-        start = -start;
-        end = -end;
-    }
-    return CurvePiece::arc(lifted(center), AcGeVector3d::kXAxis * radius,
-                           AcGeVector3d::kYAxis * radius, start, start + sweepOf(start, end));
+    const Angles angles = readAngles();
+    Edge edge(Edge::kCircularArc,
+              CurvePiece::arc(lifted(center), AcGeVector3d::kXAxis * radius,
+                              AcGeVector3d::kYAxis * radius, angles.start,
+                              angles.start + sweepOf(angles.start, angles.end)));
+    edge.clockwise = angles.clockwise;
+    return edge;
 }
 
-CurvePiece AcDbHatch::Reader::readEllipse() {
+AcDbHatch::Reader::Angles AcDbHatch::Reader::readAngles() {
+    const double start = radians(real(50));
+    const double end = radians(real(51));
+    // The angles of a clockwise edge count clockwise too.
+    if (integer(73) == 0) return {-end, -start, true};
+    return {start, end, false};
+}
+
+AcDbHatch::Edge AcDbHatch::Reader::readEllipse() {
     const AcGePoint2d center = point(10);
     const AcGeVector2d major = point(11).asVector();
     const double ratio = std::abs(real(40));
-    double start = radians(real(50));
-    double end = radians(real(51));
-    if (integer(73) == 0) {
-        std::swap(start, end);
-        start = -start;
-        end = -end;
-    }
+    const Angles angles = readAngles();
     // Stated are angles at the centre; a whole ellipse stays whole.
     const auto param = [ratio](double angle) {
         return std::atan2(std::sin(angle), ratio * std::cos(angle));
     };
-    const double from = param(start);
-    const bool whole = std::abs(end - start) >= headless::kFullTurn - 1e-9;
-    const double sweep = whole ? headless::kFullTurn : sweepOf(from, param(end));
+    const double from = param(angles.start);
+    const bool whole = std::abs(angles.end - angles.start) >= headless::kFullTurn - 1e-9;
+    const double sweep = whole ? headless::kFullTurn : sweepOf(from, param(angles.end));
     const AcGeVector2d minor = major.perpVector() * ratio;
-    return CurvePiece::arc(lifted(center), {major.x, major.y, 0.0}, {minor.x, minor.y, 0.0}, from,
-                           from + sweep);
+    Edge edge(Edge::kEllipticArc, CurvePiece::arc(lifted(center), {major.x, major.y, 0.0},
+                                                  {minor.x, minor.y, 0.0}, from, from + sweep));
+    edge.clockwise = angles.clockwise;
+    return edge;
 }
 
 void AcDbHatch::Reader::readSpline(Loop& loop) {
     headless::Spline spline;
     spline.degree = static_cast<int>(integer(94));
-    integer(73);
-    integer(74);
+    integer(73); // rational: its weights tell
+    const bool periodic = integer(74) != 0;
     integer(95);
     integer(96);
     while (at(40))
@@ -210,23 +226,29 @@ void AcDbHatch::Reader::readSpline(Loop& loop) {
         spline.points.push_back(lifted(point(10)));
         if (at(42)) spline.weights.push_back(real(42));
     }
-    if (at(97)) {
-        // Fit points where there are any; the same group counts the loop's objects.
-        const std::size_t fitPoints =
-            next_ + 1 < tags_.size() && tags_[next_ + 1].code == 11 ? count(97) : 0;
-        for (std::size_t i = 0; i < fitPoints && at(11); ++i)
-            point(11);
-        point(12);
-        point(13);
-    }
-    if (spline.isValid())
-        loop.edges.push_back(
-            CurvePiece::spline(std::make_shared<const headless::Spline>(std::move(spline))));
+    const bool valid = spline.isValid();
+    if (!valid) spline = headless::Spline();
+    auto curve = std::make_shared<const headless::Spline>(std::move(spline));
+    Edge edge(Edge::kSpline,
+              valid ? CurvePiece::spline(std::move(curve)) : CurvePiece::segment({}, {}, 0.0, 1.0));
+    edge.periodic = periodic;
+    readFit(edge);
+    if (valid) loop.edges.push_back(std::move(edge));
+}
+
+/// Fit points where there are any; the same group counts the loop's objects.
+void AcDbHatch::Reader::readFit(Edge& edge) {
+    if (!at(97) || next_ + 1 >= tags_.size() || tags_[next_ + 1].code != 11) return;
+    const std::size_t fitPoints = count(97);
+    for (std::size_t i = 0; i < fitPoints && at(11); ++i)
+        edge.fitPoints.push_back(point(11));
+    if (at(12)) edge.startTangent = point(12).asVector();
+    if (at(13)) edge.endTangent = point(13).asVector();
 }
 
 void AcDbHatch::Reader::readPattern() {
-    for (; !done(); ++next_) {
-        const DxfTag& tag = tags_[next_];
+    while (!done()) {
+        const DxfTag& tag = take();
         switch (tag.code) {
         case 41:
             hatch_.patternScale_ = tag.real();
@@ -244,10 +266,36 @@ void AcDbHatch::Reader::readPattern() {
         case 77:
             hatch_.patternDouble_ = tag.flag();
             break;
+        case 53:
+            readPatternLine();
+            break;
+        case 98:
+            readSeeds();
+            break;
         default:
             break;
         }
     }
+}
+
+/// The groups behind the line's angle.
+void AcDbHatch::Reader::readPatternLine() {
+    PatternLine line;
+    line.angle = radians(tags_[next_ - 1].real());
+    line.base.x = real(43);
+    line.base.y = real(44);
+    line.offset.x = real(45);
+    line.offset.y = real(46);
+    integer(79);
+    while (at(49))
+        line.dashes.push_back(real(49));
+    hatch_.patternLines_.push_back(std::move(line));
+}
+
+/// The groups behind the seeds' number.
+void AcDbHatch::Reader::readSeeds() {
+    while (at(10))
+        hatch_.seeds_.push_back(point(10));
 }
 
 Acad::ErrorStatus AcDbHatch::dxfInFields(AcDbDxfFiler* filer) {

@@ -5,6 +5,7 @@
 #include "db/curve_piece.h"
 #include "db/dim_style_table.h"
 #include "db/dxf_fields.h"
+#include "db/dxf_output.h"
 #include "db/flat_transform.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbLeader, AcDbCurve, "LEADER")
@@ -51,6 +52,12 @@ Acad::ErrorStatus AcDbLeader::subTransformBy(const AcGeMatrix3d& transform) {
     for (AcGePoint3d& vertex : vertices_)
         vertex.transformBy(transform);
     normal_ = flat.normal();
+    const AcGeVector3d horizontal = transform * horizontal_;
+    if (!horizontal.isZeroLength()) horizontal_ = horizontal.normal();
+    blockOffset_.transformBy(transform);
+    annotationOffset_.transformBy(transform);
+    textHeight_ *= flat.scale();
+    textWidth_ *= flat.scale();
     return Acad::eOk;
 }
 
@@ -75,6 +82,12 @@ Acad::ErrorStatus AcDbLeader::dxfInFields(AcDbDxfFiler* filer) {
         case 30:
             if (!vertices_.empty()) headless::setCoordinate(vertices_.back(), tag);
             break;
+        case 40:
+            textHeight_ = tag.real();
+            break;
+        case 41:
+            textWidth_ = tag.real();
+            break;
         case 71:
             arrowHead_ = tag.flag();
             break;
@@ -86,6 +99,21 @@ Acad::ErrorStatus AcDbLeader::dxfInFields(AcDbDxfFiler* filer) {
         case 230:
             headless::setCoordinate(normal, tag);
             break;
+        case 211:
+        case 221:
+        case 231:
+            headless::setCoordinate(horizontal_, tag);
+            break;
+        case 212:
+        case 222:
+        case 232:
+            headless::setCoordinate(blockOffset_, tag);
+            break;
+        case 213:
+        case 223:
+        case 233:
+            headless::setCoordinate(annotationOffset_, tag);
+            break;
         case 340:
             annotation_ = filer->objectId(tag);
             break;
@@ -94,5 +122,28 @@ Acad::ErrorStatus AcDbLeader::dxfInFields(AcDbDxfFiler* filer) {
         }
     }
     normal_ = headless::readNormal(normal);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbLeader::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbCurve::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {3,   10,  20,  30,  40,  41,  71,  72,
+                                              76,  210, 220, 230, 211, 221, 231, 212,
+                                              222, 232, 213, 223, 233, 340};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbLeader", kCodes);
+    out.symbol(3, style_);
+    out.integer(71, arrowHead_ ? 1 : 0);
+    out.integer(72, splined_ ? 1 : 0);
+    out.real(40, textHeight_);
+    out.real(41, textWidth_);
+    out.integer(76, std::ssize(vertices_));
+    for (const AcGePoint3d& vertex : vertices_)
+        out.point(10, vertex);
+    if (!annotation_.isErased()) out.handle(340, annotation_);
+    out.point(210, normal_);
+    out.point(211, horizontal_);
+    out.point(212, blockOffset_);
+    if (out.since(headless::DrawingVersion::kR14)) out.point(213, annotationOffset_);
     return Acad::eOk;
 }

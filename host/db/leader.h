@@ -29,6 +29,7 @@ public:
     AcDbObjectId annotationObjId() const { return look(annotation_); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
@@ -38,6 +39,11 @@ protected:
 private:
     std::vector<AcGePoint3d> vertices_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
+    AcGeVector3d horizontal_ = AcGeVector3d::kXAxis; // of the annotation
+    AcGeVector3d blockOffset_;                       // from the last vertex to a block's place
+    AcGeVector3d annotationOffset_;                  // from the last vertex to the annotation's
+    double textHeight_ = 1.0;
+    double textWidth_ = 1.0;
     AcDbObjectId style_;
     AcDbObjectId annotation_;
     bool arrowHead_ = true;

@@ -1,50 +1,60 @@
 #include "db/mline.h"
 
 #include "db/dxf_fields.h"
+#include "db/dxf_output.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
+#include "db/mline_style.h"
+#include "db/residence.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbMline, AcDbEntity, "MLINE")
 
 AcGePoint3d AcDbMline::vertexAt(int index) const {
     const auto at = static_cast<std::size_t>(index);
-    return index >= 0 && at < look(vertices_).size() ? vertices_[at] : AcGePoint3d();
+    return index >= 0 && at < look(vertices_).size() ? vertices_[at].place : AcGePoint3d();
+}
+
+void AcDbMline::Vertex::transformBy(const AcGeMatrix3d& transform, double scale) {
+    place.transformBy(transform);
+    for (AcGeVector3d* const vector : {&direction, &miter}) {
+        const AcGeVector3d turned = transform * *vector;
+        if (!turned.isZeroLength()) *vector = turned.normal();
+    }
+    for (Element& element : elements)
+        for (std::vector<double>* const lengths : {&element.lines, &element.fills})
+            for (double& length : *lengths)
+                length *= scale;
 }
 
 Acad::ErrorStatus AcDbMline::subTransformBy(const AcGeMatrix3d& transform) {
     const headless::FlatTransform flat(transform, normal_);
     if (!flat.keepsCircles()) return Acad::eCannotScaleNonUniformly;
-    for (AcGePoint3d& vertex : vertices_)
-        vertex.transformBy(transform);
+    for (Vertex& vertex : vertices_)
+        vertex.transformBy(transform, flat.scale());
     normal_ = flat.normal();
     scale_ *= flat.scale();
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbMline::subGetGripPoints(AcGePoint3dArray& points) const {
-    for (const AcGePoint3d& vertex : vertices_)
-        points.append(vertex);
+    for (const Vertex& vertex : vertices_)
+        points.append(vertex.place);
     return Acad::eOk;
 }
 
 void AcDbMline::subDescribe(headless::GeometrySink& sink) const {
     for (std::size_t i = 0; i + 1 < vertices_.size(); ++i)
-        sink.segment(vertices_[i], vertices_[i + 1]);
-    if (closed_ && !vertices_.empty()) sink.segment(vertices_.back(), vertices_.front());
+        sink.segment(vertices_[i].place, vertices_[i + 1].place);
+    if (closed_ && !vertices_.empty())
+        sink.segment(vertices_.back().place, vertices_.front().place);
 }
 
 Acad::ErrorStatus AcDbMline::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
     AcGeVector3d normal = AcGeVector3d::kZAxis;
     for (const headless::DxfTag& tag : filer->subclass("AcDbMline")) {
+        if (readVertexGroup(tag)) continue;
         switch (tag.code) {
-        case 11:
-            vertices_.emplace_back();
-            [[fallthrough]];
-        case 21:
-        case 31:
-            if (!vertices_.empty()) headless::setCoordinate(vertices_.back(), tag);
-            break;
         case 40:
             scale_ = tag.real();
             break;
@@ -68,4 +78,78 @@ Acad::ErrorStatus AcDbMline::dxfInFields(AcDbDxfFiler* filer) {
     }
     normal_ = headless::readNormal(normal);
     return Acad::eOk;
+}
+
+/// Reads a group that belongs to the vertex begun last; false for others.
+bool AcDbMline::readVertexGroup(const headless::DxfTag& tag) {
+    if (tag.code == 11) vertices_.emplace_back();
+    if (vertices_.empty()) return false;
+    Vertex& vertex = vertices_.back();
+    switch (tag.code) {
+    case 11:
+    case 21:
+    case 31:
+        headless::setCoordinate(vertex.place, tag);
+        return true;
+    case 12:
+    case 22:
+    case 32:
+        headless::setCoordinate(vertex.direction, tag);
+        return true;
+    case 13:
+    case 23:
+    case 33:
+        headless::setCoordinate(vertex.miter, tag);
+        return true;
+    case 74: // how many lengths follow
+        vertex.elements.emplace_back();
+        return true;
+    case 41:
+        if (!vertex.elements.empty()) vertex.elements.back().lines.push_back(tag.real());
+        return true;
+    case 42:
+        if (!vertex.elements.empty()) vertex.elements.back().fills.push_back(tag.real());
+        return true;
+    default:
+        return false;
+    }
+}
+
+Acad::ErrorStatus AcDbMline::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {2,  10, 20, 30, 11,  21,  31,  12, 22,
+                                              32, 13, 23, 33, 40,  41,  42,  70, 71,
+                                              72, 73, 74, 75, 210, 220, 230, 340};
+    constexpr std::uint32_t kHasVertex = 1;
+    constexpr std::uint32_t kClosed = 2;
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbMline", kCodes);
+    const auto* const style = headless::Residence::peek<AcDbMlineStyle>(style_);
+    out.text(2, style == nullptr ? std::wstring_view() : style->nameOf());
+    out.handle(340, style_);
+    out.real(40, scale_);
+    out.integer(70, justification_);
+    out.flags(71, (vertices_.empty() ? 0 : kHasVertex) | (closed_ ? kClosed : 0),
+              kHasVertex | kClosed);
+    out.integer(72, std::ssize(vertices_));
+    out.integer(73, vertices_.empty() ? 0 : std::ssize(vertices_.front().elements));
+    out.point(10, vertices_.empty() ? AcGePoint3d() : vertices_.front().place);
+    out.point(210, normal_);
+    for (const Vertex& vertex : vertices_)
+        vertex.write(out);
+    return Acad::eOk;
+}
+
+void AcDbMline::Vertex::write(headless::DxfOutput& out) const {
+    out.point(11, place);
+    out.point(12, direction);
+    out.point(13, miter);
+    for (const Element& element : elements) {
+        out.integer(74, std::ssize(element.lines));
+        for (const double length : element.lines)
+            out.real(41, length);
+        out.integer(75, std::ssize(element.fills));
+        for (const double length : element.fills)
+            out.real(42, length);
+    }
 }

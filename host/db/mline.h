@@ -24,6 +24,7 @@ public:
     AcDbObjectId style() const { return look(style_); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
@@ -31,7 +32,25 @@ protected:
     void subDescribe(headless::GeometrySink& sink) const override;
 
 private:
-    std::vector<AcGePoint3d> vertices_;
+    /// The lines of one element from a vertex on: where they begin and break, as distances along
+    /// the segment from the miter on, and likewise for the filling.
+    struct Element {
+        std::vector<double> lines;
+        std::vector<double> fills;
+    };
+    struct Vertex {
+        AcGePoint3d place;
+        AcGeVector3d direction = AcGeVector3d::kXAxis; // of the segment that leaves it
+        AcGeVector3d miter = AcGeVector3d::kYAxis;
+        std::vector<Element> elements;
+
+        void transformBy(const AcGeMatrix3d& transform, double scale);
+        void write(headless::DxfOutput& out) const;
+    };
+
+    bool readVertexGroup(const headless::DxfTag& tag);
+
+    std::vector<Vertex> vertices_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
     AcDbObjectId style_;
     double scale_ = 1.0;
