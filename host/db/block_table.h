@@ -64,6 +64,8 @@ public:
     bool hasAttributeDefinitions() const;
 
     AcDbObjectId getLayoutId() const { return look(layoutId_); }
+    /// The same whether or not the block is open.
+    AcDbObjectId layoutOf() const { return layoutId_; }
     Acad::ErrorStatus setLayoutId(AcDbObjectId layout) { return change(layoutId_, layout); }
     bool explodable() const { return look(explodable_); }
     Acad::ErrorStatus setExplodable(bool explodable) { return change(explodable_, explodable); }

@@ -47,8 +47,18 @@ struct DrawingSettings {
     AcGePoint3d ucsorg;
     AcGeVector3d ucsxdir = AcGeVector3d::kXAxis;
     AcGeVector3d ucsydir = AcGeVector3d::kYAxis;
+    // The same of paper space.
+    AcGePoint3d pucsorg;
+    AcGeVector3d pucsxdir = AcGeVector3d::kXAxis;
+    AcGeVector3d pucsydir = AcGeVector3d::kYAxis;
     AcGePoint2d limmin;
     AcGePoint2d limmax{420.0, 297.0};
+    AcGePoint2d plimmin;
+    AcGePoint2d plimmax{420.0, 297.0};
+    // What is looked at; files tell the first viewport of model space and the first sheet.
+    AcDbObjectId tiledViewport;    // record of the viewport table; null: its first active one
+    AcDbObjectId sheet;            // paper space shown when tilemode is off; null: the first one
+    AcDbObjectId floatingViewport; // through which model space is edited; null: the sheet itself
     short insunits = static_cast<short>(DrawingUnits::kMillimeters);
     short lunits = 2;
     short luprec = 4;
@@ -207,6 +217,7 @@ public:
     // The host's own.
 
     headless::DrawingSettings& settings() { return settings_; }
+    const headless::DrawingSettings& settings() const { return settings_; }
     headless::HeaderVariables& headerVariables() { return header_; }
     const headless::HeaderVariables& headerVariables() const { return header_; }
     void setFilename(std::wstring name) { filename_ = std::move(name); }

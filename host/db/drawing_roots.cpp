@@ -43,6 +43,24 @@ AcDbObjectId ensureTextStyle(AcDbDatabase& db) {
     return ensureRecord<AcDbTextStyleTableRecord>(db, L"Standard");
 }
 
+/// A viewport that is made shows the drawing's limits.
+void ensureViewport(AcDbDatabase& db) {
+    constexpr const ACHAR* kName = L"*Active";
+    AcDbSymbolTable* const table = DrawingRoots::table(db, AcDbViewportTableRecord::desc());
+    if (!table->findRecord(kName).isNull()) return;
+    const AcGePoint2d least = db.limmin();
+    const AcGeVector2d size = db.limmax() - least;
+    View view;
+    view.center = least + size / 2.0;
+    view.height = size.y;
+    makeUsable(view);
+    auto record = std::make_unique<AcDbViewportTableRecord>();
+    record->setName(kName);
+    record->setView(view);
+    record->setWidth(size.x);
+    Residence::admitRecord(*table, std::move(record));
+}
+
 AcDbDictionary& ensureRoot(AcDbDatabase& db) {
     if (auto* const root = Residence::peek<AcDbDictionary>(db.namedObjectsDictionaryId()))
         return *root;
@@ -124,7 +142,7 @@ void completeDefaults(AcDbDatabase& db) {
     const AcDbObjectId textStyle = ensureTextStyle(db);
     const AcDbObjectId dimStyle = ensureRecord<AcDbDimStyleTableRecord>(db, L"Standard");
     ensureRecord<AcDbRegAppTableRecord>(db, L"ACAD");
-    ensureRecord<AcDbViewportTableRecord>(db, L"*Active");
+    ensureViewport(db);
     ensureRecord<AcDbBlockTableRecord>(db, ACDB_MODEL_SPACE);
     ensureRecord<AcDbBlockTableRecord>(db, ACDB_PAPER_SPACE);
 

@@ -105,6 +105,11 @@ void readPlaces(const HeaderReader& header, DrawingSettings& settings) {
     header.point("$UCSORG", settings.ucsorg);
     header.point("$UCSXDIR", settings.ucsxdir);
     header.point("$UCSYDIR", settings.ucsydir);
+    header.point("$PUCSORG", settings.pucsorg);
+    header.point("$PUCSXDIR", settings.pucsxdir);
+    header.point("$PUCSYDIR", settings.pucsydir);
+    header.point("$PLIMMIN", settings.plimmin);
+    header.point("$PLIMMAX", settings.plimmax);
 }
 
 void readModes(const HeaderReader& header, DrawingSettings& settings) {

@@ -58,6 +58,7 @@ public:
     // The states whether or not the layer is open: every entity asks them.
     bool locksEntities() const { return locked_; }
     bool showsEntities() const { return !off_ && !frozen_; }
+    bool isFrozenLayer() const { return frozen_; }
     bool isHiddenLayer() const { return hidden_; }
     const AcCmEntityColor& colorOf() const { return color_; }
     AcDbObjectId linetypeOf() const { return linetypeId_; }

@@ -20,7 +20,7 @@ using headless::setCoordinate;
 namespace {
 
 constexpr double kRadians = std::numbers::pi / 180.0;
-constexpr std::uint32_t kPerspective = 1;
+constexpr std::uint32_t kAllModes = 0x1F;
 
 /// Which point of a record a group is of: codes 12, 22 and 32 are of the point 12.
 int pointOf(int code) { return code >= 10 && code <= 39 ? 10 + code % 10 : 0; }
@@ -52,43 +52,58 @@ Acad::ErrorStatus AcDbUCSTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     return Acad::eOk;
 }
 
+bool AcDbAbstractViewTableRecord::readView(const DxfTag& tag) {
+    switch (tag.code) {
+    case 42:
+        view_.lensLength = tag.real();
+        return true;
+    case 43:
+        view_.frontClip = tag.real();
+        return true;
+    case 44:
+        view_.backClip = tag.real();
+        return true;
+    case 71:
+        view_.mode = static_cast<short>(tag.integer());
+        return true;
+    default:
+        return false;
+    }
+}
+
 Acad::ErrorStatus AcDbViewTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbSymbolTableRecord::dxfInFields(filer); status != Acad::eOk)
         return status;
-    for (const DxfTag& tag : filer->subclass("AcDbViewTableRecord"))
-        readField(tag);
+    for (const DxfTag& tag : filer->subclass("AcDbViewTableRecord")) {
+        if (!readView(tag)) readField(tag);
+    }
+    headless::makeUsable(view_);
     return Acad::eOk;
 }
 
 void AcDbViewTableRecord::readField(const DxfTag& tag) {
     switch (pointOf(tag.code)) {
     case 10:
-        return setCoordinate2d(center_, tag);
+        return setCoordinate2d(view_.center, tag);
     case 11:
-        return setCoordinate(direction_, tag);
+        return setCoordinate(view_.direction, tag);
     case 12:
-        return setCoordinate(target_, tag);
+        return setCoordinate(view_.target, tag);
     default:
         break;
     }
     switch (tag.code) {
     case 40:
-        height_ = tag.real();
+        view_.height = tag.real();
         break;
     case 41:
         width_ = tag.real();
         break;
-    case 42:
-        lens_ = tag.real();
-        break;
     case 50:
-        twist_ = tag.real() * kRadians;
+        view_.twist = tag.real() * kRadians;
         break;
     case 70:
         paperSpace_ = (tag.integer() & 1) != 0;
-        break;
-    case 71:
-        perspective_ = (tag.integer() & kPerspective) != 0;
         break;
     default:
         break;
@@ -102,10 +117,11 @@ Acad::ErrorStatus AcDbViewportTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     for (const DxfTag& tag : filer->subclass("AcDbViewportTableRecord")) {
         if (tag.code == 41)
             aspect = tag.real();
-        else if (!readPoint(tag))
+        else if (!readPoint(tag) && !readView(tag))
             readField(tag);
     }
-    width_ = height_ * aspect;
+    headless::makeUsable(view_);
+    width_ = view_.height * aspect;
     return Acad::eOk;
 }
 
@@ -118,13 +134,13 @@ bool AcDbViewportTableRecord::readPoint(const DxfTag& tag) {
         setCoordinate2d(upperRight_, tag);
         return true;
     case 12:
-        setCoordinate2d(center_, tag);
+        setCoordinate2d(view_.center, tag);
         return true;
     case 16:
-        setCoordinate(direction_, tag);
+        setCoordinate(view_.direction, tag);
         return true;
     case 17:
-        setCoordinate(target_, tag);
+        setCoordinate(view_.target, tag);
         return true;
     default:
         return false;
@@ -135,19 +151,13 @@ void AcDbViewportTableRecord::readField(const DxfTag& tag) {
     switch (tag.code) {
     case 40:
     case 45: // newer files' height
-        height_ = tag.real();
-        break;
-    case 42:
-        lens_ = tag.real();
+        view_.height = tag.real();
         break;
     case 50:
         snapAngle_ = tag.real() * kRadians;
         break;
     case 51:
-        twist_ = tag.real() * kRadians;
-        break;
-    case 71:
-        perspective_ = (tag.integer() & kPerspective) != 0;
+        view_.twist = tag.real() * kRadians;
         break;
     default:
         break;
@@ -171,43 +181,48 @@ Acad::ErrorStatus AcDbUCSTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
     return Acad::eOk;
 }
 
+void AcDbAbstractViewTableRecord::writeView(headless::DxfOutput& out) const {
+    out.real(42, view_.lensLength);
+    out.real(43, view_.frontClip);
+    out.real(44, view_.backClip);
+    out.flags(71, static_cast<std::uint32_t>(view_.mode) & kAllModes, kAllModes);
+}
+
 Acad::ErrorStatus AcDbViewTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
     if (const auto status = AcDbSymbolTableRecord::dxfOutFields(filer); status != Acad::eOk)
         return status;
-    static constexpr std::int16_t kCodes[] = {2,  10, 20, 11, 21, 31, 12, 22,
-                                              32, 40, 41, 42, 50, 70, 71};
+    static constexpr std::int16_t kCodes[] = {2,  10, 20, 11, 21, 31, 12, 22, 32,
+                                              40, 41, 42, 43, 44, 50, 70, 71};
     headless::DxfOutput& out = filer->output();
     beginFields(*filer, "AcDbViewTableRecord", kCodes);
     out.flags(70, paperSpace_ ? 1 : 0, 1);
-    out.real(40, height_);
-    out.point(10, center_);
+    out.real(40, view_.height);
+    out.point(10, view_.center);
     out.real(41, width_);
-    out.point(11, direction_);
-    out.point(12, target_);
-    out.real(42, lens_);
-    out.angle(50, twist_);
-    out.flags(71, perspective_ ? kPerspective : 0, kPerspective);
+    out.point(11, view_.direction);
+    out.point(12, view_.target);
+    out.angle(50, view_.twist);
+    writeView(out);
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbViewportTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
     if (const auto status = AcDbSymbolTableRecord::dxfOutFields(filer); status != Acad::eOk)
         return status;
-    static constexpr std::int16_t kCodes[] = {2,  10, 20, 11, 21, 12, 22, 16, 26, 36, 17,
-                                              27, 37, 40, 41, 42, 45, 50, 51, 70, 71};
+    static constexpr std::int16_t kCodes[] = {2,  10, 20, 11, 21, 12, 22, 16, 26, 36, 17, 27,
+                                              37, 40, 41, 42, 43, 44, 45, 50, 51, 70, 71};
     headless::DxfOutput& out = filer->output();
     beginFields(*filer, "AcDbViewportTableRecord", kCodes);
     out.flags(70, 0, 0);
     out.point(10, lowerLeft_);
     out.point(11, upperRight_);
-    out.point(12, center_);
-    out.point(16, direction_);
-    out.point(17, target_);
-    out.real(40, height_);
-    out.real(41, height_ > 0.0 ? width_ / height_ : 1.0);
-    out.real(42, lens_);
+    out.point(12, view_.center);
+    out.point(16, view_.direction);
+    out.point(17, view_.target);
+    out.real(40, view_.height);
+    out.real(41, width_ / view_.height);
     out.angle(50, snapAngle_);
-    out.angle(51, twist_);
-    out.flags(71, perspective_ ? kPerspective : 0, kPerspective);
+    out.angle(51, view_.twist);
+    writeView(out);
     return Acad::eOk;
 }

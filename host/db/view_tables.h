@@ -2,11 +2,13 @@
 #pragma once
 
 #include "db/symbol_table.h"
+#include "db/view.h"
 #include "ge/point2d.h"
 #include "ge/point3d.h"
 #include "ge/vector3d.h"
 
 namespace headless {
+class DxfOutput;
 struct DxfTag;
 } // namespace headless
 
@@ -38,37 +40,71 @@ class AcDbAbstractViewTableRecord : public AcDbSymbolTableRecord {
 public:
     ACRX_DECLARE_MEMBERS(AcDbAbstractViewTableRecord);
 
-    AcGePoint2d centerPoint() const { return look(center_); }
-    Acad::ErrorStatus setCenterPoint(const AcGePoint2d& center) { return change(center_, center); }
-    double height() const { return look(height_); }
-    Acad::ErrorStatus setHeight(double height) { return change(height_, height); }
+    AcGePoint2d centerPoint() const { return look(view_.center); }
+    Acad::ErrorStatus setCenterPoint(const AcGePoint2d& center) {
+        return change(view_.center, center);
+    }
+    double height() const { return look(view_.height); }
+    Acad::ErrorStatus setHeight(double height) { return change(view_.height, height); }
     double width() const { return look(width_); }
     Acad::ErrorStatus setWidth(double width) { return change(width_, width); }
-    AcGePoint3d target() const { return look(target_); }
-    Acad::ErrorStatus setTarget(const AcGePoint3d& target) { return change(target_, target); }
+    AcGePoint3d target() const { return look(view_.target); }
+    Acad::ErrorStatus setTarget(const AcGePoint3d& target) { return change(view_.target, target); }
     /// From the target to the eye.
-    AcGeVector3d viewDirection() const { return look(direction_); }
+    AcGeVector3d viewDirection() const { return look(view_.direction); }
     Acad::ErrorStatus setViewDirection(const AcGeVector3d& direction) {
-        return change(direction_, direction);
+        return change(view_.direction, direction);
     }
-    double viewTwist() const { return look(twist_); }
-    Acad::ErrorStatus setViewTwist(double angle) { return change(twist_, angle); }
-    double lensLength() const { return look(lens_); }
-    Acad::ErrorStatus setLensLength(double length) { return change(lens_, length); }
-    bool perspectiveEnabled() const { return look(perspective_); }
-    Acad::ErrorStatus setPerspectiveEnabled(bool enabled) { return change(perspective_, enabled); }
+    double viewTwist() const { return look(view_.twist); }
+    Acad::ErrorStatus setViewTwist(double angle) { return change(view_.twist, angle); }
+    double lensLength() const { return look(view_.lensLength); }
+    Acad::ErrorStatus setLensLength(double length) { return change(view_.lensLength, length); }
+    bool perspectiveEnabled() const { return look(view_).has(headless::kPerspectiveView); }
+    Acad::ErrorStatus setPerspectiveEnabled(bool enabled) {
+        return setMode(headless::kPerspectiveView, enabled);
+    }
+
+    /// Distances of the clipping planes from the target, positive towards the eye.
+    double frontClipDistance() const { return look(view_.frontClip); }
+    Acad::ErrorStatus setFrontClipDistance(double distance) {
+        return change(view_.frontClip, distance);
+    }
+    double backClipDistance() const { return look(view_.backClip); }
+    Acad::ErrorStatus setBackClipDistance(double distance) {
+        return change(view_.backClip, distance);
+    }
+    bool frontClipEnabled() const { return look(view_).has(headless::kFrontClipOn); }
+    Acad::ErrorStatus setFrontClipEnabled(bool enabled) {
+        return setMode(headless::kFrontClipOn, enabled);
+    }
+    bool backClipEnabled() const { return look(view_).has(headless::kBackClipOn); }
+    Acad::ErrorStatus setBackClipEnabled(bool enabled) {
+        return setMode(headless::kBackClipOn, enabled);
+    }
+    /// True when the front plane goes through the eye, whatever its distance.
+    bool frontClipAtEye() const { return !look(view_).has(headless::kFrontClipNotAtEye); }
+    Acad::ErrorStatus setFrontClipAtEye(bool atEye) {
+        return setMode(headless::kFrontClipNotAtEye, !atEye);
+    }
+
+    /// The view whether or not the record is open.
+    const headless::View& viewOf() const { return view_; }
+    Acad::ErrorStatus setView(const headless::View& view) { return change(view_, view); }
 
 protected:
     AcDbAbstractViewTableRecord() = default;
 
-    AcGePoint2d center_;
-    AcGePoint3d target_;
-    AcGeVector3d direction_ = AcGeVector3d::kZAxis;
-    double height_ = 1.0;
+    Acad::ErrorStatus setMode(headless::ViewMode bit, bool on) {
+        assertWriteEnabled();
+        view_.set(bit, on);
+        return Acad::eOk;
+    }
+    /// Reads what views and viewports store under the same codes; false for other groups.
+    bool readView(const headless::DxfTag& tag);
+    void writeView(headless::DxfOutput& out) const;
+
+    headless::View view_;
     double width_ = 1.0;
-    double twist_ = 0.0;
-    double lens_ = 50.0;
-    bool perspective_ = false;
 };
 
 class AcDbViewTableRecord : public AcDbAbstractViewTableRecord {
@@ -106,6 +142,11 @@ public:
     Acad::ErrorStatus setUpperRightCorner(const AcGePoint2d& point) {
         return change(upperRight_, point);
     }
+    /// The corners whether or not the record is open.
+    const AcGePoint2d& lowerLeftOf() const { return lowerLeft_; }
+    const AcGePoint2d& upperRightOf() const { return upperRight_; }
+    bool ucsFollowMode() const { return look(view_).has(headless::kUcsFollowsView); }
+    void setUcsFollowMode(bool follows) { setMode(headless::kUcsFollowsView, follows); }
     double snapAngle() const { return look(snapAngle_); }
     Acad::ErrorStatus setSnapAngle(double angle) { return change(snapAngle_, angle); }
 

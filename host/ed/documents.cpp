@@ -75,6 +75,11 @@ AcApDocument* Documents::ofDatabase(const AcDbDatabase* database) const {
     return at == documents_.end() ? nullptr : at->get();
 }
 
+ViewHistory* Documents::viewsOf(const AcDbDatabase& database) const {
+    AcApDocument* document = ofDatabase(&database);
+    return document == nullptr ? nullptr : &document->views_;
+}
+
 bool Documents::contains(const AcApDocument* document) const {
     return std::ranges::any_of(documents_,
                                [&](const auto& open) { return open.get() == document; });

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "ed/app_messages.h"
+#include "ed/current_view.h"
 #include "rx/object.h"
 
 class AcDbDatabase;
@@ -58,6 +59,7 @@ private:
     std::wstring fileName_;
     bool named_;
     std::vector<AcAp::DocLockMode> locks_;
+    headless::ViewHistory views_;
 };
 
 namespace headless {
@@ -86,6 +88,8 @@ public:
     /// The document that the database belongs to, or null.
     AcApDocument* ofDatabase(const AcDbDatabase* database) const;
     bool contains(const AcApDocument* document) const;
+    /// The former views of the database's document; null when it belongs to none.
+    ViewHistory* viewsOf(const AcDbDatabase& database) const;
     /// How many locks of the document have been taken and not given back.
     static std::size_t lockCount(const AcApDocument& document) { return document.locks_.size(); }
     const std::vector<std::unique_ptr<AcApDocument>>& all() const { return documents_; }

@@ -24,9 +24,6 @@ VariableValue valueOf(short setting) { return Short{setting}; }
 VariableValue valueOf(bool setting) { return setting ? Short{1} : Short{0}; }
 VariableValue valueOf(const AcGePoint2d& setting) { return setting; }
 VariableValue valueOf(const AcGePoint3d& setting) { return setting; }
-VariableValue valueOf(const AcGeVector3d& setting) {
-    return AcGePoint3d(setting.x, setting.y, setting.z);
-}
 
 template <auto Setting>
 VariableValue readSetting(AcDbDatabase& database) {
@@ -123,22 +120,6 @@ SetOutcome writeLineWeight(AcDbDatabase& database, const VariableValue& value) {
     return database.setCelweight(weight) == Acad::eOk ? SetOutcome::done : SetOutcome::outOfRange;
 }
 
-SetOutcome writeTilemode(AcDbDatabase& database, const VariableValue& value) {
-    const bool model = std::get<Short>(value) != 0;
-    database.settings().tilemode = model;
-    database.setCurrentSpaceId(model ? database.modelSpaceId() : database.paperSpaceId());
-    return SetOutcome::done;
-}
-
-/// Paper space is viewport 1, the one viewport of model space has number 2.
-VariableValue readViewport(AcDbDatabase& database) {
-    return database.tilemode() ? Short{2} : Short{1};
-}
-
-SetOutcome writeViewport(AcDbDatabase& database, const VariableValue& value) {
-    return value == readViewport(database) ? SetOutcome::done : SetOutcome::outOfRange;
-}
-
 const AcApDocument* documentOf(const AcDbDatabase& database) {
     return EdState::current().documents.ofDatabase(&database);
 }
@@ -164,17 +145,6 @@ VariableValue readIsNamed(AcDbDatabase& database) {
     return valueOf(document != nullptr && document->isNamedDrawing());
 }
 
-/// Model, or the first layout of paper.
-VariableValue readLayoutName(AcDbDatabase& database) {
-    const Text model = L"Model";
-    if (database.tilemode()) return model;
-    const auto* layouts = Residence::peek<AcDbDictionary>(database.layoutDictionaryId());
-    if (layouts == nullptr) return Text();
-    const auto paper = std::ranges::find_if(
-        layouts->entries(), [&](const auto& entry) { return !equalNoCase(entry.key, model); });
-    return paper == layouts->entries().end() ? Text() : paper->key;
-}
-
 } // namespace
 
 std::span<const VariableSpec> drawingVariables() {
@@ -190,8 +160,6 @@ std::span<const VariableSpec> drawingVariables() {
         {L"CELTYPE", Text(), kWritable, 0, 0, readName<&S::celtype>, writeLinetype},
         {L"CELWEIGHT", Short{0}, kWritable, -3, 211, readLineWeight, writeLineWeight},
         {L"CLAYER", Text(), kWritable, 0, 0, readName<&S::clayer>, writeLayer},
-        {L"CTAB", Text(), kReadOnly, 0, 0, readLayoutName},
-        {L"CVPORT", Short{0}, kWritable, 1, 32767, readViewport, writeViewport},
         setting<&S::dimscale>(L"DIMSCALE", 0),
         {L"DIMSTYLE", Text(), kReadOnly, 0, 0, readName<&S::dimstyle>},
         {L"DWGNAME", Text(), kReadOnly, 0, 0, readDrawingName},
@@ -218,10 +186,6 @@ std::span<const VariableSpec> drawingVariables() {
         setting<&S::textsize>(L"TEXTSIZE", kAboveZero),
         {L"TEXTSTYLE", Text(), kWritable, 0, 0, readName<&S::textstyle>, writeTextStyle},
         setting<&S::thickness>(L"THICKNESS"),
-        {L"TILEMODE", Short{0}, kWritable, 0, 1, readSetting<&S::tilemode>, writeTilemode},
-        fixed<&S::ucsorg>(L"UCSORG"),
-        fixed<&S::ucsxdir>(L"UCSXDIR"),
-        fixed<&S::ucsydir>(L"UCSYDIR"),
     };
     return specs;
 }

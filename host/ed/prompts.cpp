@@ -80,6 +80,12 @@ std::optional<int> keywordOf(const InputAnswer& answer, const PromptRules& rules
     return std::nullopt;
 }
 
+bool isTextOrNumber(const InputAnswer& answer) {
+    return std::holds_alternative<std::wstring>(answer.value) ||
+           std::holds_alternative<double>(answer.value) ||
+           std::holds_alternative<int>(answer.value);
+}
+
 /// Asks until the answer converts.
 /// @param convert  InputAnswer -> Converted<Value>
 template <class Value, class Convert>
@@ -95,8 +101,8 @@ int askUntilValid(const ACHAR* prompt, const PromptRules& rules, Convert convert
             result = *value;
             return RTNORM;
         }
-        const auto* text = std::get_if<std::wstring>(&answer.value);
-        if (text != nullptr && !text->empty() && rules.has(RSG_OTHER)) return giveText(*text);
+        if (rules.has(RSG_OTHER) && isTextOrNumber(answer) && !answer.isEnter())
+            return giveText(shownText(answer));
         EdState::current().output.print(std::get<Refusal>(converted).text);
     }
 }

@@ -1,6 +1,7 @@
 #include "ed/state.h"
 
 #include "ed/dialog_library.h"
+#include "ed/zoom.h"
 
 namespace headless {
 namespace {
@@ -18,6 +19,7 @@ EdState::EdState()
     for (const wchar_t* name : {L"QUIT", L"EXIT"}) {
         commands.addCommand(L"CORE", name, name, ACRX_CMD_SESSION, quit);
     }
+    registerZoom(commands);
 }
 
 EdState::~EdState() {

@@ -46,6 +46,8 @@ public:
     Documents documents;
     AcApDocManager documentManager;
 
+    AcGePoint2d drawingArea{1600.0, 900.0}; ///< Pixels.
+
     int dialogLibraryStarts = 0; ///< How often InitAcUiDLL has been called.
 
 private:

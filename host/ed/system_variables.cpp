@@ -15,10 +15,10 @@ const VariableSpec* findVariable(std::wstring_view name) {
     using Index = std::unordered_map<std::wstring_view, const VariableSpec*, NameHash, NameEqual>;
     static const Index index = [] {
         Index result;
-        for (const VariableSpec& spec : sessionVariables())
-            result.emplace(spec.name, &spec);
-        for (const VariableSpec& spec : drawingVariables())
-            result.emplace(spec.name, &spec);
+        for (const auto& table : {sessionVariables(), drawingVariables(), viewVariables()}) {
+            for (const VariableSpec& spec : table)
+                result.emplace(spec.name, &spec);
+        }
         return result;
     }();
     const auto found = index.find(name);

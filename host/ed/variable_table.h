@@ -30,6 +30,8 @@ struct VariableSpec {
 std::span<const VariableSpec> sessionVariables();
 /// The variables that belong to the drawing.
 std::span<const VariableSpec> drawingVariables();
+/// Those of the drawing that tell how it is seen.
+std::span<const VariableSpec> viewVariables();
 
 /// The variable of that name in any case, or null.
 const VariableSpec* findVariable(std::wstring_view name);

@@ -1,5 +1,6 @@
 #include "headless/session.h"
 
+#include <algorithm>
 #include <istream>
 #include <stdexcept>
 
@@ -43,6 +44,8 @@ struct Session::Layers {
 Session::Session(const SessionOptions& options) : layers_(std::make_unique<Layers>()) {
     layers_->win.ansiCodePage = options.ansiCodePage;
     layers_->win.oemCodePage = options.oemCodePage;
+    layers_->ed.drawingArea.set(std::max(options.drawingAreaPixels.x, 1.0),
+                                std::max(options.drawingAreaPixels.y, 1.0));
     layers_->ed.output.setSink(options.sink);
     layers_->db.openViolation = [this](const AcDbObject& object, const char* needed) {
         layers_->violations.push_back(toUtf8(object.isA()->name()) + " " +

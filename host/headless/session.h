@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "dxf/reader.h"
+#include "ge/point2d.h"
 #include "ge/point3d.h"
 
 class AcApDocument;
@@ -29,6 +30,8 @@ namespace headless {
 struct SessionOptions {
     unsigned ansiCodePage = 936;
     unsigned oemCodePage = 936;
+    /// Size of the program's drawing area; each coordinate at least 1.
+    AcGePoint2d drawingAreaPixels{1600.0, 900.0};
     /// Called with every piece of text that the command line prints.
     std::function<void(std::wstring_view)> sink = {};
 };

@@ -3,5 +3,7 @@
 #include "db/resbuf.h"
 #include "ed/command_line.h"
 #include "ed/commands.h"
+#include "ed/coordinate_calls.h"
 #include "ed/prompts.h"
 #include "ed/system_variables.h"
+#include "ed/user_coordinates.h"

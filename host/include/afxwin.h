@@ -5,3 +5,4 @@
 #include "afxcoll.h"
 #include "mfc/extension_module.h"
 #include "mfc/message_box.h"
+#include "mfc/point.h"

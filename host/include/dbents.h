@@ -18,3 +18,4 @@
 #include "db/text.h"
 #include "db/trace.h"
 #include "db/vertex.h"
+#include "db/viewport.h"

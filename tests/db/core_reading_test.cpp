@@ -263,7 +263,10 @@ TEST_F(Reading, ViewsHaveTheirOwnPoints) {
                                                      {27, "6"},
                                                      {37, "7"},
                                                      {40, "30"},
-                                                     {41, "2"}});
+                                                     {41, "2"},
+                                                     {43, "8"},
+                                                     {44, "-9"},
+                                                     {71, "19"}});
     EXPECT_EQ(port->lowerLeftCorner(), AcGePoint2d(0.5, 0));
     EXPECT_EQ(port->upperRightCorner(), AcGePoint2d(1, 0.5));
     EXPECT_EQ(port->centerPoint(), AcGePoint2d(100, 200));
@@ -271,6 +274,12 @@ TEST_F(Reading, ViewsHaveTheirOwnPoints) {
     EXPECT_EQ(port->target(), AcGePoint3d(5, 6, 7));
     EXPECT_EQ(port->height(), 30.0);
     EXPECT_EQ(port->width(), 60.0);
+    EXPECT_EQ(port->frontClipDistance(), 8.0);
+    EXPECT_EQ(port->backClipDistance(), -9.0);
+    EXPECT_TRUE(port->perspectiveEnabled());
+    EXPECT_TRUE(port->frontClipEnabled());
+    EXPECT_FALSE(port->backClipEnabled());
+    EXPECT_FALSE(port->frontClipAtEye());
 
     const auto ucs = read<AcDbUCSTableRecord>({{2, "U"},
                                                {10, "1"},

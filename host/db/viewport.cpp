@@ -1,0 +1,141 @@
+#include "db/viewport.h"
+
+#include <cmath>
+#include <numbers>
+
+#include "db/dxf_fields.h"
+#include "db/dxf_output.h"
+#include "db/geometry_sink.h"
+
+HEADLESS_DXF_DEFINE_MEMBERS(AcDbViewport, AcDbEntity, "VIEWPORT")
+
+using headless::DxfTag;
+using headless::setCoordinate;
+
+namespace {
+
+constexpr double kRadians = std::numbers::pi / 180.0;
+constexpr short kSheetNumber = 1;
+constexpr std::uint32_t kOff = 0x20000;
+constexpr std::uint32_t kModes = 0x1F;
+
+} // namespace
+
+Acad::ErrorStatus AcDbViewport::setCustomScale(double scale) {
+    if (!(scale > 0.0)) return Acad::eInvalidInput;
+    return setViewHeight(height() / scale);
+}
+
+Acad::ErrorStatus AcDbViewport::dxfInFields(AcDbDxfFiler* filer) {
+    if (const auto status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
+    number_ = 0;
+    view_.height = 0.0;
+    bool hasViewCenter = false;
+    for (const DxfTag& tag : filer->subclass("AcDbViewport")) {
+        hasViewCenter = hasViewCenter || tag.code == 12;
+        if (!readPoint(tag)) readField(tag);
+    }
+    // Older files tell the view in extended data, if at all: it shows its own part of the sheet.
+    if (!hasViewCenter) view_.center.set(centerPoint_.x, centerPoint_.y);
+    if (!(view_.height > 0.0)) view_.height = height_;
+    headless::makeUsable(view_);
+    return Acad::eOk;
+}
+
+bool AcDbViewport::readPoint(const DxfTag& tag) {
+    switch (tag.code % 10 + (tag.code >= 10 && tag.code < 40 ? 10 : 0)) {
+    case 10:
+        setCoordinate(centerPoint_, tag);
+        return true;
+    case 12:
+        if (tag.code < 30) setCoordinate(view_.center, tag);
+        return true;
+    case 16:
+        setCoordinate(view_.direction, tag);
+        return true;
+    case 17:
+        setCoordinate(view_.target, tag);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void AcDbViewport::readField(const DxfTag& tag) {
+    switch (tag.code) {
+    case 40:
+        width_ = tag.real();
+        break;
+    case 41:
+        height_ = tag.real();
+        break;
+    case 42:
+        view_.lensLength = tag.real();
+        break;
+    case 43:
+        view_.frontClip = tag.real();
+        break;
+    case 44:
+        view_.backClip = tag.real();
+        break;
+    case 45:
+        view_.height = tag.real();
+        break;
+    case 51:
+        view_.twist = tag.real() * kRadians;
+        break;
+    case 69:
+        number_ = static_cast<short>(tag.integer());
+        break;
+    case 90:
+        on_ = (tag.integer() & kOff) == 0;
+        view_.mode = static_cast<short>(tag.integer() & kModes);
+        break;
+    default:
+        break;
+    }
+}
+
+Acad::ErrorStatus AcDbViewport::dxfOutFields(AcDbDxfFiler* filer) const {
+    if (const auto status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 40, 41, 69, 12, 22, 16, 26,
+                                              36, 17, 27, 37, 42, 43, 44, 45, 51, 90};
+    headless::DxfOutput& out = filer->output();
+    out.subclass("AcDbViewport", kCodes);
+    out.point(10, centerPoint_);
+    out.real(40, width_);
+    out.real(41, height_);
+    out.integer(68, on_ ? 1 : 0); // where it stands among all is told when it is shown
+    out.integer(69, number_ < 0 ? 0 : number_);
+    if (!out.since(headless::DrawingVersion::k2000)) return Acad::eOk;
+    out.point(12, view_.center);
+    out.point(16, view_.direction);
+    out.point(17, view_.target);
+    out.real(42, view_.lensLength);
+    out.real(43, view_.frontClip);
+    out.real(44, view_.backClip);
+    out.real(45, view_.height);
+    out.angle(51, view_.twist);
+    const auto mode = static_cast<std::uint32_t>(view_.mode) & kModes;
+    out.flags(90, mode | (on_ ? 0 : kOff), kModes | kOff);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbViewport::subTransformBy(const AcGeMatrix3d& transform) {
+    const double scale = transform.scale();
+    centerPoint_.transformBy(transform);
+    width_ *= scale;
+    height_ *= scale;
+    return Acad::eOk;
+}
+
+void AcDbViewport::subDescribe(headless::GeometrySink& sink) const {
+    // The sheet's own viewport has no border.
+    if (number_ == kSheetNumber) return;
+    const AcGeVector3d across(width_ / 2.0, 0.0, 0.0);
+    const AcGeVector3d up(0.0, height_ / 2.0, 0.0);
+    const AcGePoint3d corners[] = {centerPoint_ - across - up, centerPoint_ + across - up,
+                                   centerPoint_ + across + up, centerPoint_ - across + up};
+    for (int i = 0; i < 4; ++i)
+        sink.segment(corners[i], corners[(i + 1) % 4]);
+}
