@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "ed/application_object.h"
 #include "ed/applications.h"
 #include "ed/command_line.h"
 #include "ed/command_runner.h"
@@ -46,6 +47,7 @@ public:
     Documents documents;
     AcApDocManager documentManager;
 
+    HostApplication application;
     AcGePoint2d drawingArea{1600.0, 900.0}; ///< Pixels.
 
     int dialogLibraryStarts = 0; ///< How often InitAcUiDLL has been called.

@@ -7,6 +7,7 @@
 #include "ed/state.h"
 #include "win/bstr.h"
 #include "win/code_page.h"
+#include "win/dispatch.h"
 
 namespace headless {
 namespace {
@@ -40,11 +41,19 @@ void addLocks(const AcApDocument& document, std::vector<std::string>& leftovers)
 
 } // namespace
 
-ProcessBaseline::ProcessBaseline() : strings_(liveBstrCount()) {}
+namespace {
 
-std::size_t ProcessBaseline::newStrings() const {
-    const std::size_t now = liveBstrCount();
-    return now > strings_ ? now - strings_ : 0;
+std::size_t risen(std::size_t from, std::size_t to) { return to > from ? to - from : 0; }
+
+} // namespace
+
+ProcessBaseline::ProcessBaseline()
+    : strings_(liveBstrCount()), automationReferences_(liveAutomationReferences()) {}
+
+std::size_t ProcessBaseline::newStrings() const { return risen(strings_, liveBstrCount()); }
+
+std::size_t ProcessBaseline::newAutomationReferences() const {
+    return risen(automationReferences_, liveAutomationReferences());
 }
 
 std::vector<std::string> findLeftovers(const EdState& ed, const DbState& db) {

@@ -19,9 +19,12 @@ public:
     ProcessBaseline();
     /// Automation strings allocated since and not freed.
     std::size_t newStrings() const;
+    /// References to automation objects taken since and not released.
+    std::size_t newAutomationReferences() const;
 
 private:
     std::size_t strings_;
+    std::size_t automationReferences_;
 };
 
 } // namespace headless

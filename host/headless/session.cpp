@@ -46,6 +46,7 @@ Session::Session(const SessionOptions& options) : layers_(std::make_unique<Layer
     layers_->win.oemCodePage = options.oemCodePage;
     layers_->ed.drawingArea.set(std::max(options.drawingAreaPixels.x, 1.0),
                                 std::max(options.drawingAreaPixels.y, 1.0));
+    if (!options.automation) layers_->ed.application.endAutomation();
     layers_->ed.output.setSink(options.sink);
     layers_->db.openViolation = [this](const AcDbObject& object, const char* needed) {
         layers_->violations.push_back(toUtf8(object.isA()->name()) + " " +
@@ -132,6 +133,11 @@ std::vector<std::string> Session::leftovers() const {
     std::vector<std::string> leftovers = findLeftovers(layers_->ed, layers_->db);
     if (const std::size_t strings = layers_->baseline.newStrings(); strings > 0) {
         leftovers.push_back(std::to_string(strings) + " automation strings were not freed");
+    }
+    const std::size_t own = layers_->ed.application.ownReferences();
+    if (const std::size_t held = layers_->baseline.newAutomationReferences(); held > own) {
+        leftovers.push_back(std::to_string(held - own) +
+                            " references to automation objects were not released");
     }
     leftovers.insert(leftovers.end(), layers_->violations.begin(), layers_->violations.end());
     return leftovers;

@@ -32,6 +32,8 @@ struct SessionOptions {
     unsigned oemCodePage = 936;
     /// Size of the program's drawing area; each coordinate at least 1.
     AcGePoint2d drawingAreaPixels{1600.0, 900.0};
+    /// False: the program has no automation object.
+    bool automation = true;
     /// Called with every piece of text that the command line prints.
     std::function<void(std::wstring_view)> sink = {};
 };
@@ -90,8 +92,8 @@ public:
     std::vector<std::wstring> messageBoxes() const;
 
     /// What is still held and should not be, one line each: objects left open, databases, result
-    /// buffers and automation strings never freed, document locks never given back; and objects
-    /// that were used without being open.
+    /// buffers and automation strings never freed, automation objects and document locks never
+    /// given back; and objects that were used without being open.
     std::vector<std::string> leftovers() const;
 
 private:

@@ -2,4 +2,6 @@
 #pragma once
 
 #include "afxwin.h"
+#include "mfc/dispatch_driver.h"
+#include "mfc/ole_exception.h"
 #include "oleauto.h"

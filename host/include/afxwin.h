@@ -6,3 +6,4 @@
 #include "mfc/extension_module.h"
 #include "mfc/message_box.h"
 #include "mfc/point.h"
+#include "mfc/win_app.h"
