@@ -43,6 +43,11 @@ public:
     /// The area enclosed, an open curve closed by a straight line; never negative.
     virtual Acad::ErrorStatus getArea(double& area) const;
     virtual Acad::ErrorStatus reverseCurve();
+    /// Cuts at parameters into new curves, in the order of the curve, whose properties they have;
+    /// the array gets pointers to AcDbCurve that the caller owns. A closed curve but a spline is
+    /// cut at its start only when the parameters name it. eInvalidInput when there is no parameter
+    /// to cut at (for a circle no two) or one is not of the curve.
+    Acad::ErrorStatus getSplitCurves(const AcGeDoubleArray& params, AcDbVoidPtrArray& curves) const;
 
 protected:
     /// How far a parameter worked out from points may overshoot an end.

@@ -49,6 +49,10 @@ struct Spline {
 /// Parameter of the point nearest to `point`.
 [[nodiscard]] double splineClosestParam(const Spline& spline, const AcGePoint3d& point);
 
+/// The part between two parameters of the curve's range, `from` the lesser, over the same
+/// parameters and clamped at both ends.
+[[nodiscard]] Spline splinePart(const Spline& spline, double from, double to);
+
 /// The smooth cubic spline through fit points, its parameter the length along their chords.
 ///
 /// Without a tangent an end is straight (natural); tangents may have any length but zero.
