@@ -8,6 +8,7 @@
 #include "win/bstr.h"
 #include "win/code_page.h"
 #include "win/dispatch.h"
+#include "win/safe_array.h"
 
 namespace headless {
 namespace {
@@ -48,13 +49,16 @@ std::size_t risen(std::size_t from, std::size_t to) { return to > from ? to - fr
 } // namespace
 
 ProcessBaseline::ProcessBaseline()
-    : strings_(liveBstrCount()), automationReferences_(liveAutomationReferences()) {}
+    : strings_(liveBstrCount()), automationReferences_(liveAutomationReferences()),
+      arrays_(liveSafeArrayCount()) {}
 
 std::size_t ProcessBaseline::newStrings() const { return risen(strings_, liveBstrCount()); }
 
 std::size_t ProcessBaseline::newAutomationReferences() const {
     return risen(automationReferences_, liveAutomationReferences());
 }
+
+std::size_t ProcessBaseline::newArrays() const { return risen(arrays_, liveSafeArrayCount()); }
 
 std::vector<std::string> findLeftovers(const EdState& ed, const DbState& db) {
     std::vector<std::string> leftovers;

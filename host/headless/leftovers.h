@@ -21,10 +21,13 @@ public:
     std::size_t newStrings() const;
     /// References to automation objects taken since and not released.
     std::size_t newAutomationReferences() const;
+    /// Automation arrays made since and not destroyed.
+    std::size_t newArrays() const;
 
 private:
     std::size_t strings_;
     std::size_t automationReferences_;
+    std::size_t arrays_;
 };
 
 } // namespace headless

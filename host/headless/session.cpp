@@ -134,6 +134,9 @@ std::vector<std::string> Session::leftovers() const {
     if (const std::size_t strings = layers_->baseline.newStrings(); strings > 0) {
         leftovers.push_back(std::to_string(strings) + " automation strings were not freed");
     }
+    if (const std::size_t arrays = layers_->baseline.newArrays(); arrays > 0) {
+        leftovers.push_back(std::to_string(arrays) + " automation arrays were not destroyed");
+    }
     const std::size_t own = layers_->ed.application.ownReferences();
     if (const std::size_t held = layers_->baseline.newAutomationReferences(); held > own) {
         leftovers.push_back(std::to_string(held - own) +

@@ -4,4 +4,5 @@
 #include "afxwin.h"
 #include "mfc/dispatch_driver.h"
 #include "mfc/ole_exception.h"
+#include "mfc/ole_variant.h"
 #include "oleauto.h"

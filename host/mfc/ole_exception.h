@@ -1,14 +1,17 @@
-// What went wrong in automation.
+// What went wrong with an automation call.
 #pragma once
 
 #include "mfc/exception.h"
 #include "mfc/string.h"
 #include "win/variant.h"
 
-/// A call that could not be made.
+/// A call that failed by its status code alone.
 class COleException : public CException {
 public:
-    explicit COleException(SCODE code) : m_sc(code) {}
+    explicit COleException(SCODE code = E_FAIL) : m_sc(code) {}
+
+    /// The status code of any exception; E_OUTOFMEMORY, or E_FAIL for one that carries none.
+    static SCODE Process(const CException* exception);
 
     SCODE m_sc;
 
@@ -16,11 +19,11 @@ protected:
     [[nodiscard]] std::wstring description() const override;
 };
 
-/// A call that was made, and that the object says went wrong.
+/// A member that failed and told why.
 class COleDispatchException : public CException {
 public:
-    COleDispatchException(LPCTSTR text, UINT helpId, WORD code)
-        : m_wCode(code), m_strDescription(text), m_dwHelpContext(helpId) {}
+    COleDispatchException(LPCTSTR description, UINT helpId, WORD code)
+        : m_wCode(code), m_strDescription(description), m_dwHelpContext(helpId) {}
 
     WORD m_wCode;
     CString m_strDescription;
@@ -30,7 +33,9 @@ public:
     SCODE m_scError = 0;
 
 protected:
-    [[nodiscard]] std::wstring description() const override;
+    [[nodiscard]] std::wstring description() const override { return m_strDescription.GetString(); }
 };
 
-[[noreturn]] void AfxThrowOleException(SCODE code);
+/// Throws CMemoryException for E_OUTOFMEMORY, else COleException.
+[[noreturn]] void AfxThrowOleException(SCODE status);
+[[noreturn]] void AfxThrowOleDispatchException(WORD code, LPCTSTR description, UINT helpId = 0);

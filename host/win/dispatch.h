@@ -10,16 +10,20 @@ typedef DWORD LCID;
 constexpr DISPID DISPID_VALUE = 0;
 constexpr DISPID DISPID_UNKNOWN = -1;
 constexpr DISPID DISPID_PROPERTYPUT = -3;
+constexpr DISPID DISPID_NEWENUM = -4;
 
 constexpr WORD DISPATCH_METHOD = 1;
 constexpr WORD DISPATCH_PROPERTYGET = 2;
 constexpr WORD DISPATCH_PROPERTYPUT = 4;
 constexpr WORD DISPATCH_PROPERTYPUTREF = 8;
 
-/// Arguments stand in reverse order.
+constexpr LCID LOCALE_SYSTEM_DEFAULT = 0x0800;
+constexpr LCID LOCALE_USER_DEFAULT = 0x0400;
+
+/// Arguments stand in reverse order; a property's new value is the first.
 struct DISPPARAMS {
     VARIANTARG* rgvarg;
-    DISPID* rgdispidNamedArgs;
+    DISPID* rgdispidNamedArgs; ///< Of the first `cNamedArgs` arguments.
     UINT cArgs;
     UINT cNamedArgs;
 };

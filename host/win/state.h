@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "win/class_objects.h"
 #include "win/module_table.h"
 #include "win/profile_store.h"
 #include "win/session_state.h"
@@ -39,6 +40,8 @@ public:
     std::bitset<256> pressedKeys; ///< By virtual key.
 
     ProfileStore profiles; ///< Settings files, and the folder of those named without one.
+
+    AutomationServers automationServers; ///< The applications that are installed.
 
     ModuleTable modules; ///< What the session loaded; detached when it ends.
 

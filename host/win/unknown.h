@@ -19,6 +19,7 @@ typedef const IID& REFIID;
 typedef const CLSID& REFCLSID;
 
 inline constexpr IID IID_NULL = {};
+inline constexpr CLSID CLSID_NULL = {};
 inline constexpr IID IID_IUnknown = {0, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 inline constexpr IID IID_IDispatch = {0x00020400, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 
