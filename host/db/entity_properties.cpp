@@ -243,7 +243,8 @@ Acad::ErrorStatus AcDbEntity::dxfOutFields(AcDbDxfFiler* filer) const {
         out.symbol(8, layerId_);
     const AcDbDatabase* const db = filer->database();
     if (db == nullptr || linetypeId_ != db->byLayerLinetype()) out.symbol(6, linetypeId_);
-    if (!materialId_.isNull()) out.handle(347, materialId_);
+    if (!materialId_.isNull() && out.since(headless::DrawingVersion::k2007))
+        out.handle(347, materialId_);
     writeLook(out);
     return Acad::eOk;
 }

@@ -152,7 +152,7 @@ void AcDbLayerTableRecord::writePlotting(headless::DxfOutput& out) const {
     if (!plottable_ || isDefpoints(nameOf())) out.integer(290, plottable_ ? 1 : 0);
     out.integer(370, lineWeight_);
     if (!plotStyleId_.isNull()) out.handle(390, plotStyleId_);
-    if (!materialId_.isNull()) out.handle(347, materialId_);
+    if (!materialId_.isNull() && out.since(DrawingVersion::k2007)) out.handle(347, materialId_);
 }
 
 // What layers got later than their record's groups were settled is data of applications.

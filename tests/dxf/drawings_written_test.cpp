@@ -53,7 +53,7 @@ public:
     void run() {
         ASSERT_TRUE(drawing_.result) << drawing_.result.refusal;
         DxfOutFiler writer(drawing_.db.get(), DrawingVersion::k2018);
-        test_support::WrittenReader reader(*drawing_.db);
+        test_support::GroupFiler reader(*drawing_.db);
         for (const AcDbObjectId id : Residence::residents(*drawing_.db)) {
             const AcDbObject& object = *Residence::peek(id);
             if (Residence::source(object).length == 0) continue;
@@ -63,7 +63,7 @@ public:
             // file.
             const bool reads = object.isA()->dxfNameBytes() != nullptr;
             if (!reads || object.isKindOf(AcDbXrecord::desc())) continue;
-            const auto again = reader.read(*object.isA(), first);
+            const auto again = test_support::readWritten(reader, *object.isA(), first);
             ASSERT_NE(again, nullptr);
             compareLists(object, withoutParts(first), withoutParts(shown(writer.write(*again))));
         }

@@ -2,19 +2,16 @@
 // reads.
 #pragma once
 
+#include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
 
-#include "db/drawing_roots.h"
 #include "db/dxf_output.h"
-#include "db/residence.h"
-#include "db/symbol_table.h"
-#include "win/code_page.h"
+#include "support/group_filer.h"
 
 namespace test_support {
 
@@ -89,54 +86,24 @@ inline WrittenGroups shown(const headless::DxfOutput& output) {
     return groups;
 }
 
-/// Reads objects from groups that others wrote.
-class WrittenReader : public AcDbDxfFiler {
-public:
-    explicit WrittenReader(AcDbDatabase& db) : AcDbDxfFiler(&db) {}
+/// The groups as a file holds them.
+inline Groups asRecord(const WrittenGroups& groups) {
+    Groups record;
+    for (const Group& group : groups) {
+        char digits[32];
+        const auto end = std::to_chars(std::begin(digits), std::end(digits), group.number).ptr;
+        record.emplace_back(group.code, group.isNumber ? std::string(digits, end) : group.text);
+    }
+    return record;
+}
 
-    void give(const WrittenGroups& groups) {
-        texts_.clear();
-        tags_.clear();
-        for (const Group& group : groups) {
-            headless::DxfTag& tag = tags_.emplace_back();
-            tag.code = static_cast<std::int16_t>(group.code);
-            if (group.isNumber) {
-                tag.kind = headless::DxfTag::Kind::kReal;
-                tag.number = group.number;
-                continue;
-            }
-            const std::string& kept = texts_.emplace_back(group.text);
-            tag.bytes = kept.data();
-            tag.length = static_cast<std::uint32_t>(kept.size());
-        }
-        setRecord(tags_);
-    }
-    /// A new object of that class that read the groups.
-    std::unique_ptr<AcDbObject> read(AcRxClass& kind, const WrittenGroups& groups) {
-        give(groups);
-        std::unique_ptr<AcDbObject> object(AcDbObject::cast(kind.create()));
-        if (object != nullptr && object->dxfInFields(this) != Acad::eOk) object.reset();
-        return object;
-    }
-
-    std::wstring text(const headless::DxfTag& tag) const override {
-        return headless::fromUtf8({tag.bytes, tag.length});
-    }
-    AcDbObjectId objectId(const headless::DxfTag& handle) override {
-        return AcDbObjectId(headless::Residence::announce(*database(), handle.handle()));
-    }
-    AcDbObjectId symbolId(AcRxClass* recordClass, const headless::DxfTag& name) override {
-        return headless::DrawingRoots::table(*database(), recordClass)->findRecord(text(name));
-    }
-    void report(const headless::DxfTag& tag, std::string_view problem) override {
-        reports.push_back(std::to_string(tag.code) + ": " + std::string(problem));
-    }
-
-    std::vector<std::string> reports;
-
-private:
-    std::vector<headless::DxfTag> tags_;
-    std::deque<std::string> texts_;
-};
+/// A new object of that class that read the groups; null when it refused.
+inline std::unique_ptr<AcDbObject> readWritten(GroupFiler& filer, const AcRxClass& kind,
+                                               const WrittenGroups& groups) {
+    filer.give(asRecord(groups));
+    std::unique_ptr<AcDbObject> object(AcDbObject::cast(kind.create()));
+    if (object != nullptr && object->dxfInFields(&filer) != Acad::eOk) object.reset();
+    return object;
+}
 
 } // namespace test_support
