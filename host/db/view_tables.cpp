@@ -181,10 +181,13 @@ Acad::ErrorStatus AcDbUCSTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
     return Acad::eOk;
 }
 
-void AcDbAbstractViewTableRecord::writeView(headless::DxfOutput& out) const {
+void AcDbAbstractViewTableRecord::writeLens(headless::DxfOutput& out) const {
     out.real(42, view_.lensLength);
     out.real(43, view_.frontClip);
     out.real(44, view_.backClip);
+}
+
+void AcDbAbstractViewTableRecord::writeMode(headless::DxfOutput& out) const {
     out.flags(71, static_cast<std::uint32_t>(view_.mode) & kAllModes, kAllModes);
 }
 
@@ -201,8 +204,9 @@ Acad::ErrorStatus AcDbViewTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
     out.real(41, width_);
     out.point(11, view_.direction);
     out.point(12, view_.target);
+    writeLens(out);
     out.angle(50, view_.twist);
-    writeView(out);
+    writeMode(out);
     return Acad::eOk;
 }
 
@@ -221,8 +225,9 @@ Acad::ErrorStatus AcDbViewportTableRecord::dxfOutFields(AcDbDxfFiler* filer) con
     out.point(17, view_.target);
     out.real(40, view_.height);
     out.real(41, width_ / view_.height);
+    writeLens(out);
     out.angle(50, snapAngle_);
     out.angle(51, view_.twist);
-    writeView(out);
+    writeMode(out);
     return Acad::eOk;
 }

@@ -101,7 +101,8 @@ protected:
     }
     /// Reads what views and viewports store under the same codes; false for other groups.
     bool readView(const headless::DxfTag& tag);
-    void writeView(headless::DxfOutput& out) const;
+    void writeLens(headless::DxfOutput& out) const;
+    void writeMode(headless::DxfOutput& out) const;
 
     headless::View view_;
     double width_ = 1.0;

@@ -1,11 +1,14 @@
 #include "db/viewport.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
 #include "db/dxf_fields.h"
 #include "db/dxf_output.h"
 #include "db/geometry_sink.h"
+#include "db/layer_table.h"
+#include "db/residence.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbViewport, AcDbEntity, "VIEWPORT")
 
@@ -17,6 +20,7 @@ namespace {
 constexpr double kRadians = std::numbers::pi / 180.0;
 constexpr short kSheetNumber = 1;
 constexpr std::uint32_t kOff = 0x20000;
+constexpr std::uint32_t kClipped = 0x10000; // by another entity
 constexpr std::uint32_t kModes = 0x1F;
 
 } // namespace
@@ -26,6 +30,38 @@ Acad::ErrorStatus AcDbViewport::setCustomScale(double scale) {
     return setViewHeight(height() / scale);
 }
 
+Acad::ErrorStatus AcDbViewport::freezeLayersInViewport(const AcDbObjectIdArray& layers) {
+    const bool known = std::all_of(layers.begin(), layers.end(), [](AcDbObjectId id) {
+        return headless::Residence::peek<AcDbLayerTableRecord>(id) != nullptr;
+    });
+    if (!known) return Acad::eInvalidInput;
+    assertWriteEnabled();
+    for (const AcDbObjectId layer : layers)
+        if (!isLayerFrozenInViewport(layer)) frozenLayers_.push_back(layer);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbViewport::thawLayersInViewport(const AcDbObjectIdArray& layers) {
+    assertWriteEnabled();
+    std::erase_if(frozenLayers_, [&](AcDbObjectId id) { return layers.contains(id); });
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbViewport::thawAllLayersInViewport() {
+    return change(frozenLayers_, std::vector<AcDbObjectId>());
+}
+
+bool AcDbViewport::isLayerFrozenInViewport(const AcDbObjectId& layer) const {
+    const auto& frozen = look(frozenLayers_);
+    return std::find(frozen.begin(), frozen.end(), layer) != frozen.end();
+}
+
+Acad::ErrorStatus AcDbViewport::getFrozenLayerList(AcDbObjectIdArray& layers) const {
+    for (const AcDbObjectId layer : look(frozenLayers_))
+        if (!layer.isErased()) layers.append(layer);
+    return Acad::eOk;
+}
+
 Acad::ErrorStatus AcDbViewport::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
     number_ = 0;
@@ -33,7 +69,7 @@ Acad::ErrorStatus AcDbViewport::dxfInFields(AcDbDxfFiler* filer) {
     bool hasViewCenter = false;
     for (const DxfTag& tag : filer->subclass("AcDbViewport")) {
         hasViewCenter = hasViewCenter || tag.code == 12;
-        if (!readPoint(tag)) readField(tag);
+        if (!readPoint(tag)) readField(*filer, tag);
     }
     // Older files tell the view in extended data, if at all: it shows its own part of the sheet.
     if (!hasViewCenter) view_.center.set(centerPoint_.x, centerPoint_.y);
@@ -61,7 +97,7 @@ bool AcDbViewport::readPoint(const DxfTag& tag) {
     }
 }
 
-void AcDbViewport::readField(const DxfTag& tag) {
+void AcDbViewport::readField(AcDbDxfFiler& filer, const DxfTag& tag) {
     switch (tag.code) {
     case 40:
         width_ = tag.real();
@@ -89,7 +125,15 @@ void AcDbViewport::readField(const DxfTag& tag) {
         break;
     case 90:
         on_ = (tag.integer() & kOff) == 0;
+        clipped_ = (tag.integer() & kClipped) != 0;
         view_.mode = static_cast<short>(tag.integer() & kModes);
+        break;
+    case 331:
+    case 341: // of files before 2000
+        frozenLayers_.push_back(filer.objectId(tag));
+        break;
+    case 340:
+        clipEntity_ = filer.objectId(tag);
         break;
     default:
         break;
@@ -98,8 +142,8 @@ void AcDbViewport::readField(const DxfTag& tag) {
 
 Acad::ErrorStatus AcDbViewport::dxfOutFields(AcDbDxfFiler* filer) const {
     if (const auto status = AcDbEntity::dxfOutFields(filer); status != Acad::eOk) return status;
-    static constexpr std::int16_t kCodes[] = {10, 20, 30, 40, 41, 69, 12, 22, 16, 26,
-                                              36, 17, 27, 37, 42, 43, 44, 45, 51, 90};
+    static constexpr std::int16_t kCodes[] = {10, 20, 30, 40, 41, 69, 12, 22, 16,  26,  36, 17,
+                                              27, 37, 42, 43, 44, 45, 51, 90, 331, 340, 341};
     headless::DxfOutput& out = filer->output();
     out.subclass("AcDbViewport", kCodes);
     out.point(10, centerPoint_);
@@ -117,7 +161,10 @@ Acad::ErrorStatus AcDbViewport::dxfOutFields(AcDbDxfFiler* filer) const {
     out.real(45, view_.height);
     out.angle(51, view_.twist);
     const auto mode = static_cast<std::uint32_t>(view_.mode) & kModes;
-    out.flags(90, mode | (on_ ? 0 : kOff), kModes | kOff);
+    out.flags(90, mode | (on_ ? 0 : kOff) | (clipped_ ? kClipped : 0), kModes | kOff | kClipped);
+    for (const AcDbObjectId layer : frozenLayers_)
+        if (!layer.isErased()) out.handle(331, layer);
+    if (!clipEntity_.isNull() && !clipEntity_.isErased()) out.handle(340, clipEntity_);
     return Acad::eOk;
 }
 

@@ -1,7 +1,10 @@
 // Viewports of paper space: windows on a sheet through which model space is seen.
 #pragma once
 
+#include <vector>
+
 #include "db/entity.h"
+#include "db/id_array.h"
 #include "db/view.h"
 
 /// A rectangle of its paper space with a view of model space in it. The first one of each paper
@@ -59,6 +62,17 @@ public:
     Acad::ErrorStatus setOn() { return change(on_, true); }
     Acad::ErrorStatus setOff() { return change(on_, false); }
 
+    /// Layers that are frozen in this viewport alone. What is frozen already is passed over, and so
+    /// is when thawing what is not. eInvalidInput, changing nothing, for an id of no layer.
+    Acad::ErrorStatus freezeLayersInViewport(const AcDbObjectIdArray& layers);
+    Acad::ErrorStatus thawLayersInViewport(const AcDbObjectIdArray& layers);
+    Acad::ErrorStatus thawAllLayersInViewport();
+    bool isLayerFrozenInViewport(const AcDbObjectId& layer) const;
+    Acad::ErrorStatus getFrozenLayerList(AcDbObjectIdArray& layers) const;
+    /// The entity that bounds the viewport instead of its rectangle; null for none.
+    AcDbObjectId nonRectClipEntityId() const { return look(clipEntity_); }
+    bool isNonRectClipOn() const { return !look(clipEntity_).isNull() && clipped_; }
+
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
@@ -80,12 +94,15 @@ protected:
 
 private:
     bool readPoint(const headless::DxfTag& tag);
-    void readField(const headless::DxfTag& tag);
+    void readField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
 
     AcGePoint3d centerPoint_;
     double width_ = 1.0;
     double height_ = 1.0;
     headless::View view_;
+    std::vector<AcDbObjectId> frozenLayers_;
+    AcDbObjectId clipEntity_;
     short number_ = -1;
     bool on_ = true;
+    bool clipped_ = false;
 };

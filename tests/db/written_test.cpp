@@ -13,6 +13,7 @@
 #include "db/face.h"
 #include "db/group.h"
 #include "db/hatch.h"
+#include "db/layout.h"
 #include "db/leader.h"
 #include "db/line.h"
 #include "db/mline.h"
@@ -24,6 +25,7 @@
 #include "db/polyline.h"
 #include "db/polyline_2d.h"
 #include "db/polyline_3d.h"
+#include "db/raster_image.h"
 #include "db/ray.h"
 #include "db/resbuf.h"
 #include "db/sequence_end.h"
@@ -31,6 +33,7 @@
 #include "db/sortents_table.h"
 #include "db/spline.h"
 #include "db/trace.h"
+#include "db/viewport.h"
 #include "db/xline.h"
 #include "db/xrecord.h"
 #include "support/written_groups.h"
@@ -158,6 +161,15 @@ TEST_F(Written, EntitiesAsTheirRecordsHaveThem) {
          groups("100=AcDbBlockReference|2=DOOR|10=1,2,3|41=-1|42=2|43=3|50=359.9|210=0,0,-1")},
         {AcDbMInsertBlock::desc(),
          groups("100=AcDbMInsertBlock|2=DOOR|10=1,2,3|70=4|71=5|44=10|45=-20")},
+        {AcDbViewport::desc(),
+         groups("100=AcDbViewport|10=1,2,3|40=40|41=30|68=1|69=2|12=5,6|16=0,1,1|17=7,8,9|"
+                "42=35|43=1.5|44=-2|45=300|51=20|90=15|331=2D|331=2E|340=2F")},
+        {AcDbRasterImage::desc(),
+         groups("100=AcDbRasterImage|90=0|10=1,2,3|11=0.1,0,0|12=0,0.2,0|13=400,300|340=2F|70=7|"
+                "280=1|281=10|282=20|283=30|71=2|91=3|14=-0.5,-0.5|14=100,-0.5|14=50,80|290=1")},
+        {AcDbWipeout::desc(),
+         groups("100=AcDbWipeout|90=0|10=1,2,3|11=4,0,0|12=0,5,0|13=1,1|340=0|70=7|280=0|281=50|"
+                "282=50|283=0|71=1|91=2|14=-0.5,-0.5|14=0.5,0.5|290=0")},
         {AcDbHatch::desc(),
          groups("100=AcDbHatch|10=0,0,7|210=0,1,0|2=ANSI31|70=0|71=1|91=2|92=7|72=1|73=1|93=2|"
                 "10=1,2|42=1|10=3,4|42=0|97=1|330=2F|92=1|93=6|72=1|10=1,2|11=3,4|72=2|10=1,2|"
@@ -227,10 +239,11 @@ TEST_F(Written, TablesAndOtherObjectsAsTheirRecordsHaveThem) {
          groups("100=AcDbUCSTableRecord|2=U|70=0|10=1,2,3|11=0,1,0|12=-1,0,0")},
         {AcDbViewTableRecord::desc(),
          groups("100=AcDbViewTableRecord|2=V|70=1|40=10|10=1,2|41=16|11=1,0,0|12=7,8,9|42=35|"
-                "50=180|71=1")},
+                "43=1.5|44=-2|50=180|71=31")},
         {AcDbViewportTableRecord::desc(),
          groups("100=AcDbViewportTableRecord|2=*Active|70=0|10=0.5,0|11=1,0.5|12=100,200|"
-                "16=1,0,0|17=5,6,7|40=30|41=2|42=35|50=10|51=20|71=1")},
+                "16=1,0,0|17=5,6,7|40=30|41=2|42=35|43=1.5|44=-2|"
+                "50=10|51=20|71=31")},
         {AcDbRegAppTableRecord::desc(), groups("100=AcDbRegAppTableRecord|2=ORN|70=0")},
         {AcDbBlockTableRecord::desc(), groups("100=AcDbBlockTableRecord|2=B|340=22|70=4|280=0")},
         {AcDbDictionary::desc(),
@@ -239,6 +252,11 @@ TEST_F(Written, TablesAndOtherObjectsAsTheirRecordsHaveThem) {
          groups("100=AcDbDictionary|281=1|3=Normal|350=2F|100=AcDbDictionaryWithDefault|340=2F")},
         {AcDbGroup::desc(), groups("100=AcDbGroup|300=walls|70=1|71=0|340=2F|340=2E")},
         {AcDbSortentsTable::desc(), groups("100=AcDbSortentsTable|330=1F|331=2F|5=2D|331=2E|5=2F")},
+        {AcDbLayout::desc(),
+         groups("100=AcDbPlotSettings|1=Setup|2=Plotter|4=A3|40=1|41=2|42=3|43=4|44=420|45=297|"
+                "142=1|143=50|70=1024|73=1|100=AcDbLayout|1=Sheet 1|70=1|71=2|10=1,2|11=421,299|"
+                "12=7,8,9|14=-1,-2,-3|15=4,5,6|146=10|13=1,2,3|16=0,1,0|17=-1,0,0|76=0|330=2F|"
+                "331=2E")},
         {AcDbMlineStyle::desc(),
          groups("100=AcDbMlineStyle|2=M|70=3|3=walls|62=5|51=45|52=60|71=2|49=0.5|62=1|"
                 "420=16711680|6=DASHED|49=-0.5|62=0|6=ByLayer")},
