@@ -1,6 +1,8 @@
 // The parts of CZelDwg that reach into a drawing.
 #include "OrnCore/zel_dwg.h"
 
+#include <memory>
+
 #include <adslib.h>
 #include <dbapserv.h>
 #include <dbents.h>
@@ -8,6 +10,7 @@
 #include <dbsymtb.h>
 
 #include "OrnCore/named_records.h"
+#include "OrnCore/text_info.h"
 
 namespace {
 
@@ -40,6 +43,20 @@ AcDbObjectId CZelDwg::AddEntity(AcDbEntity* ent, AcDbDatabase* db, int keepOpen,
     return id;
 }
 
+AcDbObjectId CZelDwg::AddLine(const AcGePoint3d& start, const AcGePoint3d& end,
+                              const AcDbObjectId& layer, resbuf* xdata, AcDbDatabase* db) {
+    auto fresh = std::make_unique<AcDbLine>(start, end);
+    fresh->setDatabaseDefaults(db);
+    if (!layer.isNull() && fresh->setLayer(layer) != Acad::eOk) return AcDbObjectId::kNull;
+    const AcDbObjectId id = AddEntity(fresh.get(), db, 1, 0);
+    if (id.isNull()) return id;
+    AcDbLine* const line = fresh.release(); // the database's now
+    const bool whole = xdata == nullptr || line->setXData(xdata) == Acad::eOk;
+    if (!whole) line->erase();
+    line->close();
+    return whole ? id : AcDbObjectId::kNull;
+}
+
 AcDbObjectId CZelDwg::AddLayer(const CString& name, int color, const CString& linetype,
                                int makeCurrent) {
     AcDbDatabase* const db = acdbHostApplicationServices()->workingDatabase();
@@ -62,4 +79,13 @@ AcDbExtents CZelDwg::GetGeomExtents(const AcDbObjectId& id) {
     if (entity->getGeomExtents(extents) != Acad::eOk) extents = AcDbExtents();
     entity->close();
     return extents;
+}
+
+double CZelDwg::GetTextWidth(const CString& text, const TextInfo& info) {
+    if (text.IsEmpty() || !(info.height > 0.0)) return 0.0;
+    AcDbText drawn(AcGePoint3d::kOrigin, text, info.style, info.height);
+    if (info.widthFactor != 0.0) drawn.setWidthFactor(info.widthFactor);
+    AcGePoint3dArray corners; // from the lower left one on
+    if (drawn.getBoundingPoints(corners) != Acad::eOk || corners.length() < 2) return 0.0;
+    return corners[0].distanceTo(corners[1]);
 }

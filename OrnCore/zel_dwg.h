@@ -13,6 +13,8 @@ class AcDbDatabase;
 class AcDbEntity;
 class AcDbExtents;
 class AcDbPolyline;
+struct resbuf;
+struct TextInfo;
 
 class AFX_EXT_CLASS CZelDwg {
 public:
@@ -25,6 +27,15 @@ public:
     /// @param report    not 0: a failure is printed on the command line.
     /// @return          the new entity's id, null on failure.
     static AcDbObjectId AddEntity(AcDbEntity* ent, AcDbDatabase* db, int keepOpen, int report);
+
+    /// Appends a line to the current space of a database.
+    ///
+    /// @param layer  null: the drawing's current one.
+    /// @param xdata  the line's extended data; null: none. Stays the caller's.
+    /// @param db     null: the working database.
+    /// @return       the line's id; null when it or its data was refused.
+    static AcDbObjectId AddLine(const AcGePoint3d& start, const AcGePoint3d& end,
+                                const AcDbObjectId& layer, resbuf* xdata, AcDbDatabase* db);
 
     /// The layer of a name in the working database, taken as it is; else a new one.
     ///
@@ -43,6 +54,22 @@ public:
     /// True when all three coordinates are equal after rounding to that many decimal places, halves
     /// away from zero. Negative counts round to tens, hundreds and so on.
     static bool EqualPoint(const AcGePoint3d& a, const AcGePoint3d& b, int decimals);
+
+    /// Direction from one point to another in the x, y plane, from 0 to below a whole turn, 0 for
+    /// points at one place.
+    /// @param inRadians  0: the angle is in degrees.
+    static double GetAngle(const AcGePoint3d& start, const AcGePoint3d& end, int inRadians);
+    /// Where two segments meet in the x, y plane, ends included, and places where they come as near
+    /// as CZelMath::kTolerance.
+    ///
+    /// @param out  the meeting that comes first on the first segment, at that segment's height;
+    ///             untouched when there is none.
+    /// @return     the number of meetings: 0, 1, or 2 for the ends of a common stretch.
+    static int GetLineInterSect(const AcGePoint3d& start1, const AcGePoint3d& end1,
+                                const AcGePoint3d& start2, const AcGePoint3d& end2,
+                                AcGePoint3d& out);
+    /// Length of the base line of a drawn single-line text, in drawing units, never negative.
+    static double GetTextWidth(const CString& text, const TextInfo& info);
 
     /// Distance of two points in space.
     static double GetLength(const AcGePoint3d& a, const AcGePoint3d& b);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <span>
 
 #include <dbpl.h>
@@ -12,6 +13,8 @@
 #include "OrnCore/outline.h"
 #include "OrnCore/point_in_outline.h"
 #include "OrnCore/polyline_segments.h"
+#include "OrnCore/segment_intersection.h"
+#include "OrnCore/zel_math.h"
 
 namespace {
 
@@ -36,6 +39,24 @@ bool CZelDwg::EqualPoint(const AcGePoint3d& a, const AcGePoint3d& b, int decimal
         return std::round(x * scale) == std::round(y * scale);
     };
     return same(a.x, b.x) && same(a.y, b.y) && same(a.z, b.z);
+}
+
+double CZelDwg::GetAngle(const AcGePoint3d& start, const AcGePoint3d& end, int inRadians) {
+    const double angle = std::atan2(end.y - start.y, end.x - start.x);
+    constexpr double kTurn = 2.0 * std::numbers::pi;
+    const double turned = angle < 0.0 ? angle + kTurn : angle + 0.0; // -0 becomes 0
+    const double positive = turned == kTurn ? 0.0 : turned;          // just below 0 rounds up
+    return inRadians != 0 ? positive : positive * (360.0 / kTurn);
+}
+
+int CZelDwg::GetLineInterSect(const AcGePoint3d& start1, const AcGePoint3d& end1,
+                              const AcGePoint3d& start2, const AcGePoint3d& end2,
+                              AcGePoint3d& out) {
+    const orncore::Segment first{{start1.x, start1.y}, {end1.x, end1.y}};
+    const orncore::Segment second{{start2.x, start2.y}, {end2.x, end2.y}};
+    const auto meetings = orncore::intersect(first, second, CZelMath::kTolerance);
+    if (!meetings.empty()) out = {meetings.front().x, meetings.front().y, start1.z};
+    return static_cast<int>(meetings.size());
 }
 
 double CZelDwg::GetLength(const AcGePoint3d& a, const AcGePoint3d& b) { return a.distanceTo(b); }

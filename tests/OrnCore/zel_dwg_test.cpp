@@ -4,6 +4,7 @@
 
 #include <dbents.h>
 
+#include "OrnCore/text_info.h"
 #include "OrnCore/zel_math.h"
 #include "support/session_fixture.h"
 
@@ -71,7 +72,88 @@ TEST(ZelDwgPoints, AreMeasuredAndMoved) {
     EXPECT_EQ(point, AcGePoint3d(1, 3, 7));
 }
 
+TEST(ZelDwgPoints, HaveDirections) {
+    struct Case {
+        AcGePoint3d to;
+        double degrees;
+    };
+    const Case cases[] = {{{1, 0, 5}, 0},    {{1, 1, 0}, 45},   {{0, 2, 0}, 90},
+                          {{-3, 0, 0}, 180}, {{0, -1, 0}, 270}, {{1, -1, 0}, 315},
+                          {{0, 0, 9}, 0},    {{1, -0.0, 0}, 0}, {{1, -1e-300, 0}, 0}};
+    for (const Case& c : cases) {
+        EXPECT_NEAR(CZelDwg::GetAngle({0, 0, 0}, c.to, 0), c.degrees, 1e-12);
+        EXPECT_NEAR(CZelDwg::GetAngle({0, 0, 0}, c.to, 1), c.degrees * pi / 180, 1e-14);
+    }
+}
+
+TEST(ZelDwgPoints, AreWhereSegmentsMeet) {
+    struct Case {
+        const char* name;
+        AcGePoint3d start, end; // of the second; the first runs from 0 to 10 along x, 3 high
+        int count;
+        double x;
+    };
+    const Case cases[] = {
+        {"crossing", {4, -1, 0}, {4, 1, 9}, 1, 4},
+        {"ending on it", {4, 0, 0}, {4, 1, 0}, 1, 4},
+        {"ending nearly on it", {4, 5e-7, 0}, {4, 1, 0}, 1, 4},
+        {"stopping short", {4, 2e-6, 0}, {4, 1, 0}, 0, -1},
+        {"end to end", {10, 0, 0}, {10, 5, 0}, 1, 10},
+        {"beyond the end", {10.1, -1, 0}, {10.1, 5, 0}, 0, -1},
+        {"running together", {12, 0, 0}, {7, 0, 0}, 2, 7},
+        {"beside it", {0, 1, 0}, {10, 1, 0}, 0, -1},
+        {"a point on it", {3, 0, 0}, {3, 0, 0}, 1, 3},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        AcGePoint3d at(-1, 0, 3);
+        EXPECT_EQ(CZelDwg::GetLineInterSect({0, 0, 3}, {10, 0, 3}, c.start, c.end, at), c.count);
+        EXPECT_EQ(at.x, c.x);
+        EXPECT_NEAR(at.y, 0.0, 1e-6);
+        EXPECT_EQ(at.z, 3.0);
+    }
+}
+
 class ZelDwg : public test_support::SessionTest {};
+
+TEST_F(ZelDwg, DrawsLines) {
+    const AcDbObjectId layer = CZelDwg::AddLayer(L"RULING", 3, L"Continuous", 0);
+    const AcDbObjectId plain =
+        CZelDwg::AddLine({1, 2, 3}, {4, 5, 6}, AcDbObjectId::kNull, nullptr, nullptr);
+    const AcDbObjectId layered = CZelDwg::AddLine({0, 0, 0}, {1, 0, 0}, layer, nullptr, database());
+    AcDbLine* line = nullptr;
+    ASSERT_EQ(acdbOpenObject(line, plain, AcDb::kForRead), Acad::eOk);
+    EXPECT_EQ(line->startPoint(), AcGePoint3d(1, 2, 3));
+    EXPECT_EQ(line->endPoint(), AcGePoint3d(4, 5, 6));
+    EXPECT_EQ(line->layerId(), database()->clayer());
+    line->close();
+    ASSERT_EQ(acdbOpenObject(line, layered, AcDb::kForRead), Acad::eOk);
+    EXPECT_EQ(line->layerId(), layer);
+    line->close();
+    resbuf unknownApplication{};
+    wchar_t name[] = L"NOBODY";
+    unknownApplication.restype = 1001; // of an application
+    unknownApplication.resval.rstring = name;
+    EXPECT_TRUE(
+        CZelDwg::AddLine({0, 0, 0}, {1, 0, 0}, layer, &unknownApplication, nullptr).isNull());
+}
+
+// The host's own box of the same text in a drawing, which is not tilted.
+TEST_F(ZelDwg, TextsAreAsWideAsTheirBoxes) {
+    for (const wchar_t* text : {L"W", L"12.5 m", L"墙板", L"%%c20"}) {
+        AcDbText drawn({5, 5, 0}, text, AcDbObjectId::kNull, 30.0);
+        drawn.setWidthFactor(0.8);
+        AcDbExtents box;
+        ASSERT_EQ(drawn.getGeomExtents(box), Acad::eOk);
+        EXPECT_NEAR(CZelDwg::GetTextWidth(text, {.widthFactor = 0.8, .height = 30.0}),
+                    box.maxPoint().x - box.minPoint().x, 1e-9);
+    }
+    const double one = CZelDwg::GetTextWidth(L"W", {.height = 1.0});
+    EXPECT_GT(one, 0.5);
+    EXPECT_NEAR(CZelDwg::GetTextWidth(L"WWW", {.height = 10.0}), 30.0 * one, 1e-9);
+    EXPECT_EQ(CZelDwg::GetTextWidth(L"", {.height = 10.0}), 0.0);
+    EXPECT_EQ(CZelDwg::GetTextWidth(L"W", {}), 0.0);
+}
 
 TEST_F(ZelDwg, OutlinesInAnyPlane) {
     AcDbPolyline board; // with a half disc on its right side, to x = 15
