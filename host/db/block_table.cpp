@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "db/attribute.h"
+#include "db/block_memory.h"
 #include "db/block_reference.h"
 #include "db/database.h"
 #include "db/dxf_fields.h"
@@ -51,6 +52,13 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbE
     entities_.push_back(entity->objectId());
     id = entity->objectId();
     return Acad::eOk;
+}
+
+headless::BlockMemory& AcDbBlockTableRecord::memory() const {
+    if (memory_ == nullptr)
+        static_cast<std::shared_ptr<headless::BlockMemory>&>(memory_) =
+            std::make_shared<headless::BlockMemory>();
+    return *memory_;
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator*& iterator,

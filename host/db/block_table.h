@@ -1,8 +1,10 @@
 // Blocks: the definitions that hold a drawing's entities, the two spaces among them.
 #pragma once
 
+#include <memory>
 #include <span>
 
+#include "db/change_watch.h"
 #include "db/id_array.h"
 #include "db/symbol_table.h"
 #include "ge/point3d.h"
@@ -12,6 +14,8 @@ class AcDbEntity;
 class AcDbSortentsTable;
 
 namespace headless {
+
+class BlockMemory;
 
 /// Units of a block's or a drawing's coordinates, as files number them.
 enum class DrawingUnits : short { kUndefined = 0, kInches = 1, kFeet = 2, kMillimeters = 4 };
@@ -91,9 +95,14 @@ public:
     bool isSpace() const;
     /// The origin whether or not the block is open.
     const AcGePoint3d& originOf() const { return origin_; }
+    /// What was computed from the contents, made when first asked for.
+    headless::BlockMemory& memory() const;
+    /// The same, null while there is none.
+    headless::BlockMemory* memoryIfAny() const { return memory_.get(); }
 
 protected:
     Acad::ErrorStatus subErase(bool erasing) override;
+    void beforeChange() override { headless::noteChange(*this); }
 
 private:
     friend class AcDbBlockTable;
@@ -104,6 +113,7 @@ private:
     std::uint32_t beginFlags() const;
 
     headless::Lasting<std::vector<AcDbObjectId>> entities_;
+    mutable headless::Lasting<std::shared_ptr<headless::BlockMemory>> memory_;
     AcGePoint3d origin_;
     AcDbObjectId layoutId_;
     std::wstring comments_;

@@ -274,6 +274,39 @@ Extents3d CurvePiece::bulgeExtents() const {
     return box;
 }
 
+bool CurvePiece::isShallow() const {
+    constexpr double kShallowBulge = 1e-3; // A radius of 250 chords.
+    return kind_ == Kind::bulge && std::abs(bulge_) < kShallowBulge;
+}
+
+std::vector<RationalBezier> CurvePiece::beziers() const {
+    const auto at = [](const AcGePoint3d& point, double weight = 1.0) {
+        return Homogeneous{point.asVector() * weight, weight};
+    };
+    switch (kind_) {
+    case Kind::segment:
+        return {{at(origin_), at(end_)}};
+    case Kind::bulge:
+        if (!isShallow()) return arcBeziers(ellipseArc());
+        // The tangents at both ends meet beyond the arc's middle.
+        return {{at(inFrame(-1.0, 0.0)),
+                 at(inFrame(0.0, -2.0 * bulge_ / (1.0 - bulge_ * bulge_)),
+                    std::cos(2.0 * std::atan(bulge_))),
+                 at(inFrame(1.0, 0.0))}};
+    case Kind::arc:
+        return arcBeziers(ellipseArc());
+    case Kind::spline: {
+        std::vector<RationalBezier> curves;
+        for (BezierPiece& piece : bezierPieces(*spline_))
+            curves.push_back(std::move(piece.points));
+        return curves;
+    }
+    case Kind::endless:
+        break;
+    }
+    return {};
+}
+
 CurvePiece CurvePiece::transformed(const AcGeMatrix3d& transform) const {
     CurvePiece piece = *this;
     if (kind_ == Kind::spline) {

@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "ge/bezier_cuts.h"
 #include "ge/bulge.h"
 #include "ge/ellipse.h"
 #include "ge/spline.h"
@@ -68,6 +69,13 @@ public:
     /// The exact box; of a spline to 1e-12 of its size.
     Extents3d extents() const;
 
+    /// An arc, or an arc over a chord, by its centre.
+    EllipseArc ellipseArc() const;
+    /// True for an arc over a chord so shallow that its centre is too far to compute with.
+    bool isShallow() const;
+    /// The same curve as rational Bezier curves, exact however shallow; none for an endless line.
+    std::vector<RationalBezier> beziers() const;
+
     CurvePiece transformed(const AcGeMatrix3d& transform) const;
 
 private:
@@ -79,7 +87,6 @@ private:
     AcGePoint3d inFrame(double x, double y) const { return origin_ + u_ * x + v_ * y; }
     BulgeSegment unitArc() const; // the bulge arc in its frame: from (-1, 0) to (1, 0)
     bool isCircular() const;      // the frame is square, so angles and lengths are kept
-    EllipseArc ellipseArc() const;
     double nearestOnSegment(const AcGePoint3d& point, bool freeStart, bool freeEnd) const;
     double nearestOnBulge(const AcGePoint3d& point, bool free) const;
     double nearestOnArc(const AcGePoint3d& point, bool free) const;

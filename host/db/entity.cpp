@@ -13,16 +13,23 @@ Acad::ErrorStatus AcDbEntity::changeNormal(AcGeVector3d& member, const AcGeVecto
 
 Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
     assertReadEnabled();
-    if (!extents_) {
-        AcDbExtents box;
-        if (const auto status = subGetGeomExtents(box); status != Acad::eOk) return status;
-        if (!keepsExtents()) {
-            extents = box;
-            return Acad::eOk;
-        }
+    return extentsOf(extents);
+}
+
+Acad::ErrorStatus AcDbEntity::extentsOf(AcDbExtents& extents) const {
+    if (extents_) {
+        extents = *extents_;
+        return Acad::eOk;
+    }
+    AcDbExtents box;
+    if (const auto status = subGetGeomExtents(box); status != Acad::eOk) return status;
+    extents = box;
+    if (keepsExtents()) {
+        extents_.emplace(box);
+    } else if (AcDbStub* const stub = objectId(); stub != nullptr) {
+        stub->watched = true;
         extents_.emplace(box);
     }
-    extents = *extents_;
     return Acad::eOk;
 }
 

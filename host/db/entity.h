@@ -4,8 +4,10 @@
 #include <functional>
 
 #include "db/beside_state.h"
+#include "db/change_watch.h"
 #include "db/color.h"
 #include "db/extents.h"
+#include "db/intersect_type.h"
 #include "db/object.h"
 #include "ge/arrays.h"
 #include "ge/matrix3d.h"
@@ -16,6 +18,7 @@
 namespace headless {
 
 class DxfOutput;
+class EntityIndex;
 class GeometrySink;
 struct DxfTag;
 
@@ -73,6 +76,25 @@ public:
     /// kept until the entity changes. eNullExtents when it occupies no place (an empty block
     /// reference), eInvalidExtents when it has no bounds (a ray).
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
+    /// The same whether or not the entity is open.
+    Acad::ErrorStatus extentsOf(AcDbExtents& extents) const;
+
+    /// Appends the points where the drawn geometry of both meets: of curves themselves, of texts
+    /// the sides of their boxes, of hatches their loops, of references the contents.
+    ///
+    /// Curves that lie on each other along a stretch have no points there. The tolerance is the
+    /// global one for points, and 1e-12 of the largest coordinate.
+    /// @param type  which curve goes on beyond its ends: lines straight on, arcs all the way
+    /// around,
+    ///              polylines by their first and last segments; splines and closed curves never do.
+    Acad::ErrorStatus intersectWith(const AcDbEntity* other, AcDb::Intersect type,
+                                    AcGePoint3dArray& points, Adesk::GsMarker thisMarker = 0,
+                                    Adesk::GsMarker otherMarker = 0) const;
+    /// Where both seem to meet when seen straight down on a plane; the points lie on this entity.
+    Acad::ErrorStatus intersectWith(const AcDbEntity* other, AcDb::Intersect type,
+                                    const AcGePlane& plane, AcGePoint3dArray& points,
+                                    Adesk::GsMarker thisMarker = 0,
+                                    Adesk::GsMarker otherMarker = 0) const;
 
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& transform);
 
@@ -97,10 +119,13 @@ protected:
     /// Tells the sink the entity's drawn geometry in world coordinates: what extents, pictures and
     /// picks are made from. Called whether or not the entity is open.
     virtual void subDescribe(headless::GeometrySink& sink) const;
-    /// False when the box depends on other objects too, so that it cannot be kept until the entity
-    /// changes.
+    /// False when the box depends on other objects too, so that it can only be kept while those are
+    /// watched.
     virtual bool keepsExtents() const { return true; }
-    void beforeChange() override { extents_.reset(); }
+    void beforeChange() override {
+        extents_.reset();
+        headless::noteChange(*this);
+    }
 
     /// Transforms a part of this entity, whether or not it is open.
     static Acad::ErrorStatus transformPart(AcDbEntity& part, const AcGeMatrix3d& transform) {
@@ -111,6 +136,8 @@ protected:
     Acad::ErrorStatus changeNormal(AcGeVector3d& member, const AcGeVector3d& normal);
 
 private:
+    friend class headless::ChangeWatch;
+    friend class headless::EntityIndex;
     friend class headless::GeometrySink;
 
     void copyProperties(const AcDbEntity& other);

@@ -2,9 +2,14 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <utility>
 
+#include "db/block_memory.h"
+#include "db/block_table.h"
 #include "db/curve_piece.h"
+#include "db/entity.h"
 #include "db/geometry_sink.h"
+#include "db/residence.h"
 
 namespace headless {
 
@@ -12,7 +17,8 @@ namespace {
 
 class ExtentsSink : public GeometrySink {
 public:
-    explicit ExtentsSink(IncludeText texts) : texts_(texts) {}
+    /// @param asker  whose box it will be; null when nobody keeps it.
+    ExtentsSink(IncludeText texts, AcDbStub* asker) : texts_(texts), asker_(asker) {}
 
     const AcDbExtents& box() const { return box_; }
     bool metEndless() const { return endless_; }
@@ -43,16 +49,16 @@ protected:
     void onReference(const Reference& reference) override;
 
 private:
-    /// A block and the linear part of a transform of it: all references that differ only in their
-    /// place have boxes of one size.
+    /// All references to a block that differ only in their place have boxes of one size.
     struct Shape {
         AcDbStub* block;
-        std::array<double, 9> linear;
+        LinearPart linear;
         auto operator<=>(const Shape&) const = default;
     };
 
     static AcGeMatrix3d linearPart(const AcGeMatrix3d& transform);
     AcDbExtents shapeExtents(AcDbObjectId block, const AcGeMatrix3d& linear);
+    AcDbExtents measure(AcDbObjectId block, const AcGeMatrix3d& linear);
     AcDbExtents blockExtents(AcDbObjectId block, const AcGeMatrix3d& transform);
 
     // Blocks within blocks can hold more pieces than there are atoms. Past this many, which take
@@ -62,6 +68,7 @@ private:
     static constexpr std::uint64_t kPiecesPerShape = 200;
 
     IncludeText texts_;
+    AcDbStub* asker_; // The entity or the block being measured.
     AcDbExtents box_;
     bool endless_ = false;
     std::uint64_t pieces_ = 0;
@@ -77,16 +84,29 @@ AcDbExtents ExtentsSink::shapeExtents(AcDbObjectId block, const AcGeMatrix3d& li
     Shape shape{block, {}};
     for (std::size_t i = 0; i < 9; ++i)
         shape.linear[i] = linear.entry[i / 3][i % 3];
+    const auto* const record = Residence::peek<AcDbBlockTableRecord>(block);
+    if (record == nullptr) return {};
+    BlockMemory& memory = record->memory();
+    if (asker_ != nullptr) memory.addDependent(*block, *asker_);
+    const bool lasts = texts_ == IncludeText::yes;
+    if (lasts)
+        if (const auto known = memory.box(shape.linear)) return *known;
     if (const auto known = shapes_.find(shape); known != shapes_.end()) return known->second;
 
     pieces_ += kPiecesPerShape;
-    const AcDbExtents outer = box_;
-    box_ = AcDbExtents();
-    describeBlock(block, linear);
-    const AcDbExtents box = box_;
-    box_ = outer;
+    const AcDbExtents box = measure(block, linear);
     shapes_.emplace(shape, box);
+    // Beyond the limit it may be larger than need be.
+    if (lasts && pieces_ <= kMostPieces) memory.keepBox(*block, shape.linear, box);
     return box;
+}
+
+AcDbExtents ExtentsSink::measure(AcDbObjectId block, const AcGeMatrix3d& linear) {
+    const AcDbExtents outer = std::exchange(box_, AcDbExtents());
+    AcDbStub* const asker = std::exchange(asker_, block);
+    describeBlock(block, linear);
+    asker_ = asker;
+    return std::exchange(box_, outer);
 }
 
 AcDbExtents ExtentsSink::blockExtents(AcDbObjectId block, const AcGeMatrix3d& transform) {
@@ -119,7 +139,8 @@ void ExtentsSink::onReference(const Reference& reference) {
 
 Acad::ErrorStatus extentsUnder(const AcDbEntity& entity, const AcGeMatrix3d& transform,
                                AcDbExtents& extents, IncludeText texts) {
-    ExtentsSink sink(texts);
+    ExtentsSink sink(texts, texts == IncludeText::yes ? static_cast<AcDbStub*>(entity.objectId())
+                                                      : nullptr);
     sink.describe(entity, transform);
     if (isEmpty(sink.box())) return sink.metEndless() ? Acad::eInvalidExtents : Acad::eNullExtents;
     extents = sink.box();

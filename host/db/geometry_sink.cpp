@@ -1,6 +1,7 @@
 #include "db/geometry_sink.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "db/attribute.h"
 #include "db/block_table.h"
@@ -36,9 +37,13 @@ void GeometrySink::curve(const CurvePiece& piece) {
     case CurvePiece::Kind::segment:
         segment(piece.start(), piece.end());
         break;
-    case CurvePiece::Kind::endless:
-        endless(piece.pointAt(0.0), piece.firstDerivative(0.0));
+    case CurvePiece::Kind::endless: {
+        const AcGePoint3d base = toWorld_ * piece.pointAt(0.0);
+        const AcGeVector3d along = toWorld_ * piece.firstDerivative(0.0);
+        onEndless(base, along);
+        if (std::isinf(piece.startParam())) onEndless(base, -along);
         break;
+    }
     default:
         onCurve(piece.transformed(toWorld_));
         break;
@@ -50,10 +55,6 @@ void GeometrySink::text(const std::array<AcGePoint3d, 4>& corners) {
     for (AcGePoint3d& corner : placed)
         corner.transformBy(toWorld_);
     onText(placed);
-}
-
-void GeometrySink::endless(const AcGePoint3d& base, const AcGeVector3d& along) {
-    onEndless(toWorld_ * base, toWorld_ * along);
 }
 
 void GeometrySink::reference(const Reference& reference) {
@@ -83,15 +84,23 @@ void GeometrySink::onReference(const Reference& reference) {
 void GeometrySink::describeBlock(AcDbObjectId block, const AcGeMatrix3d& transform) {
     const auto* const record = Residence::peek<AcDbBlockTableRecord>(block);
     if (record == nullptr) return;
-    const AcGeMatrix3d outer = toWorld_;
-    toWorld_ = transform;
     for (const AcDbObjectId id : record->entityIds()) {
         const auto* const entity = Residence::peek<AcDbEntity>(id);
-        if (entity == nullptr || entity->isErased()) continue;
-        const auto* const definition = AcDbAttributeDefinition::cast(entity);
-        if (definition == nullptr || definition->isDrawnInReferences()) describe(*entity);
+        if (entity != nullptr && !entity->isErased() && isShownInReferences(*entity))
+            describeIn(*entity, transform);
     }
+}
+
+void GeometrySink::describeIn(const AcDbEntity& entity, const AcGeMatrix3d& transform) {
+    const AcGeMatrix3d outer = toWorld_;
+    toWorld_ = transform;
+    describe(entity);
     toWorld_ = outer;
+}
+
+bool isShownInReferences(const AcDbEntity& entity) {
+    const auto* const definition = AcDbAttributeDefinition::cast(&entity);
+    return definition == nullptr || definition->isDrawnInReferences();
 }
 
 } // namespace headless

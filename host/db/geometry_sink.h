@@ -33,8 +33,6 @@ public:
     void curve(const CurvePiece& piece);
     /// A line of text by the corners of its box: lower left, lower right, upper right, upper left.
     void text(const std::array<AcGePoint3d, 4>& corners);
-    /// Something without bounds; `along` its direction.
-    void endless(const AcGePoint3d& base, const AcGeVector3d& along);
     /// The contents of a block under a transform, repeated in `columns` by `rows` cells each moved
     /// by the steps. A block that contains itself is passed over where it would recur.
     struct Reference {
@@ -54,17 +52,23 @@ protected:
     virtual void onSegment(const AcGePoint3d& start, const AcGePoint3d& end) = 0;
     virtual void onCurve(const CurvePiece& piece) = 0;
     virtual void onText(const std::array<AcGePoint3d, 4>& corners) = 0;
+    /// A half line without an end; an endless line is two of them.
     virtual void onEndless(const AcGePoint3d& base, const AcGeVector3d& along) = 0;
     /// By default describes the contents of every cell.
     virtual void onReference(const Reference& reference);
 
     /// Describes the block's contents as seen through `transform` alone.
     void describeBlock(AcDbObjectId block, const AcGeMatrix3d& transform);
+    /// Describes one entity as seen through `transform` alone.
+    void describeIn(const AcDbEntity& entity, const AcGeMatrix3d& transform);
 
 private:
     AcGeMatrix3d toWorld_;
     std::vector<AcDbStub*> openBlocks_; // The references being followed, outermost first.
 };
+
+/// False for what a block holds without showing it in its references: most attribute definitions.
+bool isShownInReferences(const AcDbEntity& entity);
 
 enum class IncludeText : bool { no, yes };
 

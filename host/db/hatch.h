@@ -26,6 +26,7 @@ public:
         kTextIsland = 0x80,
         kDuplicate = 0x100
     };
+    enum HatchEdgeType { kLine = 1, kCirArc = 2, kEllArc = 3, kSpline = 4 };
     enum HatchPatternType { kUserDefined = 0, kPreDefined = 1, kCustomDefined = 2 };
     enum HatchStyle { kNormal = 0, kOuter = 1, kIgnore = 2 };
 
@@ -51,6 +52,11 @@ public:
     /// eNotApplicable for a loop of edges.
     Acad::ErrorStatus getLoopAt(int index, Adesk::Int32& type, AcGePoint2dArray& vertices,
                                 AcGeDoubleArray& bulges) const;
+    /// A loop of edges, in the object coordinate system and in the direction of the loop: new
+    /// curves that the caller deletes, and the HatchEdgeType of each. Lines are AcGeLineSeg2d, arcs
+    /// AcGeCircArc2d, other edges AcGeCurve2d of no further kind. eNotApplicable for a polyline.
+    Acad::ErrorStatus getLoopAt(int index, Adesk::Int32& type, AcGeVoidPointerArray& edges,
+                                AcGeIntArray& edgeTypes) const;
     /// Adds the objects that the loops, or one of them, follow when the hatch is associative.
     /// eInvalidIndex for no such loop.
     Acad::ErrorStatus getAssocObjIds(AcDbObjectIdArray& ids) const;

@@ -47,6 +47,7 @@ struct AcDbStub {
     bool openForNotify = false;
     bool erased = false;
     bool permanentlyErased = false; // The object was deleted; the id never answers again.
+    bool watched = false;           // Something was computed from the object, see change_watch.h.
 };
 
 class AcDbObjectId {

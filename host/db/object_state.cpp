@@ -14,6 +14,7 @@ std::unique_ptr<AcDbObject> ObjectState::copyOf(const AcDbObject& object) {
 }
 
 void ObjectState::restore(AcDbObject& object, const AcDbObject& state) {
+    object.beforeChange();
     object.beforeRestore(state);
     object.isA()->stateCopier()(object, state);
 }

@@ -38,6 +38,7 @@ void Residence::occupy(AcDbStub& stub, AcDbObject& object, AcDbObjectId owner) {
 }
 
 void Residence::vacate(AcDbStub& stub) {
+    noteChange(*stub.object);
     stub.object = nullptr;
     stub.permanentlyErased = true;
     stub.readers = 0;
@@ -67,6 +68,7 @@ AcDbObjectId Residence::admitEntity(AcDbBlockTableRecord& block, std::unique_ptr
                                     Adesk::UInt64 handle) {
     const AcDbObjectId id = admit(*block.database(), std::move(entity), block.objectId(), handle);
     block.entities_.push_back(id);
+    noteChange(block);
     return id;
 }
 

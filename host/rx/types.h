@@ -16,6 +16,7 @@ using UInt16 = std::uint16_t;
 using UInt32 = std::uint32_t;
 using UInt64 = std::uint64_t;
 using IntDbId = std::intptr_t;
+using GsMarker = std::intptr_t;
 using uchar = unsigned char;
 inline constexpr Boolean kTrue = true;
 inline constexpr Boolean kFalse = false;
