@@ -6,6 +6,7 @@
 #include "db/mline_style.h"
 #include "db/residence.h"
 #include "db/state.h"
+#include "db/undo_journal.h"
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbDatabase, AcRxObject)
 
@@ -155,12 +156,12 @@ AcDbObjectId AcDbDatabase::continuousLinetype() const {
 }
 
 AcDbObjectId AcDbDatabase::currentSpaceId() const {
-    if (!currentSpace_.isNull()) return currentSpace_;
+    if (!settings_.currentSpace.isNull()) return settings_.currentSpace;
     return settings_.tilemode ? modelSpaceId() : paperSpaceId();
 }
 
 Acad::ErrorStatus AcDbDatabase::setCurrentSpaceId(AcDbObjectId block) {
-    return setRecord(currentSpace_, block, AcDbBlockTableRecord::desc());
+    return setRecord(&Settings::currentSpace, block, AcDbBlockTableRecord::desc());
 }
 
 Acad::ErrorStatus AcDbDatabase::getAcDbObjectId(AcDbObjectId& id, bool createIfNotFound,
@@ -196,6 +197,24 @@ Acad::ErrorStatus AcDbDatabase::setHandseed(const AcDbHandle& seed) {
     return Acad::eOk;
 }
 
+headless::DrawingSettings& AcDbDatabase::settingsForWrite() {
+    if (undoJournal_ != nullptr) undoJournal_->noteSettings();
+    return settings_;
+}
+
+bool AcDbDatabase::undoRecording() const {
+    return undoJournal_ != nullptr && undoJournal_->isRecording();
+}
+
+Acad::ErrorStatus AcDbDatabase::disableUndoRecording(bool disable) {
+    if (undoJournal_ == nullptr) {
+        if (!disable) undoJournal_ = std::make_unique<headless::UndoJournal>(*this);
+    } else {
+        undoJournal_->setRecording(!disable);
+    }
+    return Acad::eOk;
+}
+
 long AcDbDatabase::approxNumObjects() const { return static_cast<long>(handles_.size()); }
 
 Acad::ErrorStatus AcDbDatabase::getFilename(const ACHAR*& name) const {
@@ -203,69 +222,69 @@ Acad::ErrorStatus AcDbDatabase::getFilename(const ACHAR*& name) const {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbDatabase::setRecord(AcDbObjectId& setting, AcDbObjectId id,
+Acad::ErrorStatus AcDbDatabase::setRecord(AcDbObjectId Settings::*setting, AcDbObjectId id,
                                           const AcRxClass* kind) {
     if (id.isNull()) return Acad::eNullObjectId;
     if (id.database() != this) return Acad::eWrongDatabase;
     if (id.isErased()) return Acad::eWasErased;
     const AcDbObject* const record = Residence::peek(id);
     if (record == nullptr || !record->isKindOf(kind)) return Acad::eWrongObjectType;
-    setting = id;
+    settingsForWrite().*setting = id;
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbDatabase::setPositive(double& setting, double value) {
+Acad::ErrorStatus AcDbDatabase::setPositive(double Settings::*setting, double value) {
     if (!(value > 0.0)) return Acad::eOutOfRange;
-    setting = value;
+    settingsForWrite().*setting = value;
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbDatabase::setClayer(AcDbObjectId layer) {
-    return setRecord(settings_.clayer, layer, AcDbLayerTableRecord::desc());
+    return setRecord(&Settings::clayer, layer, AcDbLayerTableRecord::desc());
 }
 
 Acad::ErrorStatus AcDbDatabase::setCeltype(AcDbObjectId linetype) {
-    return setRecord(settings_.celtype, linetype, AcDbLinetypeTableRecord::desc());
+    return setRecord(&Settings::celtype, linetype, AcDbLinetypeTableRecord::desc());
 }
 
 Acad::ErrorStatus AcDbDatabase::setTextstyle(AcDbObjectId style) {
-    return setRecord(settings_.textstyle, style, AcDbTextStyleTableRecord::desc());
+    return setRecord(&Settings::textstyle, style, AcDbTextStyleTableRecord::desc());
 }
 
 Acad::ErrorStatus AcDbDatabase::setDimstyle(AcDbObjectId style) {
-    return setRecord(settings_.dimstyle, style, AcDbDimStyleTableRecord::desc());
+    return setRecord(&Settings::dimstyle, style, AcDbDimStyleTableRecord::desc());
 }
 
 Acad::ErrorStatus AcDbDatabase::setCmlstyleID(AcDbObjectId style) {
-    return setRecord(settings_.cmlstyle, style, AcDbMlineStyle::desc());
+    return setRecord(&Settings::cmlstyle, style, AcDbMlineStyle::desc());
 }
 
 Acad::ErrorStatus AcDbDatabase::setCecolor(const AcCmColor& color) {
-    settings_.cecolor = color;
+    settingsForWrite().cecolor = color;
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbDatabase::setCelweight(AcDb::LineWeight weight) {
-    settings_.celweight = weight;
+    settingsForWrite().celweight = weight;
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbDatabase::setCeltscale(double scale) {
-    return setPositive(settings_.celtscale, scale);
+    return setPositive(&Settings::celtscale, scale);
 }
 
 Acad::ErrorStatus AcDbDatabase::setLtscale(double scale) {
-    return setPositive(settings_.ltscale, scale);
+    return setPositive(&Settings::ltscale, scale);
 }
 
 Acad::ErrorStatus AcDbDatabase::setTextsize(double size) {
-    return setPositive(settings_.textsize, size);
+    return setPositive(&Settings::textsize, size);
 }
 
 Acad::ErrorStatus AcDbDatabase::setInsunits(short units) {
     constexpr short kMostUnits = 24;
     if (units < 0 || units > kMostUnits) return Acad::eOutOfRange;
-    settings_.insunits = units;
+    settingsForWrite().insunits = units;
     return Acad::eOk;
 }
 

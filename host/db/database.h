@@ -22,6 +22,7 @@ namespace headless {
 class DbState;
 class DrawingRoots;
 class RecordArchive;
+class UndoJournal;
 
 /// Settings of a drawing that its header holds, by the names of the system variables. Ids are null
 /// until the drawing is complete.
@@ -31,6 +32,7 @@ struct DrawingSettings {
     AcDbObjectId textstyle;
     AcDbObjectId dimstyle;
     AcDbObjectId cmlstyle;
+    AcDbObjectId currentSpace; // null: by tilemode
     AcCmColor cecolor;
     AcDb::LineWeight celweight = AcDb::kLnWtByLayer;
     double celtscale = 1.0;
@@ -160,6 +162,11 @@ public:
     Acad::ErrorStatus setHandseed(const AcDbHandle& seed);
     long approxNumObjects() const;
 
+    /// Whether changes are recorded so that they can be undone: not so in a new database, until it
+    /// becomes a document.
+    bool undoRecording() const;
+    Acad::ErrorStatus disableUndoRecording(bool disable);
+
     /// The drawing's file; empty text and eOk for one that has none.
     Acad::ErrorStatus getFilename(const ACHAR*& name) const;
 
@@ -216,8 +223,13 @@ public:
 
     // The host's own.
 
-    headless::DrawingSettings& settings() { return settings_; }
     const headless::DrawingSettings& settings() const { return settings_; }
+    /// To be changed: what they are is noted for undo.
+    headless::DrawingSettings& settingsForWrite();
+    /// Swaps all settings, noting nothing.
+    void exchangeSettings(headless::DrawingSettings& settings) { std::swap(settings_, settings); }
+    /// Null for a drawing that never recorded.
+    headless::UndoJournal* undoJournal() const { return undoJournal_.get(); }
     headless::HeaderVariables& headerVariables() { return header_; }
     const headless::HeaderVariables& headerVariables() const { return header_; }
     void setFilename(std::wstring name) { filename_ = std::move(name); }
@@ -252,13 +264,14 @@ private:
 
     AcDbObjectId fixedRecord(AcDbObjectId& cached, AcDbObjectId table, const ACHAR* name) const;
     AcDbObjectId rootEntry(const ACHAR* key) const;
-    Acad::ErrorStatus setRecord(AcDbObjectId& setting, AcDbObjectId id, const AcRxClass* kind);
-    Acad::ErrorStatus setPositive(double& setting, double value);
+    using Settings = headless::DrawingSettings;
+    Acad::ErrorStatus setRecord(AcDbObjectId Settings::*setting, AcDbObjectId id,
+                                const AcRxClass* kind);
+    Acad::ErrorStatus setPositive(double Settings::*setting, double value);
 
     headless::HandleTable handles_{this};
     TableIds tables_;
     AcDbObjectId namedObjects_;
-    AcDbObjectId currentSpace_;
     // Found by name once and then remembered: they are asked for with every entity.
     struct FixedIds {
         AcDbObjectId modelSpace;
@@ -269,7 +282,8 @@ private:
         AcDbObjectId continuous;
     };
     mutable FixedIds fixed_;
-    headless::DrawingSettings settings_;
+    Settings settings_;
+    std::unique_ptr<headless::UndoJournal> undoJournal_;
     headless::HeaderVariables header_;
     std::wstring filename_;
     std::shared_ptr<const void> sourceOwner_;

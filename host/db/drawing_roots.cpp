@@ -151,7 +151,7 @@ void completeDefaults(AcDbDatabase& db) {
     const AcDbObjectId styles = ensureEntry<AcDbDictionary>(db, root, L"ACAD_MLINESTYLE");
     const AcDbObjectId mlineStyle = ensureMlineStyle(db, *Residence::peek<AcDbDictionary>(styles));
 
-    DrawingSettings& settings = db.settings();
+    DrawingSettings& settings = db.settingsForWrite();
     setIfNull(settings.clayer, db.layerZero());
     setIfNull(settings.celtype, db.byLayerLinetype());
     setIfNull(settings.textstyle, textStyle);

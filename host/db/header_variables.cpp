@@ -127,7 +127,7 @@ void readMlineStyle(AcDbDatabase& db, const AcDbDxfFiler& filer) {
     const auto* const styles = Residence::peek<AcDbDictionary>(db.mLStyleDictionaryId());
     const auto name = db.headerVariables().find("$CMLSTYLE");
     if (styles != nullptr && !name.empty())
-        db.settings().cmlstyle = styles->find(filer.text(name.front()));
+        db.settingsForWrite().cmlstyle = styles->find(filer.text(name.front()));
 }
 
 } // namespace
@@ -156,7 +156,7 @@ const DxfTag* HeaderVariables::find(std::string_view name, int code) const {
 
 void applyHeader(AcDbDatabase& db, AcDbDxfFiler& filer) {
     const HeaderReader header(db, filer);
-    DrawingSettings& settings = db.settings();
+    DrawingSettings& settings = db.settingsForWrite();
     readCurrent(header, settings);
     readScales(header, settings);
     readPlaces(header, settings);

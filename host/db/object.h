@@ -23,6 +23,12 @@ class ObjectData; // Extended data, reactors and what erasing takes along; see o
 struct ObjectExtras;
 class ObjectState; // Copies of what an object is; see object_state.h.
 class Residence;   // Puts objects into databases and takes them out; see residence.h.
+class UndoJournal; // Notes states before they change; see undo_journal.h.
+
+/// The number of the undo step at work in the process; an object that bears it was noted already.
+extern std::uint32_t currentUndoStep;
+/// Notes the object's state for undo, if its database records it.
+void noteForUndo(AcDbObject& object);
 
 /// Tells the session that a member was called on an object that is not open for it, see
 /// DbState::openViolation. `needed` is "reading" or "writing".
@@ -137,10 +143,13 @@ public:
         if (!isReadEnabled()) [[unlikely]]
             headless::reportOpenViolation(*this, "reading");
     }
-    /// Also marks the object as changed and drops what was computed from its old state.
+    /// Also notes the old state for undo, marks the object as changed and drops what was computed
+    /// from the old state.
     void assertWriteEnabled(bool /*autoUndo*/ = true, bool recordModified = true) {
         if (!isWriteEnabled()) [[unlikely]]
             headless::reportOpenViolation(*this, "writing");
+        if (undoStep_ != headless::currentUndoStep) [[unlikely]]
+            headless::noteForUndo(*this);
         if (recordModified) flags_ |= kModified | kChanged;
         beforeChange();
     }
@@ -183,6 +192,7 @@ private:
     friend class headless::ObjectData;
     friend class headless::ObjectState;
     friend class headless::Residence;
+    friend class headless::UndoJournal;
 
     Acad::ErrorStatus eraseAlone(bool erasing);
 
@@ -195,6 +205,7 @@ private:
     AcDbObjectId extensionDictionary_;
     headless::SourceSpan source_;
     std::uint32_t flags_ = 0;
+    std::uint32_t undoStep_ = 0; // The last step in which it was noted.
     // Few objects have any: made at the first change, or by reactors().
     mutable std::unique_ptr<headless::ObjectExtras> extras_;
 };

@@ -60,6 +60,7 @@ void ObjectData::markChanged(AcDbObject& object) {
         object.assertWriteEnabled();
         return;
     }
+    noteForUndo(object);
     object.flags_ |= AcDbObject::kChanged;
     object.beforeChange();
 }

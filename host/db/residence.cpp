@@ -5,6 +5,7 @@
 #include "db/entity.h"
 #include "db/object_data.h"
 #include "db/subentities.h"
+#include "db/undo_journal.h"
 
 namespace headless {
 
@@ -52,6 +53,7 @@ AcDbObjectId Residence::admit(AcDbDatabase& db, std::unique_ptr<AcDbObject> obje
     AcDbObject& admitted = *object.release();
     occupy(*stub, admitted, owner);
     admitted.flags_ = 0;
+    admitted.undoStep_ = 0; // Its changes before it was resident were noted nowhere.
     return AcDbObjectId(stub);
 }
 
@@ -79,9 +81,15 @@ Acad::ErrorStatus Residence::enter(AcDbDatabase& db, AcDbObject& object, AcDbObj
     stub.openForWrite = true;
     object.flags_ |= AcDbObject::kNew | AcDbObject::kChanged;
     ObjectData::dropForeignSource(object);
+    UndoJournal::noteNew(object);
     if (auto* const parts = dynamic_cast<SubentityOwner*>(&object))
         parts->subentities().enterDatabase(static_cast<AcDbEntity&>(object));
     return Acad::eOk;
+}
+
+void Residence::setOwner(AcDbObject& object, AcDbObjectId owner) {
+    noteForUndo(object);
+    object.ownerId_ = owner;
 }
 
 bool Residence::isChanged(const AcDbObject& object) {

@@ -60,7 +60,7 @@ public:
     static void setExtensionDictionary(AcDbObject& object, AcDbObjectId dictionary) {
         object.extensionDictionary_ = dictionary;
     }
-    static void setOwner(AcDbObject& object, AcDbObjectId owner) { object.ownerId_ = owner; }
+    static void setOwner(AcDbObject& object, AcDbObjectId owner);
 
     /// The object behind the id however it is open, erased or not; null when nothing is there.
     static AcDbObject* peek(AcDbObjectId id) {

@@ -3,19 +3,22 @@
 #include <cstdarg>
 #include <optional>
 
+#include "db/undo_journal.h"
 #include "ed/prompts.h"
 #include "ed/state.h"
 #include "win/casing.h"
 
 namespace headless {
 
-/// While it lives, the command counts as at work and holds the document's lock that its flags ask
-/// for.
+/// While it lives, the command counts as at work, holds the document's lock that its flags ask for,
+/// and what it changes is one undo step.
 class CommandRunner::Activation {
 public:
     Activation(CommandRunner& runner, const AcEdCommand& command)
         : runner_(runner), document_(acDocManager->curDocument()) {
         runner_.active_.push_back(upperCased(command.globalName()));
+        if ((command.commandFlags() & ACRX_CMD_NO_UNDO_MARKER) == 0 && document_ != nullptr)
+            beginUndoStep(*document_);
         constexpr Adesk::Int32 kNoLock = ACRX_CMD_SESSION | ACRX_CMD_NOINTERNALLOCK;
         if ((command.commandFlags() & kNoLock) != 0) document_ = nullptr;
         acDocManager->lockDocument(document_, lockMode(command.commandFlags()));
@@ -23,6 +26,7 @@ public:
     ~Activation() {
         acDocManager->unlockDocument(document_); // Refused harmlessly when it has been closed.
         runner_.active_.pop_back();
+        endUndoStep();
     }
     Activation(const Activation&) = delete;
     Activation& operator=(const Activation&) = delete;
@@ -34,8 +38,20 @@ private:
         return AcAp::kWrite;
     }
 
+    void beginUndoStep(const AcApDocument& document) {
+        if (UndoJournal* const journal = document.database()->undoJournal()) {
+            journal->beginCommand(runner_.active_.back());
+            undoDatabase_ = document.database();
+        }
+    }
+    void endUndoStep() const {
+        if (EdState::current().documents.ofDatabase(undoDatabase_) == nullptr) return; // Closed.
+        if (UndoJournal* const journal = undoDatabase_->undoJournal()) journal->endCommand();
+    }
+
     CommandRunner& runner_;
     AcApDocument* document_;
+    AcDbDatabase* undoDatabase_ = nullptr;
 };
 
 int CommandRunner::run(std::wstring_view name) {

@@ -45,6 +45,7 @@ AcApDocument* Documents::open(std::unique_ptr<AcDbDatabase> database, std::wstri
     documents_.push_back(
         std::make_unique<AcApDocument>(std::move(database), std::move(fileName), named));
     makeCurrent(documents_.back().get());
+    current_->database()->disableUndoRecording(false);
     announce_(AcRx::kLoadDwgMsg);
     return current_;
 }

@@ -4,6 +4,7 @@
 
 #include "db/database.h"
 #include "db/residence.h"
+#include "db/undo_journal.h"
 #include "ed/parse_input.h"
 #include "ed/state.h"
 #include "ed/variable_table.h"
@@ -32,7 +33,7 @@ VariableValue readSetting(AcDbDatabase& database) {
 
 template <auto Setting>
 SetOutcome writeSetting(AcDbDatabase& database, const VariableValue& value) {
-    auto& setting = database.settings().*Setting;
+    auto& setting = database.settingsForWrite().*Setting;
     using Type = std::remove_reference_t<decltype(setting)>;
     if constexpr (std::is_same_v<Type, bool>) {
         setting = std::get<Short>(value) != 0;
@@ -64,7 +65,8 @@ VariableSpec fixed(const wchar_t* name) {
 /// The name of the record that a setting points to; empty when there is none.
 template <auto Setting>
 VariableValue readName(AcDbDatabase& database) {
-    const auto* record = Residence::peek<AcDbSymbolTableRecord>(database.settings().*Setting);
+    const DrawingSettings& settings = database.settings();
+    const auto* record = Residence::peek<AcDbSymbolTableRecord>(settings.*Setting);
     return record == nullptr ? Text() : record->nameOf();
 }
 
@@ -145,6 +147,20 @@ VariableValue readIsNamed(AcDbDatabase& database) {
     return valueOf(document != nullptr && document->isNamedDrawing());
 }
 
+/// 1 recording, 2 for the last operation only, 4 menus are grouped, 8 in a group.
+VariableValue readUndoControl(AcDbDatabase& database) {
+    const UndoJournal* const journal = database.undoJournal();
+    if (journal == nullptr || !journal->isRecording()) return Short{0};
+    const int bits = 1 + (journal->keepsOne() ? 2 : 0) + (journal->isAutomatic() ? 4 : 0) +
+                     (journal->inGroup() ? 8 : 0);
+    return static_cast<Short>(bits);
+}
+
+VariableValue readUndoMarks(AcDbDatabase& database) {
+    const UndoJournal* const journal = database.undoJournal();
+    return static_cast<Short>(journal == nullptr ? 0 : journal->markCount());
+}
+
 } // namespace
 
 std::span<const VariableSpec> drawingVariables() {
@@ -186,6 +202,8 @@ std::span<const VariableSpec> drawingVariables() {
         setting<&S::textsize>(L"TEXTSIZE", kAboveZero),
         {L"TEXTSTYLE", Text(), kWritable, 0, 0, readName<&S::textstyle>, writeTextStyle},
         setting<&S::thickness>(L"THICKNESS"),
+        {L"UNDOCTL", Short{0}, kReadOnly, 0, 0, readUndoControl},
+        {L"UNDOMARKS", Short{0}, kReadOnly, 0, 0, readUndoMarks},
     };
     return specs;
 }

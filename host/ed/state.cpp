@@ -1,6 +1,7 @@
 #include "ed/state.h"
 
 #include "ed/dialog_library.h"
+#include "ed/undo_commands.h"
 #include "ed/zoom.h"
 
 namespace headless {
@@ -20,6 +21,7 @@ EdState::EdState()
         commands.addCommand(L"CORE", name, name, ACRX_CMD_SESSION, quit);
     }
     registerZoom(commands);
+    addUndoCommands(commands);
 }
 
 EdState::~EdState() {

@@ -13,7 +13,7 @@ struct Axes {
 };
 
 Axes axesOf(AcDbDatabase& db) {
-    DrawingSettings& settings = db.settings();
+    DrawingSettings& settings = db.settingsForWrite();
     if (isSheetCurrent(db)) return {settings.pucsorg, settings.pucsxdir, settings.pucsydir};
     return {settings.ucsorg, settings.ucsxdir, settings.ucsydir};
 }

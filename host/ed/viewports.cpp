@@ -156,21 +156,21 @@ bool setCurrentViewport(AcDbDatabase& db, short number) {
     const AcDbObjectId id = modelViewport(db, number);
     if (id.isNull()) return false;
     if (db.tilemode()) {
-        db.settings().tiledViewport = id;
+        db.settingsForWrite().tiledViewport = id;
         return true;
     }
     if (!Residence::peek<AcDbViewport>(id)->showsModel()) return false;
-    db.settings().floatingViewport = id;
+    db.settingsForWrite().floatingViewport = id;
     return db.setCurrentSpaceId(db.modelSpaceId()) == Acad::eOk;
 }
 
 void showModel(AcDbDatabase& db) {
-    db.settings().tilemode = true;
+    db.settingsForWrite().tilemode = true;
     db.setCurrentSpaceId(db.modelSpaceId());
 }
 
 void showSheet(AcDbDatabase& db, AcDbObjectId sheet) {
-    DrawingSettings& settings = db.settings();
+    DrawingSettings& settings = db.settingsForWrite();
     if (!sheet.isNull()) settings.sheet = sheet;
     settings.tilemode = false;
     settings.floatingViewport = {};

@@ -408,7 +408,7 @@ TEST_F(Reading, HeaderSetsWhatItNames) {
     set("$TILEMODE", {{70, "0"}});
     set("$HANDSEED", {{5, "F000"}});
     set("$CMLSTYLE", {{2, "STANDARD"}});
-    const AcDbObjectId mlineStyle = std::exchange(db.settings().cmlstyle, AcDbObjectId());
+    const AcDbObjectId mlineStyle = std::exchange(db.settingsForWrite().cmlstyle, AcDbObjectId());
     headless::applyHeader(db, filer);
 
     EXPECT_EQ(db.clayer(), wall);
@@ -448,7 +448,7 @@ TEST(Defaults, CompleteWhatIsMissingOnce) {
     auto wall = std::make_unique<AcDbLayerTableRecord>();
     wall->setName(L"WALL");
     const AcDbObjectId wallId = Residence::admitRecord(*layers, std::move(wall), 0x10);
-    db.settings().clayer = wallId;
+    db.settingsForWrite().clayer = wallId;
     EXPECT_EQ(headless::DrawingRoots::table(db, AcDbEntity::desc()), nullptr);
 
     headless::completeDefaults(db);

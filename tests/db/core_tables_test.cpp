@@ -396,7 +396,7 @@ TEST_F(Tables, DatabaseSettingsTakeOnlyTheirOwnRecords) {
     EXPECT_EQ(db.setInsunits(25), Acad::eOutOfRange);
 
     EXPECT_EQ(db.currentSpaceId(), db.modelSpaceId());
-    db.settings().tilemode = false;
+    db.settingsForWrite().tilemode = false;
     EXPECT_EQ(db.currentSpaceId(), db.paperSpaceId());
     EXPECT_EQ(db.setCurrentSpaceId(db.modelSpaceId()), Acad::eOk);
     EXPECT_EQ(db.currentSpaceId(), db.modelSpaceId());

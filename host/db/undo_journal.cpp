@@ -1,0 +1,230 @@
+#include "db/undo_journal.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "db/object_state.h"
+#include "db/residence.h"
+
+namespace headless {
+
+std::uint32_t currentUndoStep = 0;
+
+void noteForUndo(AcDbObject& object) { UndoJournal::note(object); }
+
+namespace {
+
+UndoJournal* journalOf(const AcDbObject& object) {
+    const AcDbDatabase* const db = object.database();
+    UndoJournal* const journal = db == nullptr ? nullptr : db->undoJournal();
+    return journal != nullptr && journal->isRecording() ? journal : nullptr;
+}
+
+} // namespace
+
+UndoJournal::UndoJournal(AcDbDatabase& database) : database_(database) { seal(); }
+
+void UndoJournal::seal() {
+    growing_ = false;
+    ++currentUndoStep;
+}
+
+void UndoJournal::note(AcDbObject& object) {
+    if (object.undoStep_ == currentUndoStep) return;
+    object.undoStep_ = currentUndoStep;
+    UndoJournal* const journal = journalOf(object);
+    if (journal == nullptr) return;
+    journal->growingChanges().entries.push_back(
+        {object.objectId(), ObjectState::copyOf(object), object.isErased()});
+}
+
+void UndoJournal::noteNew(AcDbObject& object) {
+    object.undoStep_ = currentUndoStep;
+    UndoJournal* const journal = journalOf(object);
+    if (journal == nullptr) return;
+    journal->growingChanges().entries.push_back({object.objectId(), nullptr, true});
+}
+
+void UndoJournal::noteSettings() {
+    if (!recording_) return;
+    Changes& changes = growingChanges();
+    if (changes.settings != nullptr) return;
+    changes.settings = std::make_unique<DrawingSettings>(database_.settings());
+}
+
+UndoJournal::Changes& UndoJournal::growingChanges() {
+    if (!growing_) {
+        undone_.clear();
+        done_.emplace_back();
+        growing_ = true;
+    }
+    return std::get<Changes>(done_.back());
+}
+
+void UndoJournal::push(Item item) {
+    done_.push_back(std::move(item));
+    seal();
+}
+
+/// A group without anything in it leaves no trace.
+void UndoJournal::pushEnd() {
+    if (!done_.empty() && std::holds_alternative<GroupBegin>(done_.back())) {
+        done_.pop_back();
+        seal();
+    } else {
+        push(GroupEnd{});
+    }
+}
+
+void UndoJournal::beginCommand(std::wstring name) {
+    if (keepsOne_ && open_.empty()) clear();
+    open_.push_back(Opener::kCommand);
+    push(GroupBegin{std::move(name)});
+}
+
+void UndoJournal::endCommand() {
+    if (!inCommand()) return; // The drawing was opened by this very command.
+    while (inGroup())
+        endGroup();
+    open_.pop_back();
+    pushEnd();
+}
+
+void UndoJournal::beginGroup() {
+    endGroup();
+    open_.push_back(Opener::kUser);
+    push(GroupBegin{L"GROUP"});
+}
+
+void UndoJournal::endGroup() {
+    if (!inGroup()) return;
+    open_.pop_back();
+    pushEnd();
+}
+
+bool UndoJournal::inCommand() const {
+    return std::find(open_.begin(), open_.end(), Opener::kCommand) != open_.end();
+}
+
+void UndoJournal::mark() { push(Mark{}); }
+
+int UndoJournal::markCount() const {
+    return static_cast<int>(std::count_if(done_.begin(), done_.end(), [](const Item& item) {
+        return std::holds_alternative<Mark>(item);
+    }));
+}
+
+void UndoJournal::exchange(Entry& entry) {
+    AcDbStub* const stub = entry.id;
+    if (stub->object == nullptr) return; // Deleted since, by a program that should not have.
+    if (entry.state != nullptr) {
+        std::unique_ptr<AcDbObject> present = ObjectState::copyOf(*stub->object);
+        ObjectState::restore(*stub->object, *entry.state);
+        entry.state = std::move(present);
+    }
+    std::swap(stub->erased, entry.erased);
+}
+
+void UndoJournal::exchange(Changes& changes, bool backward) {
+    // An object stands twice in one list when a step of another drawing came between.
+    std::vector<Entry>& entries = changes.entries;
+    if (backward)
+        std::for_each(entries.rbegin(), entries.rend(), [](Entry& entry) { exchange(entry); });
+    else
+        std::for_each(entries.begin(), entries.end(), [](Entry& entry) { exchange(entry); });
+    if (changes.settings != nullptr) database_.exchangeSettings(*changes.settings);
+}
+
+/// Moves the last item over, its changes undone.
+UndoJournal::Item& UndoJournal::takeLast(Items& taken) {
+    Item& item = taken.emplace_back(std::move(done_.back()));
+    done_.pop_back();
+    if (auto* const changes = std::get_if<Changes>(&item)) exchange(*changes, true);
+    return item;
+}
+
+UndoneOperation UndoJournal::undoOne(Items& taken) {
+    using Kind = UndoneOperation::Kind;
+    if (done_.empty() || std::holds_alternative<GroupBegin>(done_.back())) return {};
+    UndoneOperation undone{Kind::kStep, {}};
+    if (std::holds_alternative<Mark>(done_.back())) undone.kind = Kind::kMark;
+    int depth = 0;
+    do {
+        const Item& item = takeLast(taken);
+        if (std::holds_alternative<GroupEnd>(item)) ++depth;
+        if (const auto* const begin = std::get_if<GroupBegin>(&item)) {
+            --depth;
+            undone.name = begin->name;
+        }
+    } while (depth > 0);
+    return undone;
+}
+
+void UndoJournal::keepForRedo(Items taken) {
+    seal();
+    if (!taken.empty() && !inCommand()) undone_.push_back(std::move(taken));
+}
+
+std::vector<UndoneOperation> UndoJournal::undo(int count) {
+    std::vector<UndoneOperation> operations;
+    Items taken;
+    for (int i = 0; i < count; ++i) {
+        operations.push_back(undoOne(taken));
+        if (operations.back().kind == UndoneOperation::Kind::kNothing) break;
+    }
+    keepForRedo(std::move(taken));
+    return operations;
+}
+
+bool UndoJournal::undoToMark() {
+    Items taken;
+    std::vector<std::wstring> begins; // of open groups, the innermost first
+    std::size_t ends = 0;             // of closed groups that begin before the mark
+    bool marked = false;
+    while (!done_.empty() && !marked) {
+        const Item& item = takeLast(taken);
+        marked = std::holds_alternative<Mark>(item);
+        if (std::holds_alternative<GroupEnd>(item)) ++ends;
+        const auto* const begin = std::get_if<GroupBegin>(&item);
+        if (begin == nullptr) continue;
+        if (ends > 0)
+            --ends;
+        else
+            begins.push_back(begin->name);
+    }
+    // Groups that are cut in two cannot be put together again.
+    const bool whole = begins.empty() && ends == 0;
+    for (; ends > 0; --ends)
+        pushEnd();
+    for (; !begins.empty(); begins.pop_back())
+        push(GroupBegin{std::move(begins.back())});
+    keepForRedo(whole ? std::move(taken) : Items());
+    return marked;
+}
+
+bool UndoJournal::redo() {
+    if (undone_.empty()) return false;
+    Items items = std::move(undone_.back());
+    undone_.pop_back();
+    for (auto item = items.rbegin(); item != items.rend(); ++item) {
+        if (auto* const changes = std::get_if<Changes>(&*item)) exchange(*changes, false);
+        done_.push_back(std::move(*item));
+    }
+    seal();
+    return true;
+}
+
+void UndoJournal::setRecording(bool recording) {
+    recording_ = recording;
+    seal();
+}
+
+void UndoJournal::clear() {
+    done_.clear();
+    undone_.clear();
+    seal();
+    for (std::size_t i = 0; i < open_.size(); ++i)
+        push(GroupBegin{});
+}
+
+} // namespace headless
