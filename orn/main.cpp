@@ -8,6 +8,7 @@
 #include "console.h"
 #include "info_command.h"
 #include "open_drawing.h"
+#include "render_command.h"
 
 namespace {
 
@@ -24,6 +25,9 @@ int run(int argc, char** argv) {
     orn::AreaOptions area;
     const CLI::App* areaCommand = orn::declareArea(app, area);
 
+    orn::RenderOptions render;
+    const CLI::App* renderCommand = orn::declareRender(app, render);
+
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& wrong) {
@@ -31,6 +35,7 @@ int run(int argc, char** argv) {
     }
     if (infoCommand->parsed()) return orn::runInfo(info);
     if (areaCommand->parsed()) return orn::runArea(area);
+    if (renderCommand->parsed()) return orn::runRender(render);
     if (drawing->count() > 0) return orn::runConsole(console);
     std::cerr << app.help();
     return orn::kWrongUsage;

@@ -57,8 +57,16 @@ double TextFont::width(std::wstring_view letters) const {
 }
 
 std::filesystem::path TextFont::path() const {
-    const auto& file = file_ != nullptr ? file_ : substitute_;
-    return file == nullptr ? std::filesystem::path() : std::filesystem::path(file->path());
+    return main() == nullptr ? std::filesystem::path() : std::filesystem::path(main()->path());
+}
+
+std::string TextFont::family() const {
+    return main() == nullptr ? std::string() : main()->family();
+}
+
+double TextFont::em() const {
+    constexpr double kUsual = 1.4;
+    return main() == nullptr ? kUsual : main()->em();
 }
 
 struct FontLibrary::System {

@@ -40,8 +40,17 @@ public:
     [[nodiscard]] double width(std::wstring_view letters) const;
     /// Where the letters come from; empty when there is no font at all.
     [[nodiscard]] std::filesystem::path path() const;
+    /// The family, UTF-8; empty when there is no font at all.
+    [[nodiscard]] std::string family() const;
+    /// The font's em, in multiples of the text height.
+    [[nodiscard]] double em() const;
 
 private:
+    /// The one that most letters come from; null when there is none.
+    [[nodiscard]] const FontFile* main() const {
+        return file_ != nullptr ? file_.get() : substitute_.get();
+    }
+
     std::shared_ptr<FontFile> file_; // may be null, as may the substitute
     std::shared_ptr<FontFile> substitute_;
     bool drawn_;

@@ -49,6 +49,12 @@ std::optional<double> FontFile::width(wchar_t letter) {
     return known->second;
 }
 
+std::string FontFile::family() const {
+    return face_->family_name == nullptr ? std::string() : face_->family_name;
+}
+
+double FontFile::em() const { return face_->units_per_EM / capitals_; }
+
 std::optional<double> FontFile::measure(wchar_t letter) const {
     const FT_UInt glyph = FT_Get_Char_Index(face_, static_cast<FT_ULong>(letter));
     FT_Fixed advance = 0;

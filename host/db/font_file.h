@@ -30,6 +30,9 @@ public:
     /// From a letter's start to the next one's; empty for a letter that the font does not have.
     std::optional<double> width(wchar_t letter);
     const std::string& path() const { return path_; }
+    std::string family() const;
+    /// The size that fonts are asked for by.
+    double em() const;
 
 private:
     FontFile(FreeType library, FT_Face face, std::string path);

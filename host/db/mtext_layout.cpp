@@ -15,8 +15,6 @@ struct Cell {
     double width;
 };
 
-/// Letters of fractions are that much smaller.
-constexpr double kFractionHeight = 0.7;
 /// Base lines are five thirds of the letters' height apart.
 constexpr double kLinePitch = 5.0 / 3.0;
 /// Tabs go to the next multiple of that many text heights.
@@ -66,17 +64,18 @@ void stretchTabs(Cells& cells) {
     }
 }
 
-/// How many cells from `begin` on go on one line: all, or up to the last place to break at that
-/// fits, or as many as fit; one at least.
+/// Where the line that starts at `begin` ends: at the last place to break at that fits. A word that
+/// is longer than a line goes beyond it.
 std::size_t lineEnd(const Cells& cells, std::size_t begin, double width) {
     std::size_t breakAt = begin;
     double reached = 0.0;
     for (std::size_t i = begin; i < cells.size(); ++i) {
         const bool isBlank = cells[i].letter == L' ';
         const bool followsSquare = i > begin && isSquareLetter(cells[i - 1].letter);
-        if (isBlank || followsSquare) breakAt = i;
+        if (i > begin && (isBlank || followsSquare)) breakAt = i;
+        const bool isFull = reached + cells[i].width > width || reached > width;
+        if (isFull && !isBlank && breakAt > begin) return breakAt;
         reached += cells[i].width;
-        if (reached > width && !isBlank) return breakAt > begin ? breakAt : std::max(i, begin + 1);
     }
     return cells.size();
 }

@@ -8,6 +8,9 @@
 
 namespace headless {
 
+/// Letters of fractions are that much smaller than those around them.
+inline constexpr double kFractionHeight = 0.7;
+
 /// A piece of one line. Lengths in drawing units; x along the lines, y up, from the upper left
 /// corner of the text's box.
 struct PlacedRun {
@@ -29,7 +32,7 @@ struct MTextFrame {
     double height = 0.0;      // of paragraphs without letters
 };
 
-/// Breaks lines at blanks and behind square letters; a word longer than a line is broken inside.
+/// Breaks lines at blanks and behind square letters; a word longer than a line goes beyond it.
 [[nodiscard]] MTextLayout layOut(const std::vector<MTextParagraph>& paragraphs,
                                  const MTextFrame& frame);
 

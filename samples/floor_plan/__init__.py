@@ -1,1 +1,1 @@
-"""The sample floor plan: what is drawn (building) and how it is written (dxf_*, svg)."""
+"""The sample floor plan: what is drawn (building) and how it is written (dxf_*)."""

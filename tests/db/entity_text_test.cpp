@@ -175,7 +175,7 @@ headless::MTextLayout layOut(std::wstring_view contents, const headless::MTextFr
     return headless::layOut(headless::parseMText(contents, format), frame);
 }
 
-TEST_F(TextTest, LinesBreakAtBlanksAndInsideLongWords) {
+TEST_F(TextTest, LinesBreakAtBlanksAndBehindSquares) {
     const double letter = headless::fontOfStyle({}).width(L'a');
     const double square = headless::fontOfStyle({}).width(L'\u677F');
     const struct {
@@ -186,10 +186,10 @@ TEST_F(TextTest, LinesBreakAtBlanksAndInsideLongWords) {
         {L"aa bb cc", 5.1 * letter, {L"aa bb", L"cc"}},
         {L"aa bb cc", 0, {L"aa bb cc"}},
         {L"a{\\C1;a b}b cc", 5.1 * letter, {L"aa bb", L"cc"}},
-        {L"aaaaaaa", 3.1 * letter, {L"aaa", L"aaa", L"a"}},
+        {L"aaaaaaa bb", 3.1 * letter, {L"aaaaaaa", L"bb"}},
+        {L"a bbbbbbb", 3.1 * letter, {L"a", L"bbbbbbb"}},
         {L"aa\\P\\Pbb", 9.0 * letter, {L"aa", L"bb"}},
         {L"", 4.0, {}},
-        {L"abc", 0.1 * letter, {L"a", L"b", L"c"}},
         {L"\u677F\u677F\u677F", 2.1 * square, {L"\u677F\u677F", L"\u677F"}},
     };
     for (const auto& c : cases) {

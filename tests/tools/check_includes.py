@@ -25,7 +25,8 @@ BELOW = {
     "db": {"ge", "rx", "win"},
     "ed": {"db", "ge", "rx", "mfc", "win"},
     "dxf": {"ed", "db", "ge", "rx", "mfc", "win"},
-    "headless": {"dxf", "ed", "db", "ge", "rx", "mfc", "win"},
+    "view": {"db", "ge", "rx", "win"},
+    "headless": {"dxf", "view", "ed", "db", "ge", "rx", "mfc", "win"},
 }
 LIBRARIES = ("json/",)  # what product sources may use besides the platform
 STANDARD = re.compile(r"[a-z0-9_]+|(assert|float|limits|math|stdarg|stddef|stdint|stdio|stdlib|string|time|wchar)\.h")

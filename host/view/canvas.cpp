@@ -1,0 +1,74 @@
+#include "view/canvas.h"
+
+#include <cmath>
+
+#include <cairo-pdf.h>
+#include <cairo-svg.h>
+
+namespace headless {
+namespace {
+
+cairo_status_t append(void* bytes, const unsigned char* data, unsigned length) {
+    static_cast<std::string*>(bytes)->append(reinterpret_cast<const char*>(data), length);
+    return CAIRO_STATUS_SUCCESS;
+}
+
+cairo_surface_t* makeSurface(PictureFormat format, double width, double height,
+                             std::string* bytes) {
+    switch (format) {
+    case PictureFormat::kSvg:
+        return cairo_svg_surface_create_for_stream(append, bytes, width, height);
+    case PictureFormat::kPdf:
+        return cairo_pdf_surface_create_for_stream(append, bytes, width, height);
+    case PictureFormat::kPng:
+        break;
+    }
+    return cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(std::lround(width)),
+                                      static_cast<int>(std::lround(height)));
+}
+
+} // namespace
+
+Canvas::Canvas(PictureFormat format, double width, double height)
+    : format_(format), width_(width), height_(height),
+      surface_(makeSurface(format, width, height, &bytes_)), cairo_(cairo_create(surface_.get())) {
+    cairo_set_fill_rule(cairo(), CAIRO_FILL_RULE_EVEN_ODD);
+    cairo_set_line_join(cairo(), CAIRO_LINE_JOIN_ROUND);
+    cairo_set_line_cap(cairo(), CAIRO_LINE_CAP_BUTT);
+}
+
+void Canvas::setColor(const PictureColor& color) {
+    constexpr double kMost = 255.0;
+    cairo_set_source_rgba(cairo(), color.red / kMost, color.green / kMost, color.blue / kMost,
+                          color.alpha / kMost);
+}
+
+void Canvas::fillAll(const PictureColor& color) {
+    setColor(color);
+    cairo_paint(cairo());
+}
+
+void Canvas::stroke(const PictureColor& color, double width, std::span<const double> dashes) {
+    setColor(color);
+    cairo_set_line_width(cairo(), width);
+    cairo_set_dash(cairo(), dashes.data(), static_cast<int>(dashes.size()), 0.0);
+    cairo_stroke(cairo());
+}
+
+void Canvas::fill(const PictureColor& color) {
+    setColor(color);
+    cairo_fill(cairo());
+}
+
+void Canvas::clip() { cairo_clip(cairo()); }
+
+std::string Canvas::finish() {
+    cairo_.reset();
+    if (format_ == PictureFormat::kPng)
+        cairo_surface_write_to_png_stream(surface_.get(), append, &bytes_);
+    cairo_surface_finish(surface_.get());
+    return cairo_surface_status(surface_.get()) == CAIRO_STATUS_NO_MEMORY ? std::string()
+                                                                          : std::move(bytes_);
+}
+
+} // namespace headless

@@ -1,0 +1,37 @@
+// Pictures of a drawing, seen from above on white paper.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "view/picture_format.h"
+#include "view/sheet_map.h"
+
+class AcDbDatabase;
+
+namespace headless {
+
+struct PictureOptions {
+    PictureFormat format = PictureFormat::kPng;
+    /// Pixels; points of 1/72 inch for PDF.
+    double width = 1600.0;
+    double height = 1200.0;
+    /// Empty: all that is drawn, with a margin.
+    std::optional<PictureWindow> window;
+    /// Entities on these layers, named in any case, are drawn dashed.
+    std::vector<std::wstring> highlighted;
+};
+
+/// What went wrong, in words.
+struct PictureFailure {
+    std::string reason;
+};
+
+/// Draws model space: linetypes, lineweights and colours through layers and references, hatches,
+/// texts with the machine's fonts, in draw order. What is off or frozen is left out.
+[[nodiscard]] std::variant<std::string, PictureFailure> drawPicture(AcDbDatabase& db,
+                                                                    const PictureOptions& options);
+
+} // namespace headless

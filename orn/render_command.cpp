@@ -1,0 +1,83 @@
+#include "render_command.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iostream>
+#include <sstream>
+
+#include "numbers.h"
+#include "open_drawing.h"
+#include "view/picture.h"
+#include "win/code_page.h"
+#include "win/replace_file.h"
+
+namespace orn {
+namespace {
+
+int fail(const std::string& reason, int status) {
+    std::cerr << "orn: " << reason << '\n';
+    return status;
+}
+
+std::vector<std::wstring> layerNames(const std::string& list) {
+    std::vector<std::wstring> names;
+    std::istringstream parts(list);
+    for (std::string part; std::getline(parts, part, ',');)
+        names.push_back(headless::fromUtf8(part));
+    return names;
+}
+
+/// Puts what the arguments say into `picture`; the answer says which of them is wrong, or is empty.
+std::string readArguments(const RenderOptions& options, headless::PictureOptions& picture) {
+    const auto format = headless::pictureFormatOf(options.output);
+    if (!format) return options.output.string() + ": a picture ends in .png, .svg or .pdf";
+    picture.format = *format;
+    if (!options.size.empty()) {
+        const auto size = parseNumbers(options.size, 'x', 2);
+        if (!size) return "--size is a width and a height such as 1600x1200";
+        picture.width = (*size)[0];
+        picture.height = (*size)[1];
+    }
+    if (!options.window.empty()) {
+        const auto corners = parseNumbers(options.window, ',', 4);
+        if (!corners) return "--window is two corners such as 0,0,5000,3000";
+        const auto [left, right] = std::minmax((*corners)[0], (*corners)[2]);
+        const auto [bottom, top] = std::minmax((*corners)[1], (*corners)[3]);
+        picture.window = {left, bottom, right, top};
+    }
+    picture.highlighted = layerNames(options.highlighted);
+    return {};
+}
+
+} // namespace
+
+CLI::App* declareRender(CLI::App& app, RenderOptions& options) {
+    CLI::App* render = app.add_subcommand("render", "Draw a picture of model space");
+    render->add_option("FILE", options.drawing, "Drawing (DXF)")->required();
+    render->add_option("-o,--output", options.output, "Picture (.png, .svg, .pdf)")->required();
+    render->add_option("--window", options.window, "Only this part: X1,Y1,X2,Y2");
+    render->add_option("--highlight", options.highlighted,
+                       "Draw these layers dashed, joined by commas, any case");
+    render->add_option("--size", options.size, "WxH in pixels (points for PDF), 1600x1200");
+    return render;
+}
+
+int runRender(const RenderOptions& options) {
+    headless::PictureOptions wanted;
+    if (const std::string wrong = readArguments(options, wanted); !wrong.empty())
+        return fail(wrong, kWrongUsage);
+    OpenDrawing opened(options.drawing);
+    if (!opened) return kFailure;
+    const auto picture = headless::drawPicture(*opened.database(), wanted);
+    if (const auto* failure = std::get_if<headless::PictureFailure>(&picture))
+        return fail(options.drawing.string() + ": " + failure->reason, kFailure);
+    struct stat written {};
+    if (const int problem =
+            headless::replaceFile(options.output.string(), std::get<std::string>(picture),
+                                  headless::Durability::kProcess, written);
+        problem != 0)
+        return fail(options.output.string() + ": " + std::strerror(problem), kFailure);
+    return opened.finish();
+}
+
+} // namespace orn
