@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "db/object.h"
+#include "db/transaction_manager.h"
 #include "win/session_state.h"
 
 class AcDbDatabase;
@@ -20,7 +21,10 @@ public:
     AcDbDatabase* workingDatabase() const { return workingDatabase_; }
     void setWorkingDatabase(AcDbDatabase* db) { workingDatabase_ = db; }
 
+    virtual AcDbTransactionManager* workingTransactionManager() { return &transactions_; }
+
 private:
+    AcDbTransactionManager transactions_;
     AcDbDatabase* workingDatabase_ = nullptr;
 };
 
