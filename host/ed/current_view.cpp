@@ -65,8 +65,11 @@ bool restorePreviousView(AcDbDatabase& db) {
 
 Acad::ErrorStatus showInCurrent(AcDbDatabase& db, const AcDbViewTableRecord& record) {
     const ScreenArea area = currentScreenArea(db);
-    const auto view = fitted(record, area.width / area.height);
-    return view ? changeView(db, *view) : Acad::eInvalidInput;
+    auto view = fitted(record, area.width / area.height);
+    if (!view) return Acad::eInvalidInput;
+    // Whether the UCS follows is the viewport's own, no view's.
+    view->set(kUcsFollowsView, currentView(db).has(kUcsFollowsView));
+    return changeView(db, *view);
 }
 
 Acad::ErrorStatus showIn(AcDbViewport& viewport, const AcDbViewTableRecord& record) {

@@ -12,6 +12,7 @@
 #include "ed/documents.h"
 #include "ed/input_queue.h"
 #include "ed/keywords.h"
+#include "ed/selection_sets.h"
 #include "ed/system_variables.h"
 #include "win/session_state.h"
 
@@ -39,6 +40,7 @@ public:
     PromptRules promptRules;
     std::optional<std::wstring> pickedText; ///< The keyword that acedGetInput answers with.
 
+    SelectionSets selections;
     SystemVariables variables;
     AcEdCommandStack commands;
     CommandRunner runner;

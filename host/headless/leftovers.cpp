@@ -60,7 +60,7 @@ std::size_t ProcessBaseline::newAutomationReferences() const {
 
 std::size_t ProcessBaseline::newArrays() const { return risen(arrays_, liveSafeArrayCount()); }
 
-std::vector<std::string> findLeftovers(const EdState& ed, const DbState& db) {
+std::vector<std::string> findLeftovers(const EdState& ed, DbState& db) {
     std::vector<std::string> leftovers;
     for (const AcDbDatabase* database : db.databases) {
         addOpenObjects(*database, leftovers);
@@ -71,6 +71,10 @@ std::vector<std::string> findLeftovers(const EdState& ed, const DbState& db) {
     for (const auto& document : ed.documents.all()) {
         addLocks(*document, leftovers);
     }
+    if (const int open = db.services.workingTransactionManager()->numActiveTransactions(); open > 0)
+        leftovers.push_back(std::to_string(open) + " transactions were not ended");
+    if (const std::size_t sets = ed.selections.openCount(); sets > 0)
+        leftovers.push_back(std::to_string(sets) + " selection sets were not freed");
     if (db.liveResultBuffers > 0) {
         leftovers.push_back(std::to_string(db.liveResultBuffers) +
                             " result buffers were not released");

@@ -11,7 +11,7 @@ class EdState;
 
 /// One line for each kind of thing left behind; empty when all was given back. Drawings of open
 /// documents are no leftovers, what is open in them is.
-std::vector<std::string> findLeftovers(const EdState& ed, const DbState& db);
+std::vector<std::string> findLeftovers(const EdState& ed, DbState& db);
 
 /// Takes the counts of what is alive in the process, so that only what is made later counts.
 class ProcessBaseline {

@@ -91,9 +91,9 @@ public:
     /// The texts of the message boxes shown, the oldest first.
     std::vector<std::wstring> messageBoxes() const;
 
-    /// What is still held and should not be, one line each: objects left open, databases, result
-    /// buffers and automation strings never freed, automation objects and document locks never
-    /// given back; and objects that were used without being open.
+    /// What is still held and should not be, one line each: objects left open, databases, selection
+    /// sets, result buffers and automation strings never freed, references to automation objects
+    /// and document locks never given back; and objects that were used without being open.
     std::vector<std::string> leftovers() const;
 
 private:

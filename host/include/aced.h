@@ -5,5 +5,6 @@
 #include "ed/commands.h"
 #include "ed/coordinate_calls.h"
 #include "ed/prompts.h"
+#include "ed/selection.h"
 #include "ed/system_variables.h"
 #include "ed/user_coordinates.h"

@@ -2,4 +2,5 @@
 #pragma once
 #include "aced.h"
 #include "acutads.h"
+#include "db/object_groups.h"
 #include "db/xdata.h"

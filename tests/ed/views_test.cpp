@@ -228,6 +228,10 @@ TEST_F(ViewsTest, SettingTheCurrentView) {
     EXPECT_EQ(acedSetCurrentView(&view, nullptr), Acad::eOk);
     EXPECT_EQ(realOf(L"VIEWSIZE"), 18.0) << "its whole width is seen";
 
+    set(L"UCSFOLLOW", 1);
+    EXPECT_EQ(acedSetCurrentView(&view, nullptr), Acad::eOk);
+    EXPECT_EQ(integerOf(L"UCSFOLLOW"), 1) << "the viewport's own";
+
     view.setIsPaperspaceView(true);
     EXPECT_EQ(acedSetCurrentView(&view, nullptr), Acad::eInvalidInput);
     view.setIsPaperspaceView(false);

@@ -1,0 +1,39 @@
+// The platform's calls about selection sets.
+//
+// A set is named by an ads_name that the program frees with acedSSFree; at most 128 are open at a
+// time. Entities are selected from model space and the sheets, never from blocks.
+#pragma once
+
+#include "db/resbuf.h"
+
+/// Selects entities.
+///
+/// @param mode    "X" all that the filter takes, wherever they are; "A" the same without those that
+///                no user could select: on layers that are off, frozen, locked or hidden, and
+///                invisible ones; "L" the last one of the current space that a user could select;
+///                "P" what was selected last; "I" what was selected before the command began. In
+///                any case, an underscore may stand before it.
+/// @param point1, point2  for modes by place, which the host does not have yet.
+/// @param filter  which of them, see EntityFilter; null for all.
+/// @param set     gets the set's name. The newest entity comes first.
+/// @return        RTNORM; RTERROR, without a set, when nothing was selected, for another mode, for
+///                a malformed filter and when 128 sets are open.
+int acedSSGet(const ACHAR* mode, const void* point1, const void* point2, const resbuf* filter,
+              ads_name set);
+
+/// RTERROR for what is no set; so the next.
+int acedSSFree(const ads_name set);
+int acedSSLength(const ads_name set, Adesk::Int32* length);
+/// The name of an entity of the set, counted from 0; RTERROR beyond the last.
+int acedSSName(const ads_name set, Adesk::Int32 index, ads_name entity);
+/// RTNORM when the entity is in the set.
+int acedSSMemb(const ads_name entity, const ads_name set);
+/// Adds an entity to a set; to a new one when `set` is null, which stays empty without an entity.
+/// @param result  gets the name of the set; may be `set`.
+int acedSSAdd(const ads_name entity, const ads_name set, ads_name result);
+/// RTERROR when the entity is not in the set.
+int acedSSDel(const ads_name entity, const ads_name set);
+
+/// Makes the entities of a set those that a command finds selected; null for none.
+/// @param grips  not shown: there is no window.
+int acedSSSetFirst(const ads_name grips, const ads_name set);
