@@ -4,8 +4,10 @@
 // Lengths are in drawing units (mm), angles in radians counter-clockwise from the x axis.
 #pragma once
 
+#include <adsdef.h>
 #include <afxwin.h>
 #include <dbid.h>
+#include <dbidar.h>
 #include <gepnt3d.h>
 #include <gept3dar.h>
 
@@ -98,4 +100,10 @@ public:
     /// polyline is closed by a straight line. 0 for null.
     /// @param polyline  open for reading.
     static double GetPolylineArea(const AcDbPolyline* polyline);
+
+    /// The entities of a selection set in its order; none for what is no set.
+    static AcDbObjectIdArray GetObjectids(ads_name set);
+    /// Makes the entities draw after all others of their blocks, keeping their order among
+    /// themselves; those that cannot be opened are left out. The first refusal.
+    static Acad::ErrorStatus SendEntsToTop(AcDbObjectIdArray& ids);
 };

@@ -1,0 +1,18 @@
+#include "OrnCore/zel_cmd.h"
+
+#include <acedCmdNF.h>
+#include <adslib.h>
+
+int CZelCmd::Run(const CString& command, const std::vector<CString>& answers) {
+    resbuf* const chain = acutBuildList(RTSTR, static_cast<LPCTSTR>(command), RTNONE);
+    resbuf* last = chain;
+    for (const CString& answer : answers) {
+        last->rbnext = acutBuildList(RTSTR, static_cast<LPCTSTR>(answer), RTNONE);
+        last = last->rbnext;
+    }
+    const int result = acedCmdS(chain);
+    acutRelRb(chain);
+    return result;
+}
+
+int CZelCmd::ZoomExtents() { return Run(L"_.ZOOM", {L"_E"}); }
