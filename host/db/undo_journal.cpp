@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "db/change_watch.h"
 #include "db/object_state.h"
 #include "db/residence.h"
 
@@ -122,6 +123,7 @@ void UndoJournal::exchange(Entry& entry) {
         ObjectState::restore(*stub->object, *entry.state);
         entry.state = std::move(present);
     }
+    if (stub->erased != entry.erased) noteChange(*stub->object);
     std::swap(stub->erased, entry.erased);
 }
 

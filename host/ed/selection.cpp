@@ -11,6 +11,7 @@
 #include "db/residence.h"
 #include "db/state.h"
 #include "ed/entity_filter.h"
+#include "ed/selection_modes.h"
 #include "ed/state.h"
 #include "win/casing.h"
 
@@ -109,15 +110,19 @@ bool isNil(const Adesk::IntDbId* name) { return name == nullptr || (name[0] == 0
 
 using namespace headless;
 
-int acedSSGet(const ACHAR* mode, const void* /*point1*/, const void* /*point2*/,
-              const resbuf* filter, ads_name set) {
+int acedSSGet(const ACHAR* mode, const void* point1, const void* point2, const resbuf* filter,
+              ads_name set) {
     const AcDbDatabase* db = acdbHostApplicationServices()->workingDatabase();
-    if (db == nullptr || mode == nullptr || set == nullptr) return RTERROR;
+    if (db == nullptr || set == nullptr) return RTERROR;
     const auto compiled = EntityFilter::compile(filter);
     if (!compiled) return RTERROR;
-    std::wstring name = upperCased(mode);
+    std::wstring name = upperCased(mode == nullptr ? L"" : mode);
     if (name.starts_with(L'_')) name.erase(0, 1);
-    const auto ids = selected(*db, name, *compiled);
+    auto ids = selected(*db, name, *compiled);
+    if (!ids) {
+        const auto matches = [&](const AcDbEntity& entity) { return compiled->matches(entity); };
+        ids = selectByMode(*db, name, point1, point2, matches);
+    }
     if (!ids || ids->empty()) return RTERROR;
     ads_name opened;
     if (!sets().open(SelectionSet(*ids), opened)) return RTERROR;

@@ -12,8 +12,12 @@
 ///                no user could select: on layers that are off, frozen, locked or hidden, and
 ///                invisible ones; "L" the last one of the current space that a user could select;
 ///                "P" what was selected last; "I" what was selected before the command began. In
-///                any case, an underscore may stand before it.
-/// @param point1, point2  for modes by place, which the host does not have yet.
+///                any case, an underscore may stand before it. By place, from the current space:
+///                "W" and "C" what lies inside a box and what crosses it, too; "WP" and "CP" the
+///                same of a polygon; "F" what a chain of lines crosses; null or empty the newest
+///                that the pick box at a point crosses.
+/// @param point1, point2  user coordinates: two corners or one point as ads_point; for polygons and
+///                chains `point1` is a chain of buffers with points.
 /// @param filter  which of them, see EntityFilter; null for all.
 /// @param set     gets the set's name. The newest entity comes first.
 /// @return        RTNORM; RTERROR, without a set, when nothing was selected, for another mode, for

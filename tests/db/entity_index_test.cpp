@@ -8,6 +8,7 @@
 #include "db/object_state.h"
 #include "db/polyline_2d.h"
 #include "db/ray.h"
+#include "db/undo_journal.h"
 #include "entity_support.h"
 
 namespace {
@@ -152,6 +153,17 @@ TEST_F(EntityIndexTest, FollowsVerticesAndStatesThatComeBack) {
     headless::ObjectState::restore(*Residence::peek(line), *before);
     EXPECT_EQ(find({200, 0, 0}, {201, 1, 0}).size(), 1U) << "an old state came back";
     EXPECT_TRUE(find({300, 0, 0}, {301, 1, 0}).empty());
+}
+
+TEST_F(EntityIndexTest, FollowsUndoAndRedo) {
+    db.disableUndoRecording(false);
+    find({0, 0, 0}, {1, 1, 0}); // Builds it.
+    put(db.modelSpaceId(), new AcDbLine({0, 0, 0}, {1, 1, 0}));
+    EXPECT_EQ(find({0, 0, 0}, {1, 1, 0}).size(), 1U);
+    db.undoJournal()->undo(1);
+    EXPECT_TRUE(find({0, 0, 0}, {1, 1, 0}).empty());
+    db.undoJournal()->redo();
+    EXPECT_EQ(find({0, 0, 0}, {1, 1, 0}).size(), 1U);
 }
 
 TEST_F(EntityIndexTest, RaysAreEverywhere) {

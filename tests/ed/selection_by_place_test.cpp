@@ -1,0 +1,240 @@
+// What windows, crossing polygons, fences and pick boxes select: exact geometry, not boxes.
+#include <gmock/gmock.h>
+
+#include "db/block_reference.h"
+#include "db/circle.h"
+#include "db/dictionary.h"
+#include "db/hatch.h"
+#include "db/layer_table.h"
+#include "db/line.h"
+#include "db/ray.h"
+#include "db/spatial_filter.h"
+#include "db/text.h"
+#include "ed/selection.h"
+#include "view_fixture.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Points = std::vector<AcGePoint3d>;
+using Ids = std::vector<AcDbObjectId>;
+
+class SelectionByPlace : public ViewTest {
+protected:
+    AcDbObjectId put(AcDbEntity* entity, AcDbObjectId in = {}) {
+        if (in.isNull()) in = drawing().modelSpaceId();
+        AcDbObjectPointer<AcDbBlockTableRecord> block(in, AcDb::kForWrite);
+        EXPECT_EQ(block->appendAcDbEntity(entity), Acad::eOk);
+        entity->close();
+        return entity->objectId();
+    }
+    AcDbObjectId line(const AcGePoint3d& a, const AcGePoint3d& b, AcDbObjectId in = {}) {
+        return put(new AcDbLine(a, b), in);
+    }
+    AcDbObjectId circle(const AcGePoint3d& center, double radius, AcDbObjectId in = {}) {
+        return put(new AcDbCircle(center, AcGeVector3d::kZAxis, radius), in);
+    }
+    AcDbObjectId block(const wchar_t* name) {
+        AcDbObjectPointer<AcDbBlockTable> table(drawing().blockTableId(), AcDb::kForWrite);
+        auto* const record = new AcDbBlockTableRecord;
+        record->setName(name);
+        EXPECT_EQ(table->add(record), Acad::eOk);
+        record->close();
+        return record->objectId();
+    }
+    AcDbObjectId layer(const wchar_t* name, bool off, bool frozen = false) {
+        AcDbObjectPointer<AcDbLayerTable> table(drawing().layerTableId(), AcDb::kForWrite);
+        auto* const record = new AcDbLayerTableRecord;
+        record->setName(name);
+        record->setIsOff(off);
+        record->setIsFrozen(frozen);
+        EXPECT_EQ(table->add(record), Acad::eOk);
+        record->close();
+        return record->objectId();
+    }
+    static void setLayer(AcDbObjectId id, AcDbObjectId layer) {
+        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
+        ASSERT_EQ(entity->setLayer(layer), Acad::eOk);
+    }
+    static void erase(AcDbObjectId id) {
+        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
+        ASSERT_EQ(entity->erase(), Acad::eOk);
+    }
+    /// Clips a reference to a polygon in the coordinates of the world.
+    void clip(AcDbObjectId reference, const Points& polygon) {
+        AcDbObjectPointer<AcDbBlockReference> opened(reference, AcDb::kForWrite);
+        opened->createExtensionDictionary();
+        AcGePoint2dArray points;
+        const AcGeMatrix3d toBlock = opened->blockTransform().inverse();
+        for (const AcGePoint3d& point : polygon) {
+            const AcGePoint3d own = toBlock * point;
+            points.append(AcGePoint2d(own.x, own.y));
+        }
+        auto* const filter = new AcDbSpatialFilter;
+        filter->setDefinition(points, AcGeVector3d::kZAxis, 0.0, ACDB_INFINITE_XCLIP_DEPTH,
+                              -ACDB_INFINITE_XCLIP_DEPTH, true);
+        auto* const filters = new AcDbDictionary;
+        AcDbObjectId id;
+        AcDbObjectPointer<AcDbDictionary> extension(opened->extensionDictionary(), AcDb::kForWrite);
+        ASSERT_EQ(extension->setAt(L"ACAD_FILTER", filters, id), Acad::eOk);
+        ASSERT_EQ(filters->setAt(L"SPATIAL", filter, id), Acad::eOk);
+        filter->close();
+        filters->close();
+    }
+
+    static Ids take(int result, ads_name set) {
+        Ids ids;
+        if (result != RTNORM) return ids;
+        Adesk::Int32 length = 0;
+        EXPECT_EQ(acedSSLength(set, &length), RTNORM);
+        for (Adesk::Int32 i = 0; i < length; ++i) {
+            ads_name name;
+            AcDbObjectId id;
+            EXPECT_EQ(acedSSName(set, i, name), RTNORM);
+            EXPECT_EQ(acdbGetObjectId(id, name), Acad::eOk);
+            ids.push_back(id);
+        }
+        acedSSFree(set);
+        return ids;
+    }
+    static Ids select(const wchar_t* mode, const Points& points, const resbuf* filter = nullptr) {
+        resbuf* chain = nullptr;
+        for (const AcGePoint3d& point : points) {
+            resbuf* const next = acutNewRb(RT3DPOINT);
+            next->resval.rpoint[0] = point.x;
+            next->resval.rpoint[1] = point.y;
+            next->resval.rpoint[2] = point.z;
+            next->rbnext = chain;
+            chain = next;
+        }
+        ads_name set;
+        const Ids ids = take(acedSSGet(mode, chain, nullptr, filter, set), set);
+        acutRelRb(chain);
+        return ids;
+    }
+    static Ids box(const wchar_t* mode, const AcGePoint3d& a, const AcGePoint3d& b,
+                   const resbuf* filter = nullptr) {
+        const ads_point first = {a.x, a.y, a.z};
+        const ads_point second = {b.x, b.y, b.z};
+        ads_name set;
+        return take(acedSSGet(mode, first, second, filter, set), set);
+    }
+    static Ids pick(const AcGePoint3d& at) {
+        const ads_point point = {at.x, at.y, at.z};
+        ads_name set;
+        return take(acedSSGet(nullptr, point, nullptr, nullptr, set), set);
+    }
+};
+
+TEST_F(SelectionByPlace, BoxesTakeWhatIsInsideOrCrosses) {
+    const AcDbObjectId inside = line({1, 1, 0}, {2, 2, 0});
+    const AcDbObjectId across = line({-5, 5, 0}, {5, 5, 0});
+    const AcDbObjectId around = circle({5, 5, 0}, 20);
+    line({-9, 10, 0}, {10, 29, 0}); // Only its box comes near.
+    const AcDbObjectId ring = circle({10, 10, 0}, 3);
+    EXPECT_THAT(box(L"W", {0, 0, 0}, {10, 10, 0}), ElementsAre(inside));
+    EXPECT_THAT(box(L"C", {10, 10, 0}, {0, 0, 0}), ElementsAre(ring, across, inside));
+    EXPECT_THAT(select(L"CP", {{0, 0, 0}, {10, 0, 0}, {0, 10, 0}}), ElementsAre(across, inside));
+    EXPECT_THAT(select(L"WP", {{-6, 0, 0}, {6, 0, 0}, {6, 6, 0}, {-6, 6, 0}}),
+                ElementsAre(across, inside));
+    EXPECT_THAT(select(L"F", {{-30, 0, 0}, {0, 0, 0}, {1.5, 1.5, 0}}), ElementsAre(around, inside));
+    EXPECT_THAT(box(L"C", {100, 0, 0}, {110, 9, 0}), IsEmpty());
+
+    const std::unique_ptr<resbuf, int (*)(resbuf*)> circles(
+        acutBuildList(RTDXF0, L"CIRCLE", RTNONE), &acutRelRb);
+    EXPECT_THAT(box(L"_C", {0, 0, 0}, {10, 10, 0}, circles.get()), ElementsAre(ring));
+}
+
+TEST_F(SelectionByPlace, AWindowAroundAConcaveWayOutDoesNotHoldIt) {
+    // A U: the line from arm to arm leaves it between them.
+    const Points letterU = {{0, 0, 0},   {30, 0, 0},  {30, 30, 0}, {20, 30, 0},
+                            {20, 10, 0}, {10, 10, 0}, {10, 30, 0}, {0, 30, 0}};
+    line({5, 20, 0}, {25, 20, 0});
+    const AcDbObjectId within = line({5, 5, 0}, {25, 5, 0});
+    EXPECT_THAT(select(L"WP", letterU), ElementsAre(within));
+}
+
+TEST_F(SelectionByPlace, AreasOfTextsAndHatchesCount) {
+    const AcDbObjectId text = put(new AcDbText({0, 0, 0}, L"HHHH", AcDbObjectId::kNull, 10.0));
+    EXPECT_THAT(box(L"C", {15, 4, 0}, {15.1, 4.1, 0}), ElementsAre(text));
+    EXPECT_THAT(box(L"C", {15, 14, 0}, {15.1, 14.1, 0}), IsEmpty());
+}
+
+TEST_F(SelectionByPlace, WhatIsHiddenIsPassedOver) {
+    const AcDbObjectId seen = line({0, 0, 0}, {1, 0, 0});
+    setLayer(line({0, 0, 0}, {1, 0, 0}), layer(L"dark", true));
+    setLayer(line({0, 0, 0}, {1, 0, 0}), layer(L"cold", false, true));
+    {
+        AcDbObjectPointer<AcDbEntity> ghost(line({0, 0, 0}, {1, 0, 0}), AcDb::kForWrite);
+        ghost->setVisibility(AcDb::kInvisible);
+    }
+    erase(line({0, 0, 0}, {1, 0, 0}));
+    EXPECT_THAT(box(L"C", {-1, -1, 0}, {2, 1, 0}), ElementsAre(seen));
+}
+
+TEST_F(SelectionByPlace, ReferencesByTheirContents) {
+    const AcDbObjectId inner = block(L"inner");
+    line({0, 0, 0}, {10, 10, 0}, inner);
+    setLayer(line({0, 10, 0}, {10, 10, 0}, inner), layer(L"dark", true));
+    const AcDbObjectId outer = block(L"outer");
+    put(new AcDbBlockReference({100, 0, 0}, inner), outer);
+    auto* const mirrored = new AcDbBlockReference({0, 0, 0}, outer);
+    mirrored->setScaleFactors({-2, 1, 1});
+    const AcDbObjectId top = put(mirrored);
+    // The line runs from (-200, 0) to (-220, 10).
+    EXPECT_THAT(box(L"C", {-211, 4.9, 0}, {-209, 5.1, 0}), ElementsAre(top));
+    EXPECT_THAT(box(L"C", {-219, 1, 0}, {-212, 2, 0}), IsEmpty()) << "beside the line";
+    EXPECT_THAT(box(L"C", {-206, 9, 0}, {-204, 11, 0}), IsEmpty()) << "on a layer that is off";
+    EXPECT_THAT(box(L"W", {-221, -1, 0}, {-199, 11, 0}), ElementsAre(top));
+    EXPECT_THAT(box(L"W", {-215, -1, 0}, {-199, 11, 0}), IsEmpty());
+}
+
+TEST_F(SelectionByPlace, ClipsHideWhatTheyHide) {
+    const AcDbObjectId cross = block(L"cross");
+    line({-10, 0, 0}, {10, 0, 0}, cross);
+    const AcDbObjectId reference = put(new AcDbBlockReference({100, 50, 0}, cross));
+    clip(reference, {{95, 40, 0}, {105, 60, 0}});
+    EXPECT_THAT(box(L"C", {99, 49, 0}, {101, 51, 0}), ElementsAre(reference));
+    EXPECT_THAT(box(L"C", {106, 49, 0}, {109, 51, 0}), IsEmpty());
+    EXPECT_THAT(box(L"C", {104, 49, 0}, {109, 51, 0}), ElementsAre(reference));
+    EXPECT_THAT(box(L"W", {94, 49, 0}, {106, 51, 0}), ElementsAre(reference))
+        << "the hidden ends need not be inside";
+}
+
+TEST_F(SelectionByPlace, PointsAreUserCoordinatesAndPixelsMakeTheBox) {
+    headless::View view;
+    view.height = 900.0; // A unit a pixel.
+    show(view);
+    const AcDbObjectId below = line({0, 0, 0}, {100, 0, 0});
+    const AcDbObjectId above = line({0, 0, 0}, {100, 0, 0});
+    EXPECT_THAT(pick({50, 2.9, 0}), ElementsAre(above));
+    EXPECT_THAT(pick({50, 3.1, 0}), IsEmpty());
+    erase(above);
+    setUcs({0, 40, 0}, {0, 1, 0}, {-1, 0, 0});
+    // User x runs up the world's y from 40.
+    EXPECT_THAT(pick({-40, -50, 0}), ElementsAre(below));
+    EXPECT_THAT(box(L"C", {-41, -99, 0}, {-39, -1, 0}), ElementsAre(below));
+}
+
+TEST_F(SelectionByPlace, LinesOfSightGoThroughTheDrawing) {
+    headless::View front;
+    front.direction = AcGeVector3d(0, -1, 0); // x to the right, z up
+    front.height = 100.0;
+    show(front);
+    const AcDbObjectId post = line({5, 30, 0}, {5, 30, 20});
+    line({50, 30, 0}, {50, 30, 20});
+    EXPECT_THAT(box(L"C", {0, 0, 5}, {10, 0, 6}), ElementsAre(post));
+}
+
+TEST_F(SelectionByPlace, RaysAreTakenWhereTheyGo) {
+    auto* const made = new AcDbRay;
+    made->setBasePoint({0, 5, 0});
+    made->setUnitDir({1, 0, 0});
+    const AcDbObjectId ray = put(made);
+    EXPECT_THAT(box(L"C", {1e5, 0, 0}, {1e5 + 1, 10, 0}), ElementsAre(ray));
+    EXPECT_THAT(box(L"C", {-20, 0, 0}, {-10, 10, 0}), IsEmpty());
+    EXPECT_THAT(box(L"W", {-20, 0, 0}, {1e6, 10, 0}), IsEmpty());
+}
+
+} // namespace
