@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include <aced.h>
 #include <adslib.h>
 #include <dbapserv.h>
 #include <dbents.h>
@@ -88,4 +89,19 @@ double CZelDwg::GetTextWidth(const CString& text, const TextInfo& info) {
     AcGePoint3dArray corners; // from the lower left one on
     if (drawn.getBoundingPoints(corners) != Acad::eOk || corners.length() < 2) return 0.0;
     return corners[0].distanceTo(corners[1]);
+}
+
+AcGePoint3d CZelDwg::TransUcs2Wcs(const AcGePoint3d& point) {
+    const auto code = [](int system) {
+        resbuf buffer{};
+        buffer.restype = RTSHORT;
+        buffer.resval.rint = static_cast<short>(system);
+        return buffer;
+    };
+    const resbuf world = code(0);
+    const resbuf user = code(1);
+    const ads_point given = {point.x, point.y, point.z};
+    ads_point moved;
+    if (acedTrans(given, &user, &world, 0, moved) != RTNORM) return point;
+    return {moved[0], moved[1], moved[2]};
 }

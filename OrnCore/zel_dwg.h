@@ -82,6 +82,14 @@ public:
                                        const AcGePoint3d& lineEnd);
     /// Moves the point in the x, y plane by a distance in a direction, and returns it.
     static AcGePoint3d MovePtTo(AcGePoint3d& point, double distance, double angle);
+    /// The point turned about another in the x, y plane, at its own height.
+    static AcGePoint3d RotatePoint(const AcGePoint3d& point, const AcGePoint3d& about,
+                                   double angle);
+    /// From user to world coordinates; the point itself when there is no drawing.
+    static AcGePoint3d TransUcs2Wcs(const AcGePoint3d& point);
+    /// 1 when the rectangles of two boxes share a point or come as near as `tol`, whatever their
+    /// heights; 0 when they do not, or one is empty.
+    static int GetInterSect(const AcDbExtents& a, const AcDbExtents& b, double tol);
 
     /// Place of a point against a closed polygon in x and y, whose points may run either way,
     /// repeat and lie on one line: -1 outside, 0 no farther than `tol` from an edge, 1 inside.

@@ -6,6 +6,7 @@
 #include <numbers>
 #include <span>
 
+#include <dbmain.h>
 #include <dbpl.h>
 #include <gemat3d.h>
 
@@ -77,6 +78,23 @@ AcGePoint3d CZelDwg::MovePtTo(AcGePoint3d& point, double distance, double angle)
     point.x += distance * std::cos(angle);
     point.y += distance * std::sin(angle);
     return point;
+}
+
+AcGePoint3d CZelDwg::RotatePoint(const AcGePoint3d& point, const AcGePoint3d& about, double angle) {
+    const double dx = point.x - about.x;
+    const double dy = point.y - about.y;
+    const double cosine = std::cos(angle);
+    const double sine = std::sin(angle);
+    return {about.x + dx * cosine - dy * sine, about.y + dx * sine + dy * cosine, point.z};
+}
+
+int CZelDwg::GetInterSect(const AcDbExtents& a, const AcDbExtents& b, double tol) {
+    const auto meet = [tol](double lowA, double highA, double lowB, double highB) {
+        return lowA <= highA && lowB <= highB && lowA <= highB + tol && lowB <= highA + tol;
+    };
+    const bool inX = meet(a.minPoint().x, a.maxPoint().x, b.minPoint().x, b.maxPoint().x);
+    const bool inY = meet(a.minPoint().y, a.maxPoint().y, b.minPoint().y, b.maxPoint().y);
+    return inX && inY ? 1 : 0;
 }
 
 int CZelDwg::PtInClosePolygon(const AcGePoint3dArray& points, const AcGePoint3d& point,
