@@ -20,47 +20,22 @@ std::string resolvedLinks(const std::string& path) {
     return resolved == nullptr ? path : std::string(resolved.get());
 }
 
-/// A new file in the target's folder; gone at the end of the scope unless it got another name.
-class FileBeside {
-public:
-    explicit FileBeside(const std::string& target) {
-        static std::atomic<unsigned> count{0};
-        const std::string folder = target.substr(0, target.rfind('/') + 1);
-        const std::string prefix = folder + ".headless-" + std::to_string(::getpid()) + "-";
-        do { // A process of the same number may have left one when it was killed.
-            path_ = prefix + std::to_string(++count);
-            descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        } while (descriptor_ < 0 && errno == EEXIST);
-    }
-    ~FileBeside() {
-        if (descriptor_ < 0) return;
-        ::close(descriptor_);
-        if (!renamed_) ::unlink(path_.c_str());
-    }
-    FileBeside(const FileBeside&) = delete;
-    FileBeside& operator=(const FileBeside&) = delete;
+std::string folderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
+}
 
-    [[nodiscard]] int descriptor() const noexcept { return descriptor_; }
-
-    [[nodiscard]] bool renameTo(const std::string& target) noexcept {
-        renamed_ = ::rename(path_.c_str(), target.c_str()) == 0;
-        return renamed_;
+/// Calls `make` with one name in the target's folder after the other while files of these names
+/// are there. Returns the name that was free; empty on any other failure.
+template <class Make>
+std::string withFreeName(const std::string& target, Make make) {
+    static std::atomic<unsigned> count{0};
+    const std::string prefix = folderOf(target) + ".headless-" + std::to_string(::getpid()) + "-";
+    while (true) { // A process of the same number may have left one when it was killed.
+        std::string name = prefix + std::to_string(++count);
+        if (make(name.c_str())) return name;
+        if (errno != EEXIST) return {};
     }
-
-private:
-    std::string path_;
-    int descriptor_ = -1;
-    bool renamed_ = false;
-};
-
-bool writeAll(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
 }
 
 /// The owner first, since a change of owner takes permissions away.
@@ -81,20 +56,71 @@ int refusal(const std::string& path, const struct stat& old) {
 
 } // namespace
 
+FileReplacement::FileReplacement(const std::string& path) : target_(resolvedLinks(path)) {
+    exists_ = ::stat(target_.c_str(), &old_) == 0;
+    if (exists_) error_ = refusal(target_, old_);
+    if (error_ == 0) open();
+}
+
+FileReplacement::~FileReplacement() {
+    if (descriptor_ >= 0) ::close(descriptor_);
+    if (!path_.empty()) ::unlink(path_.c_str());
+}
+
+void FileReplacement::open() {
+    constexpr mode_t kMode = 0666;
+    descriptor_ = ::open(folderOf(target_).c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, kMode);
+    if (descriptor_ < 0 && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)) {
+        path_ = withFreeName(target_, [this](const char* name) {
+            descriptor_ = ::open(name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kMode);
+            return descriptor_ >= 0;
+        });
+    }
+    if (descriptor_ < 0) error_ = errno;
+}
+
+void FileReplacement::write(std::string_view bytes) {
+    while (error_ == 0 && !bytes.empty()) {
+        const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
+        if (written >= 0)
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+        else if (errno != EINTR)
+            error_ = errno;
+    }
+}
+
+/// Only what has a name can be renamed over another file.
+bool FileReplacement::giveName() {
+    if (!path_.empty()) return true;
+    const std::string self = "/proc/self/fd/" + std::to_string(descriptor_);
+    path_ = withFreeName(target_, [&](const char* name) {
+        return ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name, AT_SYMLINK_FOLLOW) == 0;
+    });
+    return !path_.empty();
+}
+
+bool FileReplacement::renameOver() {
+    if (::rename(path_.c_str(), target_.c_str()) != 0) return false;
+    path_.clear();
+    return true;
+}
+
+bool FileReplacement::putInPlace(Durability durability, struct stat& status) {
+    return (!exists_ || takeOver(descriptor_, old_)) &&
+           (durability == Durability::kProcess || ::fsync(descriptor_) == 0) && giveName() &&
+           renameOver() && ::fstat(descriptor_, &status) == 0;
+}
+
+int FileReplacement::commit(Durability durability, struct stat& status) {
+    if (error_ == 0 && !putInPlace(durability, status)) error_ = errno;
+    return error_;
+}
+
 int replaceFile(const std::string& path, std::string_view bytes, Durability durability,
                 struct stat& status) {
-    const std::string target = resolvedLinks(path);
-    struct stat old {};
-    const bool exists = ::stat(target.c_str(), &old) == 0;
-    if (exists) {
-        if (const int error = refusal(target, old)) return error;
-    }
-    FileBeside file(target);
-    const bool done = file.descriptor() >= 0 && writeAll(file.descriptor(), bytes) &&
-                      (!exists || takeOver(file.descriptor(), old)) &&
-                      (durability == Durability::kProcess || ::fsync(file.descriptor()) == 0) &&
-                      file.renameTo(target) && ::fstat(file.descriptor(), &status) == 0;
-    return done ? 0 : errno;
+    FileReplacement file(path);
+    file.write(bytes);
+    return file.commit(durability, status);
 }
 
 int syncFile(const std::string& path) {
