@@ -82,7 +82,9 @@ public:
     /// Reads the block's begin from its own record: base point, path, comment, flags.
     Acad::ErrorStatus readBegin(AcDbDxfFiler& filer);
     /// The groups of the block's begin and end, which are records of their own.
-    Acad::ErrorStatus writeBegin(AcDbDxfFiler& filer) const;
+    /// @param contents  the block whose attribute definitions tell that it has such; null for this.
+    Acad::ErrorStatus writeBegin(AcDbDxfFiler& filer,
+                                 const AcDbBlockTableRecord* contents = nullptr) const;
     Acad::ErrorStatus writeEnd(AcDbDxfFiler& filer) const;
     /// Where the block's begin and end stand in the file, if it was read from one.
     void setEnds(headless::SourceSpan begin, headless::SourceSpan end);
@@ -110,7 +112,7 @@ private:
 
     /// Definitions of attributes that references have a value of their own for.
     bool hasVariableAttributes() const;
-    std::uint32_t beginFlags() const;
+    std::uint32_t beginFlags(const AcDbBlockTableRecord& contents) const;
 
     headless::Lasting<std::vector<AcDbObjectId>> entities_;
     mutable headless::Lasting<std::shared_ptr<headless::BlockMemory>> memory_;

@@ -19,6 +19,7 @@ AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool /*noDocument*/)
 }
 
 AcDbDatabase::~AcDbDatabase() {
+    ending_ = true;
     if (state_ != nullptr) {
         std::erase(state_->databases, this);
         if (state_->services.workingDatabase() == this)
@@ -216,6 +217,17 @@ Acad::ErrorStatus AcDbDatabase::disableUndoRecording(bool disable) {
 }
 
 long AcDbDatabase::approxNumObjects() const { return static_cast<long>(handles_.size()); }
+
+Acad::ErrorStatus AcDbDatabase::saveAs(const ACHAR* fileName) {
+    if (fileName == nullptr || *fileName == L'\0') return Acad::eInvalidInput;
+    const bool done = headless::DbState::current().save(*this, fileName).done;
+    return done ? Acad::eOk : Acad::eCantOpenFile;
+}
+
+// Numbers are written with as many digits as they need, so there is no precision to lose.
+Acad::ErrorStatus AcDbDatabase::dxfOut(const ACHAR* fileName, int /*precision*/) {
+    return saveAs(fileName);
+}
 
 Acad::ErrorStatus AcDbDatabase::getFilename(const ACHAR*& name) const {
     name = filename_.c_str();

@@ -166,6 +166,10 @@ public:
     /// becomes a document.
     bool undoRecording() const;
     Acad::ErrorStatus disableUndoRecording(bool disable);
+    // Write the drawing as DXF, the only kind of file here; it stays the drawing of the file that
+    // it has. eInvalidInput without a name, eCantOpenFile when the file cannot be written.
+    Acad::ErrorStatus saveAs(const ACHAR* fileName);
+    Acad::ErrorStatus dxfOut(const ACHAR* fileName, int precision = 16);
 
     /// The drawing's file; empty text and eOk for one that has none.
     Acad::ErrorStatus getFilename(const ACHAR*& name) const;
@@ -289,5 +293,7 @@ private:
     std::shared_ptr<const void> sourceOwner_;
     std::string_view sourceBytes_;
     const headless::RecordArchive* recordArchive_ = nullptr;
+    std::vector<headless::SourceSpan> deletedRecords_;
+    bool ending_ = false;
     headless::DbState* state_;
 };

@@ -88,6 +88,10 @@ DataItems ObjectData::xdata(const AcDbObject& object) {
     return items;
 }
 
+const DataItems* ObjectData::ownXdata(const AcDbObject& object) {
+    return object.extras_ != nullptr && object.extras_->xdata ? &*object.extras_->xdata : nullptr;
+}
+
 void ObjectData::setXdata(AcDbObject& object, DataItems items) {
     markChanged(object);
     extras(object).xdata = std::move(items);
@@ -104,6 +108,10 @@ std::vector<AcDbObjectId> ObjectData::reactors(const AcDbObject& object) {
         ids = reactorsOfRecord(groups, filer);
     });
     return ids;
+}
+
+bool ObjectData::hasOwnReactors(const AcDbObject& object) {
+    return object.extras_ != nullptr && object.extras_->reactors.has_value();
 }
 
 AcDbVoidPtrArray& ObjectData::keptReactors(const AcDbObject& object) {

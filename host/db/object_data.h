@@ -26,11 +26,15 @@ class ObjectData {
 public:
     /// The extended data of all applications in order: each begins with the code 1001.
     static DataItems xdata(const AcDbObject& object);
+    /// The same when it was changed since it was read; else null.
+    static const DataItems* ownXdata(const AcDbObject& object);
     /// Puts other extended data in place, unchecked.
     static void setXdata(AcDbObject& object, DataItems items);
 
     /// The persistent reactors in the order they were added, those of absent objects too.
     static std::vector<AcDbObjectId> reactors(const AcDbObject& object);
+    /// True when they were asked for or changed since the object was read.
+    static bool hasOwnReactors(const AcDbObject& object);
     static void addReactor(AcDbObject& object, AcDbObjectId reactor);
     /// False when it is none of them.
     static bool removeReactor(AcDbObject& object, AcDbObjectId reactor);

@@ -48,6 +48,7 @@ struct AcDbStub {
     bool erased = false;
     bool permanentlyErased = false; // The object was deleted; the id never answers again.
     bool watched = false;           // Something was computed from the object, see change_watch.h.
+    bool inFile = false; // The object was read from a file: its source span is a record of its own.
 };
 
 class AcDbObjectId {

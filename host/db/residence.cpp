@@ -21,6 +21,8 @@ void Residence::exchangeHandles(AcDbObjectId a, AcDbObjectId b) {
     a.database()->handles_.exchange(*static_cast<AcDbStub*>(a), *static_cast<AcDbStub*>(b));
 }
 
+Adesk::UInt64 Residence::reserveHandle(AcDbDatabase& db) { return db.handles_.make().handle; }
+
 void Residence::raiseHandleSeed(AcDbDatabase& db, Adesk::UInt64 seed) {
     db.handles_.raiseSeed(seed);
 }
@@ -40,7 +42,10 @@ void Residence::occupy(AcDbStub& stub, AcDbObject& object, AcDbObjectId owner) {
 
 void Residence::vacate(AcDbStub& stub) {
     noteChange(*stub.object);
+    if (stub.inFile && !stub.database->ending_)
+        stub.database->deletedRecords_.push_back(stub.object->source_);
     stub.object = nullptr;
+    stub.inFile = false;
     stub.permanentlyErased = true;
     stub.readers = 0;
     stub.openForWrite = false;
@@ -54,6 +59,7 @@ AcDbObjectId Residence::admit(AcDbDatabase& db, std::unique_ptr<AcDbObject> obje
     occupy(*stub, admitted, owner);
     admitted.flags_ = 0;
     admitted.undoStep_ = 0; // Its changes before it was resident were noted nowhere.
+    stub->inFile = admitted.source_.length != 0;
     return AcDbObjectId(stub);
 }
 
@@ -94,6 +100,17 @@ void Residence::setOwner(AcDbObject& object, AcDbObjectId owner) {
 
 bool Residence::isChanged(const AcDbObject& object) {
     return object.source_.length == 0 || (object.flags_ & AcDbObject::kChanged) != 0;
+}
+
+Residence::Record Residence::record(const AcDbObject& object) {
+    const bool inFile = object.stub_ != nullptr && object.stub_->inFile;
+    const bool changed = (object.flags_ & AcDbObject::kChanged) != 0;
+    if (inFile) return changed ? Record::kChanged : Record::kAsRead;
+    return changed ? Record::kNew : Record::kImplied;
+}
+
+const std::vector<SourceSpan>& Residence::deletedRecords(const AcDbDatabase& db) {
+    return db.deletedRecords_;
 }
 
 std::vector<AcDbObjectId> Residence::residents(const AcDbDatabase& db) {

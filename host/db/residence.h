@@ -33,6 +33,8 @@ public:
     static AcDbStub* announce(AcDbDatabase& db, Adesk::UInt64 handle);
     /// Gives each of two objects of one database the other's handle; ids stay what they are.
     static void exchangeHandles(AcDbObjectId a, AcDbObjectId b);
+    /// A handle for a record that is no object here.
+    static Adesk::UInt64 reserveHandle(AcDbDatabase& db);
     /// New objects take handles from `seed` on; a smaller value than now changes nothing.
     static void raiseHandleSeed(AcDbDatabase& db, Adesk::UInt64 seed);
 
@@ -53,10 +55,23 @@ public:
     /// Makes a program's new object resident, open for writing. eAlreadyInDb when it is resident.
     static Acad::ErrorStatus enter(AcDbDatabase& db, AcDbObject& object, AcDbObjectId owner);
 
-    static void setSource(AcDbObject& object, SourceSpan source) { object.source_ = source; }
+    static void setSource(AcDbObject& object, SourceSpan source) {
+        object.source_ = source;
+        if (object.stub_ != nullptr) object.stub_->inFile = source.length != 0;
+    }
     static SourceSpan source(const AcDbObject& object) { return object.source_; }
     /// True when the object was changed since it was read, or never was in a file.
     static bool isChanged(const AcDbObject& object);
+    /// What saving the drawing has to do about the object's record.
+    enum class Record : std::uint8_t {
+        kAsRead,
+        kChanged,
+        kNew,    // made by a program; its source span, if any, is the record it was cloned from
+        kImplied // added to complete what was read, and not changed since
+    };
+    static Record record(const AcDbObject& object);
+    /// Where the records of deleted objects stand.
+    static const std::vector<SourceSpan>& deletedRecords(const AcDbDatabase& db);
     static void setExtensionDictionary(AcDbObject& object, AcDbObjectId dictionary) {
         object.extensionDictionary_ = dictionary;
     }

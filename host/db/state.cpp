@@ -38,6 +38,11 @@ DbState& DbState::current() {
     return newest != nullptr ? *newest : *processWide;
 }
 
+SavedDrawing DbState::save(AcDbDatabase& db, const std::wstring& file) const {
+    if (!writer) return {false, "drawings cannot be saved here"};
+    return writer(db, file);
+}
+
 FontLibrary& DbState::fonts() {
     if (fonts_ == nullptr) fonts_ = std::make_unique<FontLibrary>();
     return *fonts_;

@@ -58,6 +58,8 @@ public:
         if (!holds(id)) return Acad::eInvalidInput;
         return acdbOpenObject(part, id, mode, openErased);
     }
+    /// The mark behind the parts; null when the owner's record had none.
+    AcDbObjectId endId() const { return end_; }
     Acad::ErrorStatus openSequenceEnd(AcDbSequenceEnd*& end, AcDb::OpenMode mode) const;
 
     /// Calls `look` with each part of the kind that is not erased, whether or not it is open.

@@ -38,6 +38,8 @@ public:
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
+    /// True while the values are those of the file that the record was read from.
+    bool holdsFileValues() const { return !items_; }
     /// The values whether or not the record is open.
     headless::DataItems items() const;
 

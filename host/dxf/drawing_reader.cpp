@@ -42,6 +42,8 @@ std::string DrawingReader::read() {
     context_.filer.begin({});
     applyHeader(context_.db, context_.filer);
     completeDefaults(context_.db);
+    context_.source.end = ended ? record.begin : scanner.size();
+    context_.source.settings = context_.db.settings();
     return {};
 }
 

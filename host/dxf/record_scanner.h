@@ -51,6 +51,9 @@ public:
     /// Where the next record begins.
     ScanPosition position() const;
     void seek(ScanPosition position);
+    /// From now on comments count as groups, and the offsets at which a record's groups begin are
+    /// put into the list, which must outlive the scanner.
+    void noteGroups(std::vector<std::uint64_t>& begins) { begins_ = &begins; }
     /// Goes to the first record.
     void rewind() { seek(start_); }
 
@@ -71,6 +74,7 @@ protected:
 
 private:
     std::vector<DxfTag> tags_;
+    std::vector<std::uint64_t>* begins_ = nullptr;
     std::string failure_;
     // The code 0 that ended the record before, already read.
     DxfTag head_;

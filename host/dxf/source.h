@@ -7,11 +7,10 @@
 #include <string_view>
 #include <vector>
 
+#include "db/database.h"
 #include "db/record_archive.h"
 #include "dxf/input.h"
 #include "dxf/text_decoder.h"
-
-class AcDbDatabase;
 
 namespace headless {
 
@@ -43,6 +42,8 @@ struct DxfSource : RecordArchive {
     std::string codePage; // as the file names it
     TextDecoder decoder;
     std::vector<DxfPiece> pieces; // in file order
+    std::uint64_t end = 0;    // of what was read: the mark at the file's end, or the file's size
+    DrawingSettings settings; // of the drawing, as they were read
 };
 
 /// The file that the drawing was read from by readDxf; null when there is none.

@@ -6,6 +6,7 @@
 #include "db/database.h"
 #include "db/drawing_roots.h"
 #include "db/residence.h"
+#include "dxf/application_values.h"
 #include "dxf/group_codes.h"
 #include "rx/class_dictionary.h"
 
@@ -91,38 +92,8 @@ void TableReader::readTableRecord(AcRxClass* recordClass, const RecordParts& par
     std::unique_ptr<AcDbSymbolTableRecord> record(
         AcDbSymbolTableRecord::cast(recordClass->create()));
     if (table == nullptr || record == nullptr || !context_.fill(*record, parts)) return;
-    readFont(*record, parts.record);
-    readTransparency(*record, parts.record);
+    readApplicationValues(*record, parts.record.tags, context_.filer);
     context_.settleHandle(Residence::admitRecord(*table, std::move(record), parts.handle), parts);
-}
-
-void TableReader::readFont(AcDbSymbolTableRecord& record, const ScannedRecord& scanned) {
-    auto* const style = AcDbTextStyleTableRecord::cast(&record);
-    if (style == nullptr) return;
-    bool ours = false;
-    const DxfTag* typeface = nullptr;
-    std::int64_t flags = 0;
-    for (const DxfTag& tag : scanned.tags) {
-        if (tag.code == 1001) ours = tag.text() == "ACAD";
-        if (ours && tag.code == 1000) typeface = &tag;
-        if (ours && tag.code == 1071) flags = tag.integer();
-    }
-    if (typeface != nullptr) style->readFont(context_.filer.text(*typeface), flags);
-}
-
-// Layers got their transparency after their record's groups were settled, so it stands in data of
-// an application of that name.
-void TableReader::readTransparency(AcDbSymbolTableRecord& record, const ScannedRecord& scanned) {
-    auto* const layer = AcDbLayerTableRecord::cast(&record);
-    if (layer == nullptr) return;
-    bool ours = false;
-    for (const DxfTag& tag : scanned.tags) {
-        if (tag.code == 1001) ours = tag.text() == "AcCmTransparency";
-        if (!ours || tag.code != 1071) continue;
-        AcCmTransparency transparency;
-        transparency.serializeIn(static_cast<Adesk::UInt32>(tag.integer()));
-        layer->setTransparency(transparency);
-    }
 }
 
 } // namespace headless

@@ -20,8 +20,6 @@ private:
     void readRecord(const ScannedRecord& record);
     void readTable(const RecordParts& parts);
     void readTableRecord(AcRxClass* recordClass, const RecordParts& parts);
-    void readFont(AcDbSymbolTableRecord& record, const ScannedRecord& scanned);
-    void readTransparency(AcDbSymbolTableRecord& record, const ScannedRecord& scanned);
 
     ReadContext& context_;
 };

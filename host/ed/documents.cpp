@@ -64,6 +64,11 @@ void Documents::closeAll() {
         close(documents_.back().get());
 }
 
+void Documents::setFile(AcApDocument& document, std::wstring fileName) {
+    document.fileName_ = std::move(fileName);
+    document.named_ = true;
+}
+
 void Documents::makeCurrent(AcApDocument* document) {
     current_ = document;
     acdbHostApplicationServices()->setWorkingDatabase(document == nullptr ? nullptr

@@ -81,6 +81,9 @@ public:
     void close(const AcApDocument* document);
     void closeAll();
 
+    /// The drawing was saved under that full path, which is its file from now on.
+    static void setFile(AcApDocument& document, std::wstring fileName);
+
     AcApDocument* current() const { return current_; }
     /// Its database becomes the working database; null leaves none.
     void makeCurrent(AcApDocument* document);

@@ -1,0 +1,276 @@
+#include "dxf/part_merge.h"
+
+#include <algorithm>
+
+#include "db/residence.h"
+#include "db/symbol_table.h"
+
+namespace headless {
+namespace {
+
+constexpr int kSubclassMarker = 100;
+constexpr int kPaperSpace = 67;
+
+bool isHandleCode(int code) { return code >= 320 && code <= 369; }
+
+bool isMarker(const DxfOutTag& tag) {
+    return tag.code == kSubclassMarker && tag.kind == DxfOutTag::Kind::kName;
+}
+
+} // namespace
+
+PartMerge::PartMerge(GroupWriter& groups, PutRole putRole, PutTag putTag, IsLost isLost)
+    : groups_(groups), putRole_(std::move(putRole)), putTag_(std::move(putTag)),
+      isLost_(std::move(isLost)) {}
+
+void PartMerge::begin(const RecordGroups& file, const RecordLayout& layout,
+                      const TextDecoder& decoder) {
+    file_ = &file;
+    layout_ = &layout;
+    decoder_ = &decoder;
+}
+
+PartMerge::CodeUse& PartMerge::use(int code) {
+    CodeUse& known = uses_[static_cast<std::size_t>(code - kFirstGroupCode)];
+    if (known.epoch != epoch_) {
+        known = {};
+        known.epoch = epoch_;
+    }
+    return known;
+}
+
+bool PartMerge::sameTag(const DxfOutTag& a, const DxfOutTag& b) const {
+    if (a.code != b.code || a.kind != b.kind) return false;
+    switch (a.kind) {
+    case DxfOutTag::Kind::kText:
+        return a.text() == b.text();
+    case DxfOutTag::Kind::kName:
+    case DxfOutTag::Kind::kBytes:
+        return a.chunk() == b.chunk();
+    case DxfOutTag::Kind::kReal:
+        return a.real == b.real;
+    case DxfOutTag::Kind::kFlags:
+    case DxfOutTag::Kind::kInteger:
+        return a.integer == b.integer;
+    case DxfOutTag::Kind::kNumber:
+        return a.number == b.number;
+    case DxfOutTag::Kind::kHandle:
+        return a.stub == b.stub;
+    case DxfOutTag::Kind::kSymbol:
+        return a.stub == b.stub && (renamed_.empty() || !renamed_.contains(a.stub));
+    }
+    return false;
+}
+
+bool PartMerge::same(std::span<const DxfOutTag> a, std::span<const DxfOutTag> b) const {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [this](const DxfOutTag& x, const DxfOutTag& y) { return sameTag(x, y); });
+}
+
+/// True when the group of the file has exactly that value.
+bool PartMerge::says(const DxfTag& group, const DxfOutTag& tag) const {
+    if (group.code != tag.code) return false;
+    switch (tag.kind) {
+    case DxfOutTag::Kind::kText:
+        return decoder_->decode({group.bytes, group.length}) == tag.text();
+    case DxfOutTag::Kind::kName:
+        return group.text() == tag.chunk();
+    case DxfOutTag::Kind::kReal:
+        return group.real() == tag.real;
+    case DxfOutTag::Kind::kFlags:
+    case DxfOutTag::Kind::kInteger:
+        return group.integer() == tag.integer;
+    case DxfOutTag::Kind::kNumber:
+        return group.handle() == tag.number;
+    case DxfOutTag::Kind::kHandle:
+        return group.handle() == tag.id().handle();
+    case DxfOutTag::Kind::kSymbol:
+    case DxfOutTag::Kind::kBytes:
+        break;
+    }
+    return false;
+}
+
+bool PartMerge::sameAsFile(const FilePart& part, const PartValues& values) const {
+    std::size_t at = part.begin;
+    for (std::size_t i = 0; i < values.now.size(); ++i) {
+        const DxfOutTag& tag = values.now[i];
+        while (at < part.end && layout_->role(at) == GroupRole::kKept)
+            ++at;
+        if (at < part.end && says((*file_)[at], tag)) {
+            ++at;
+            continue;
+        }
+        // What the object wrote before went without saying.
+        if (i >= values.before.size() || !sameTag(values.before[i], tag)) return false;
+    }
+    return at == part.end;
+}
+
+/// True when the part names objects that are gone by now.
+bool PartMerge::namesLost(const FilePart& part, const PartValues& values) const {
+    for (std::size_t at = part.begin; at < part.end; ++at) {
+        const DxfTag& group = (*file_)[at];
+        if (!isHandleCode(group.code) || layout_->role(at) != GroupRole::kOwn) continue;
+        const bool modelled =
+            std::find(values.codes.begin(), values.codes.end(), group.code) != values.codes.end();
+        if (modelled && isLost_(group.handle())) return true;
+    }
+    return false;
+}
+
+void PartMerge::keep(std::size_t begin, std::size_t end) {
+    while (begin < std::min(end, layout_->plainFrom())) {
+        const GroupRole role = layout_->role(begin);
+        if (role == GroupRole::kOwn || role == GroupRole::kKept)
+            groups_.buffer() += file_->bytes(begin, begin + 1);
+        else if (role != GroupRole::kDropped)
+            putRole_(role);
+        ++begin;
+    }
+    if (begin < end) groups_.buffer() += file_->bytes(begin, end);
+}
+
+void PartMerge::merge(const FilePart& part, const PartValues& values) {
+    if (values.whole) {
+        mergeWhole(part, values);
+        return;
+    }
+    const bool lost = namesLost(part, values);
+    if (!values.newPlace && !lost && same(values.now, values.before))
+        keep(part.begin, part.end);
+    else
+        mergeGroups(part, values, lost);
+}
+
+void PartMerge::mergeWhole(const FilePart& part, const PartValues& values) {
+    const auto likeBefore = values.now.first(std::min(values.now.size(), values.before.size()));
+    const bool unchanged = same(values.asRead ? likeBefore : values.now, values.before);
+    if (unchanged || sameAsFile(part, values)) {
+        keep(part.begin, part.end);
+        return;
+    }
+    for (const DxfOutTag& tag : values.now) {
+        if (isMarker(tag))
+            keep(part.begin, part.begin + 1);
+        else
+            putTag_(tag);
+    }
+}
+
+void PartMerge::learn(const FilePart& part, const PartValues& values) {
+    ++epoch_;
+    partBegin_ = part.begin;
+    sameInFile_.assign(part.end - part.begin, kNone);
+    for (std::size_t at = part.begin; at < part.end; ++at) {
+        if (layout_->role(at) != GroupRole::kOwn) continue;
+        CodeUse& known = use((*file_)[at].code);
+        if (known.inFile++ == 0)
+            known.nextInFile = at;
+        else
+            sameInFile_[known.lastInFile - partBegin_] = at;
+        known.lastInFile = at;
+    }
+    sameBefore_.assign(values.before.size(), kNone);
+    for (std::size_t at = 0; at < values.before.size(); ++at) {
+        CodeUse& known = use(values.before[at].code);
+        if (known.before++ == 0)
+            known.nextBefore = at;
+        else
+            sameBefore_[known.lastBefore] = at;
+        known.lastBefore = at;
+    }
+}
+
+/// A value that went without saying and still does may be stated all the same: such groups stay.
+/// Of a list that lost an object all groups are its own.
+void PartMerge::chooseModelled(const PartValues& values, bool namesLost) {
+    for (const std::int16_t code : values.codes)
+        use(code).modelled = namesLost || use(code).before > 0;
+    for (const DxfOutTag& tag : values.now) {
+        const auto& codes = values.codes;
+        if (std::find(codes.begin(), codes.end(), tag.code) != codes.end())
+            use(tag.code).modelled = true;
+    }
+}
+
+void PartMerge::findTrails(const FilePart& part) {
+    trails_.clear();
+    std::size_t anchor = kNone;
+    bool first = true;
+    for (std::size_t at = part.begin; at < part.end; ++at) {
+        const CodeUse& known = use((*file_)[at].code);
+        if (layout_->role(at) == GroupRole::kOwn && known.modelled) {
+            // Where groups are left out at will, their number says nothing of whose they are.
+            if (known.inFile != known.before) continue;
+            anchor = at;
+            first = known.nextInFile == at;
+        } else if (!trails_.empty() && trails_.back().anchor == anchor &&
+                   trails_.back().end == at) {
+            trails_.back().end = at + 1;
+        } else {
+            trails_.push_back({anchor, at, at + 1, first});
+        }
+    }
+}
+
+void PartMerge::putTrails(std::size_t anchor) {
+    // They are in the order of their anchors, none (one below 0) first.
+    auto trail = std::lower_bound(
+        trails_.begin(), trails_.end(), anchor + 1,
+        [](const Trail& known, std::size_t wanted) { return known.anchor + 1 < wanted; });
+    for (; trail != trails_.end() && trail->anchor == anchor; ++trail) {
+        keep(trail->begin, trail->end);
+        trail->begin = trail->end;
+    }
+}
+
+/// What followed groups that are gone: of a list that got shorter it goes along.
+void PartMerge::putLostTrails() {
+    for (const Trail& trail : trails_) {
+        if (trail.first) keep(trail.begin, trail.end);
+    }
+}
+
+void PartMerge::putFlags(const DxfOutTag& tag, std::size_t inFile) {
+    const std::int64_t other = inFile == kNone ? 0 : (*file_)[inFile].integer();
+    groups_.integer(tag.code, (other & ~std::int64_t{tag.mask}) | tag.integer);
+}
+
+void PartMerge::putValue(const DxfOutTag& tag, const PartValues& values) {
+    CodeUse& known = use(tag.code);
+    if (!known.modelled) {
+        if (known.inFile == 0) putTag_(tag);
+        return;
+    }
+    const std::size_t inFile = known.nextInFile;
+    const std::size_t before = known.nextBefore;
+    if (inFile != kNone) known.nextInFile = sameInFile_[inFile - partBegin_];
+    if (before != kNone) known.nextBefore = sameBefore_[before];
+
+    const bool unchanged = before != kNone && sameTag(values.before[before], tag);
+    const bool paired = inFile != kNone && known.inFile == known.before;
+    if (unchanged && known.inFile == 0) return; // Its usual value went without saying, and does.
+    const bool stated = inFile != kNone && says((*file_)[inFile], tag);
+    if ((unchanged && paired) || stated)
+        groups_.buffer() += file_->bytes(inFile, inFile + 1);
+    else if (tag.kind == DxfOutTag::Kind::kFlags)
+        putFlags(tag, inFile);
+    else
+        putTag_(tag);
+    if (paired && !trails_.empty()) putTrails(inFile);
+}
+
+void PartMerge::mergeGroups(const FilePart& part, const PartValues& values, bool namesLost) {
+    learn(part, values);
+    chooseModelled(values, namesLost);
+    findTrails(part);
+    putTrails(kNone);
+    if (values.newPlace && values.inPaper) groups_.integer(kPaperSpace, 1);
+    for (const DxfOutTag& tag : values.now) {
+        if (!isMarker(tag)) putValue(tag, values);
+    }
+    putLostTrails();
+}
+
+} // namespace headless

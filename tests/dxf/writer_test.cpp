@@ -1,0 +1,266 @@
+// Drawings changed and saved.
+#include <fstream>
+#include <iterator>
+
+#include <sys/mount.h>
+#include <sys/stat.h>
+
+#include <gmock/gmock.h>
+
+#include "db/line.h"
+#include "db/object_pointer.h"
+#include "db/polyline.h"
+#include "db/xrecord.h"
+#include "drawing_fixture.h"
+#include "dxf/writer.h"
+#include "support/temporary_folder.h"
+
+namespace headless::testing {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+/// The groups of a drawing, written with bars for line ends.
+std::string lines(std::string_view bars, const std::string& lineEnd = "\n") {
+    std::string text;
+    for (const char letter : bars)
+        letter == '|' ? text.append(lineEnd) : text.append(1, letter);
+    return text;
+}
+
+std::string saved(AcDbDatabase& db) {
+    std::string bytes;
+    writeDxf(db, [&](std::string_view piece) { bytes += piece; });
+    return bytes;
+}
+
+/// Opens the object for writing and changes it.
+template <class T, class Change>
+void change(const Drawing& drawing, std::uint64_t handle, Change apply) {
+    AcDbObjectPointer<T> object(AcDbObjectId(Residence::find(*drawing.db, handle)),
+                                AcDb::kForWrite);
+    ASSERT_EQ(object.openStatus(), Acad::eOk);
+    apply(*object);
+}
+
+template <class T>
+AcDbObjectId append(AcDbDatabase& db, T* entity) {
+    AcDbObjectPointer<AcDbBlockTableRecord> space(db.modelSpaceId(), AcDb::kForWrite);
+    AcDbObjectId id;
+    EXPECT_EQ(space->appendAcDbEntity(id, entity), Acad::eOk);
+    entity->close();
+    return id;
+}
+
+constexpr const char* kHead = "0|SECTION|2|HEADER|9|$ACADVER|1|AC1015|9|$DWGCODEPAGE|3|ANSI_936|9|"
+                              "$HANDSEED|5|FF|0|ENDSEC|0|SECTION|2|TABLES|0|TABLE|2|LAYER|5|2|70|1|"
+                              "0|LAYER|5|21|100|AcDbSymbolTableRecord|100|AcDbLayerTableRecord|"
+                              "2|walls|70|0|62|7|6|Continuous|0|ENDTAB|0|ENDSEC|"
+                              "0|SECTION|2|ENTITIES|";
+constexpr const char* kTail = "0|ENDSEC|0|SECTION|2|OBJECTS|0|DICTIONARY|5|C|330|0|100|"
+                              "AcDbDictionary|281|1|0|ENDSEC|0|EOF|";
+constexpr const char* kLine = "0|LINE|5|A1|102|{APP|330|C|102|}|330|1F|100|AcDbEntity|999|note|"
+                              "8|walls|62|   1|284|3|100|AcDbLine|10|1.50|20|2|30|0|11|4.0|21|5|31|"
+                              "0|1001|APP|1000|\xB0\xE5|";
+
+TEST(SavedDrawing, ChangedRecordsKeepWhatDidNotChange) {
+    struct Case {
+        const char* name;
+        std::function<void(AcDbLine&)> apply;
+        const char* line;
+    };
+    const Case cases[] = {
+        {"nothing", [](AcDbLine& line) { line.setColorIndex(1); }, kLine},
+        {"a value", [](AcDbLine& line) { line.setColorIndex(3); },
+         "0|LINE|5|A1|102|{APP|330|C|102|}|330|1F|100|AcDbEntity|999|note|8|walls|62|3|284|3|100|"
+         "AcDbLine|10|1.50|20|2|30|0|11|4.0|21|5|31|0|1001|APP|1000|\xB0\xE5|"},
+        {"back to what goes without saying", [](AcDbLine& line) { line.setColorIndex(256); },
+         "0|LINE|5|A1|102|{APP|330|C|102|}|330|1F|100|AcDbEntity|999|note|8|walls|284|3|100|"
+         "AcDbLine|10|1.50|20|2|30|0|11|4.0|21|5|31|0|1001|APP|1000|\xB0\xE5|"},
+        {"a point",
+         [](AcDbLine& line) {
+             line.setStartPoint({7.25, 2, 0});
+         },
+         "0|LINE|5|A1|102|{APP|330|C|102|}|330|1F|100|AcDbEntity|999|note|8|walls|62|   1|284|3|"
+         "100|AcDbLine|10|7.25|20|2|30|0|11|4.0|21|5|31|0|1001|APP|1000|\xB0\xE5|"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        for (const char* const lineEnd : {"\n", "\r\n", "\r"}) {
+            const Drawing drawing(lines(std::string(kHead) + kLine + kTail, lineEnd));
+            change<AcDbLine>(drawing, 0xA1, c.apply);
+            const std::string expected = std::string(kHead) + c.line + kTail;
+            EXPECT_EQ(saved(*drawing.db), lines(expected, lineEnd));
+        }
+    }
+}
+
+TEST(SavedDrawing, ErasedAndDeletedRecordsAreLeftOut) {
+    const std::string other = "0|POINT|5|A2|8|walls|10|1|20|2|30|0|";
+    const Drawing drawing(lines(kHead + other + kLine + kTail));
+    change<AcDbLine>(drawing, 0xA1, [](AcDbLine& line) { line.erase(); });
+    EXPECT_EQ(saved(*drawing.db), lines(kHead + other + kTail));
+    delete at<AcDbEntity>(drawing, 0xA2);
+    EXPECT_EQ(saved(*drawing.db), lines(std::string(kHead) + kTail));
+}
+
+TEST(SavedDrawing, NewObjectsGoToTheEndsOfTheirContainers) {
+    Drawing drawing(lines(std::string(kHead) + kLine + kTail, "\r\n"));
+    AcDbObjectPointer<AcDbLayerTable> layers(drawing.db->layerTableId(), AcDb::kForWrite);
+    auto* const layer = new AcDbLayerTableRecord;
+    layer->setName(L"\x677F");
+    ASSERT_EQ(layers->add(layer), Acad::eOk);
+    const AcDbObjectId layerId = layer->objectId();
+    layer->close();
+    auto* const line = new AcDbLine({0, 0, 0}, {0.1, 1e20, 0});
+    line->setLayer(layerId);
+    const AcDbObjectId lineId = append(*drawing.db, line);
+
+    const std::string bytes = saved(*drawing.db);
+    EXPECT_THAT(bytes, HasSubstr(lines("0|ENDTAB|", "\r\n")));
+    EXPECT_THAT(bytes, HasSubstr(lines("AcDbLayerTableRecord|2|\xB0\xE5|70|", "\r\n")));
+    EXPECT_THAT(bytes, HasSubstr(lines("5|2|70|2|", "\r\n"))) << "the table's count";
+    EXPECT_THAT(bytes, HasSubstr(lines("11|0.1|21|1e+20|31|0.0|0|ENDSEC|", "\r\n")));
+    const Drawing again(bytes);
+    const auto* const read = at<AcDbLine>(again, lineId.handle());
+    ASSERT_NE(read, nullptr);
+    EXPECT_EQ(nameOf(Opened<AcDbLine>(read->objectId())->layerId()),
+              toUtf8(std::wstring(L"\x677F")));
+    EXPECT_GT(static_cast<Adesk::UInt64>(again.db->handseed()),
+              static_cast<Adesk::UInt64>(lineId.handle()));
+    EXPECT_EQ(again.findings(), drawing.findings()) << "the linetype was missing before";
+}
+
+TEST(SavedDrawing, RenamedRecordsAreNamedAnewWhereTheyAreUsed) {
+    const Drawing drawing(lines(std::string(kHead) + kLine + kTail));
+    change<AcDbLayerTableRecord>(
+        drawing, 0x21, [](AcDbLayerTableRecord& layer) { layer.setName(L"\x6881 \x1F600"); });
+    std::string expected = std::string(kHead) + kLine + kTail;
+    for (std::size_t at = 0; (at = expected.find("walls", at)) != std::string::npos;)
+        expected.replace(at, 5, "\xC1\xBA \\U+D83D\\U+DE00");
+    EXPECT_EQ(saved(*drawing.db), lines(expected));
+}
+
+TEST(SavedDrawing, SettingsChangeTheirHeaderVariables) {
+    const std::string head = "0|SECTION|2|HEADER|9|$ACADVER|1|AC1015|9|$LTSCALE|40|1.0|0|ENDSEC|";
+    const std::string rest = "0|SECTION|2|ENTITIES|0|ENDSEC|0|EOF|";
+    const Drawing drawing(lines(head + rest));
+    drawing.db->setLtscale(2.5);
+    drawing.db->setTextsize(12);
+    EXPECT_EQ(saved(*drawing.db),
+              lines("0|SECTION|2|HEADER|9|$ACADVER|1|AC1015|9|$LTSCALE|40|2.5|9|$TEXTSIZE|40|12.0|"
+                    "0|ENDSEC|" +
+                    rest));
+}
+
+TEST(SavedDrawing, NewDrawingsReadBackWithoutFindings) {
+    AcDbDatabase db(true, true);
+    auto* const polyline = new AcDbPolyline(2);
+    polyline->addVertexAt(0, {0, 0}, 0.5);
+    polyline->addVertexAt(1, {10, 1.0 / 3.0});
+    const AcDbObjectId id = append(db, polyline);
+    db.setLtscale(3);
+    const Drawing again(saved(db));
+    ASSERT_TRUE(again.result) << again.result.refusal;
+    EXPECT_TRUE(again.findings().empty()) << ::testing::PrintToString(again.findings());
+    const Opened<AcDbPolyline> read(at<AcDbPolyline>(again, id.handle())->objectId());
+    AcGePoint2d point;
+    ASSERT_EQ(read->getPointAt(1, point), Acad::eOk);
+    EXPECT_EQ(point.y, 1.0 / 3.0);
+    EXPECT_EQ(again.db->ltscale(), 3);
+}
+
+TEST(SavedDrawing, WhatR12CannotHoldMakesItADrawingOf2000) {
+    const std::string old = "0|SECTION|2|HEADER|9|$ACADVER|1|AC1009|0|ENDSEC|0|SECTION|2|ENTITIES|"
+                            "0|LINE|8|0|10|1|20|2|11|3|21|4|1001|APP|1070|5|0|ENDSEC|0|EOF|";
+    Drawing plain(lines(old));
+    append(*plain.db, new AcDbLine({0, 0, 0}, {1, 1, 0}));
+    EXPECT_THAT(saved(*plain.db), Not(HasSubstr("AcDb")));
+
+    Drawing drawing(lines(old));
+    auto* const polyline = new AcDbPolyline(1);
+    polyline->addVertexAt(0, {0, 0});
+    append(*drawing.db, polyline);
+    std::string bytes;
+    const DxfWriteResult result =
+        writeDxf(*drawing.db, [&](std::string_view piece) { bytes += piece; });
+    EXPECT_EQ(result.version, "AC1015");
+    EXPECT_EQ(result.notes.size(), 1U);
+    const Drawing again(bytes);
+    EXPECT_TRUE(again.findings().empty()) << ::testing::PrintToString(again.findings());
+    EXPECT_EQ(entities(again.db->modelSpaceId()).size(), 2U);
+    EXPECT_THAT(bytes, HasSubstr("1001\nAPP\n"));
+}
+
+std::string contents(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+TEST(SavedDrawing, ReplacesTheFileItCameFrom) {
+    const test_support::TemporaryFolder folder;
+    const auto file = folder.path() / "plan.dxf";
+    std::ofstream(file, std::ios::binary) << lines(std::string(kHead) + kLine + kTail);
+    ::chmod(file.c_str(), 0640);
+    const auto link = folder.path() / "link.dxf";
+    std::filesystem::create_symlink("plan.dxf", link);
+
+    const Drawing drawing(link);
+    for (const int color : {3, 4}) { // It can be used and saved again.
+        change<AcDbLine>(drawing, 0xA1, [&](AcDbLine& line) {
+            line.setColorIndex(static_cast<Adesk::UInt16>(color));
+        });
+        const DxfWriteResult result = writeDxf(*drawing.db, link);
+        ASSERT_TRUE(result) << result.refusal;
+        EXPECT_EQ(result.changed, 1U);
+        EXPECT_THAT(contents(file), HasSubstr("62\n" + std::to_string(color) + "\n"));
+    }
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    struct stat status {};
+    ::stat(file.c_str(), &status);
+    EXPECT_EQ(status.st_mode & 0777U, 0640U);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
+}
+
+TEST(SavedDrawing, FailuresLeaveEverythingAsItWas) {
+    const test_support::TemporaryFolder folder;
+    const auto file = folder.path() / "plan.dxf";
+    std::ofstream(file, std::ios::binary) << "old";
+    ::chmod(file.c_str(), 0440);
+    const auto sub = folder.path() / "folder.dxf";
+    std::filesystem::create_directory(sub);
+    const Drawing drawing(lines(std::string(kHead) + kLine + kTail));
+    struct Case {
+        std::filesystem::path target;
+        const char* reason;
+    };
+    const Case cases[] = {
+        {file, "not allowed"}, {sub, "folder"}, {folder.path() / "gone" / "x.dxf", "not there"}};
+    for (const Case& c : cases) {
+        const DxfWriteResult result = writeDxf(*drawing.db, c.target);
+        EXPECT_THAT(result.refusal, HasSubstr(c.target.string() + ": "));
+        EXPECT_THAT(result.refusal, HasSubstr(c.reason));
+    }
+    EXPECT_EQ(contents(file), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
+}
+
+TEST(SavedDrawing, AFullDiskLeavesTheOldDrawing) {
+    const test_support::TemporaryFolder folder;
+    const char* const disk = folder.path().c_str();
+    if (::mount("tmpfs", disk, "tmpfs", 0, "size=16k") != 0) GTEST_SKIP() << "not allowed to mount";
+    const auto file = folder.path() / "plan.dxf";
+    std::ofstream(file, std::ios::binary) << "old";
+    std::string many = kHead;
+    for (int i = 0; i < 500; ++i)
+        many += "0|POINT|8|walls|10|1|20|2|30|0|";
+    const Drawing drawing(lines(many + kTail));
+    EXPECT_EQ(writeDxf(*drawing.db, file).refusal, file.string() + ": the disk is full");
+    EXPECT_EQ(contents(file), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
+    ::umount(disk);
+}
+
+} // namespace
+} // namespace headless::testing
