@@ -9,6 +9,7 @@
 #include "info_command.h"
 #include "open_drawing.h"
 #include "render_command.h"
+#include "save_command.h"
 
 namespace {
 
@@ -24,6 +25,8 @@ int run(int argc, char** argv) {
     const CLI::App* infoCommand = orn::declareInfo(app, info);
     orn::AreaOptions area;
     const CLI::App* areaCommand = orn::declareArea(app, area);
+    orn::SaveOptions save;
+    const CLI::App* saveCommand = orn::declareSave(app, save);
 
     orn::RenderOptions render;
     const CLI::App* renderCommand = orn::declareRender(app, render);
@@ -36,6 +39,7 @@ int run(int argc, char** argv) {
     if (infoCommand->parsed()) return orn::runInfo(info);
     if (areaCommand->parsed()) return orn::runArea(area);
     if (renderCommand->parsed()) return orn::runRender(render);
+    if (saveCommand->parsed()) return orn::runSave(save);
     if (drawing->count() > 0) return orn::runConsole(console);
     std::cerr << app.help();
     return orn::kWrongUsage;

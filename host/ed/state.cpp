@@ -1,6 +1,7 @@
 #include "ed/state.h"
 
 #include "ed/dialog_library.h"
+#include "ed/save_commands.h"
 #include "ed/undo_commands.h"
 #include "ed/zoom.h"
 
@@ -22,6 +23,7 @@ EdState::EdState()
     }
     registerZoom(commands);
     addUndoCommands(commands);
+    registerSaving(commands);
 }
 
 EdState::~EdState() {

@@ -10,6 +10,7 @@
 #include "headless/leftovers.h"
 #include "mfc/state.h"
 #include "win/code_page.h"
+#include "win/native_path.h"
 #include "win/state.h"
 
 namespace headless {
@@ -48,6 +49,13 @@ Session::Session(const SessionOptions& options) : layers_(std::make_unique<Layer
                                 std::max(options.drawingAreaPixels.y, 1.0));
     if (!options.automation) layers_->ed.application.endAutomation();
     layers_->ed.output.setSink(options.sink);
+    layers_->db.writer = [](AcDbDatabase& db, const std::wstring& file) {
+        const DxfWriteResult result = writeDxf(db, nativePath(file));
+        SavedDrawing saved{static_cast<bool>(result), result.refusal};
+        for (const std::string& note : result.notes)
+            saved.text += (saved.text.empty() ? "" : "\n") + note;
+        return saved;
+    };
     layers_->db.openViolation = [this](const AcDbObject& object, const char* needed) {
         layers_->violations.push_back(toUtf8(object.isA()->name()) + " " +
                                       handleText(object.objectId().handle()) +
@@ -73,6 +81,12 @@ AcApDocument* Session::newDrawing() {
     const std::size_t number = layers_->ed.documents.all().size() + 1;
     return layers_->ed.documents.open(std::make_unique<AcDbDatabase>(true, true),
                                       L"Drawing" + std::to_wstring(number) + L".dwg", false);
+}
+
+DxfWriteResult Session::saveDrawing(const std::filesystem::path& path) {
+    AcDbDatabase* const db = database();
+    if (db == nullptr) return {.refusal = path.string() + ": no drawing is open"};
+    return writeDxf(*db, path);
 }
 
 void Session::closeDrawings() { layers_->ed.documents.closeAll(); }

@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "dxf/reader.h"
+#include "dxf/writer.h"
 #include "ge/point2d.h"
 #include "ge/point3d.h"
 
@@ -60,6 +61,8 @@ public:
     OpenResult openDrawing(const std::filesystem::path& path, const DxfReadOptions& options = {});
     /// A drawing as fresh as the platform makes it, current.
     AcApDocument* newDrawing();
+    /// Writes the current drawing, see writeDxf; it stays open as the drawing that it is.
+    DxfWriteResult saveDrawing(const std::filesystem::path& path);
     void closeDrawings();
     /// The current drawing, or null.
     AcDbDatabase* database() const;

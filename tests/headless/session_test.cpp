@@ -150,6 +150,31 @@ TEST(Session, DrawingsOpenAsDocuments) {
     EXPECT_EQ(session.database(), nullptr);
 }
 
+TEST(Session, CommandsSaveDrawings) {
+    const test_support::TemporaryFolder folder;
+    const auto first = (folder.path() / "first one.dxf").wstring();
+    const auto copy = (folder.path() / "copy.dxf").wstring();
+    Session session;
+    session.newDrawing();
+    EXPECT_EQ(session.database()->saveAs(L""), Acad::eInvalidInput);
+    EXPECT_EQ(session.database()->saveAs((folder.path() / "no" / "x.dxf").wstring().c_str()),
+              Acad::eCantOpenFile);
+
+    session.typeLine(first); // It has no file yet.
+    EXPECT_TRUE(session.run(L"QSAVE"));
+    EXPECT_EQ(curDoc()->fileName(), first);
+    EXPECT_TRUE(curDoc()->isNamedDrawing());
+    session.typeLine(copy);
+    EXPECT_TRUE(session.run(L"SAVE"));
+    EXPECT_EQ(curDoc()->fileName(), first);
+    session.typeLine(copy);
+    EXPECT_TRUE(session.run(L"SAVEAS"));
+    EXPECT_EQ(curDoc()->fileName(), copy);
+    for (const auto& file : {first, copy})
+        EXPECT_TRUE(session.openDrawing(file));
+    EXPECT_THAT(session.leftovers(), IsEmpty());
+}
+
 using SessionFixture = test_support::SessionTest;
 
 TEST_F(SessionFixture, AddsPolylinesOnLayers) {
