@@ -111,6 +111,9 @@ public:
 
     /// The entities of a selection set in its order; none for what is no set.
     static AcDbObjectIdArray GetObjectids(ads_name set);
+    /// All entities of the groups that an entity is in, each once, in the groups' order; none when
+    /// it cannot be opened.
+    static AcDbObjectIdArray GetGroupEntIdsFromOneEntity(const AcDbObjectId& id);
     /// Makes the entities draw after all others of their blocks, keeping their order among
     /// themselves; those that cannot be opened are left out. The first refusal.
     static Acad::ErrorStatus SendEntsToTop(AcDbObjectIdArray& ids);

@@ -1,9 +1,11 @@
 // The parts of CZelDwg about selected entities and the order in which they are drawn.
 #include <map>
+#include <vector>
 
 #include <aced.h>
 #include <adslib.h>
 #include <dbents.h>
+#include <dbgroup.h>
 #include <dbmain.h>
 #include <dbsymtb.h>
 #include <sorttab.h>
@@ -19,6 +21,21 @@ AcDbObjectId blockOf(AcDbObjectId id) {
     const AcDbObjectId block = entity->ownerId();
     entity->close();
     return block;
+}
+
+/// Groups are among the reactors of their members.
+std::vector<AcDbObjectId> reactorsOf(AcDbObjectId id) {
+    std::vector<AcDbObjectId> ids;
+    AcDbEntity* entity = nullptr;
+    if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) return ids;
+    if (const AcDbVoidPtrArray* const reactors = entity->reactors()) {
+        for (int i = 0; i < reactors->length(); ++i) {
+            if (acdbIsPersistentReactor((*reactors)[i]))
+                ids.push_back(acdbPersistentReactorObjectId((*reactors)[i]));
+        }
+    }
+    entity->close();
+    return ids;
 }
 
 Acad::ErrorStatus sendToTop(AcDbObjectId blockId, const AcDbObjectIdArray& ids) {
@@ -47,6 +64,21 @@ AcDbObjectIdArray CZelDwg::GetObjectids(ads_name set) {
             ids.append(id);
     }
     return ids;
+}
+
+AcDbObjectIdArray CZelDwg::GetGroupEntIdsFromOneEntity(const AcDbObjectId& id) {
+    AcDbObjectIdArray members;
+    for (const AcDbObjectId& reactor : reactorsOf(id)) {
+        AcDbGroup* group = nullptr;
+        if (acdbOpenObject(group, reactor, AcDb::kForRead) != Acad::eOk) continue;
+        AcDbObjectIdArray ids;
+        group->allEntityIds(ids);
+        group->close();
+        for (int i = 0; i < ids.length(); ++i) {
+            if (!members.contains(ids[i])) members.append(ids[i]);
+        }
+    }
+    return members;
 }
 
 Acad::ErrorStatus CZelDwg::SendEntsToTop(AcDbObjectIdArray& ids) {
