@@ -5,9 +5,11 @@
 #include <adslib.h>
 #include <dbents.h>
 
+#include "OrnCore/zel_dwg.h"
 #include "frame/object_handle.h"
 #include "table/coordinates.h"
 #include "table/ruling.h"
+#include "table/straight_pieces.h"
 #include "table/table_model.h"
 
 namespace {
@@ -21,6 +23,21 @@ std::span<const double> spanOf(const CArray<double, double>& values) {
 int refuseEmptyTable() {
     acutPrintf(L"\n请选择要导出的表格:找到 0 个.");
     return 0;
+}
+
+/// Draws a line for each piece of the polylines but the last entity's, and adds these to the list.
+void explodePolylines(AcArray<AcDbObjectId>& ids) {
+    AcArray<AcDbObjectId> drawn;
+    for (int i = 0; i < ids.length() - 1; ++i) {
+        const ReadHandle<AcDbEntity> entity(ids[i]);
+        if (!entity) continue;
+        for (const Ruling& piece : table::straightPieces(*entity)) {
+            const AcDbObjectId line =
+                CZelDwg::AddLine(piece.start, piece.end, AcDbObjectId::kNull, nullptr, nullptr);
+            if (!line.isNull()) drawn.append(line);
+        }
+    }
+    ids.append(drawn);
 }
 
 void appendEnds(const std::vector<Ruling>& lines, AcGePoint3dArray& starts,
@@ -66,6 +83,7 @@ int CGridToCadTable::AnalyseLines(const AcGePoint3dArray& starts, const AcGePoin
 AcArray<AcDbObjectId> CGridToCadTable::RemoveBiasLineGetTxt(AcArray<AcDbObjectId>& ids,
                                                             AcGePoint3dArray& starts,
                                                             AcGePoint3dArray& ends) {
+    explodePolylines(ids);
     std::vector<Ruling> lines;
     AcArray<AcDbObjectId> others;
     for (const AcDbObjectId& id : ids) {

@@ -111,10 +111,17 @@ public:
     /// Makes the grid what the model says.
     void FillGrid();
 
+protected:
+    // For what fills, exports and draws the table again; reading it does not look at them.
+    CLJExportParam exportParam_;
+    double outputFactor_ = 1.0;
+    double outputShare_ = 0.3;
+    int outputMode_ = 0;
+    int outputSetting_ = 1; // beside the settings of TableParam, which do not replace it
+
 private:
     TableModel model_;
     TableParam param_;
     double horizontalScale_ = 100.0;
     double verticalScale_ = 100.0;
-    CLJExportParam exportParam_;
 };

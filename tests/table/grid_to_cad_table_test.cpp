@@ -207,6 +207,40 @@ TEST_F(DrawnTable, TakesOnlyTextsAsTexts) {
     EXPECT_EQ(index, -1);
 }
 
+TEST_F(DrawnTable, MayBeDrawnWithPolylines) {
+    const auto linesInDrawing = [this] {
+        int lines = 0;
+        AcDbBlockTableRecord* space = nullptr;
+        EXPECT_EQ(acdbOpenObject(space, database()->currentSpaceId(), AcDb::kForRead), Acad::eOk);
+        AcDbBlockTableRecordIterator* all = nullptr;
+        space->newIterator(all);
+        for (const std::unique_ptr<AcDbBlockTableRecordIterator> it(all); !it->done(); it->step()) {
+            AcDbEntity* entity = nullptr;
+            it->getEntity(entity, AcDb::kForRead);
+            lines += entity->isKindOf(AcDbLine::desc()) ? 1 : 0;
+            entity->close();
+        }
+        space->close();
+        return lines;
+    };
+    const AcDbObjectId outline =
+        addPolyline({{{0, 0}}, {{1000, 0}, 0.5}, {{1000, 600}}, {{0, 600}}}); // an arc on the right
+    AcGePoint3dArray corners;
+    corners.append({0, 300, 0});
+    corners.append({1000, 300, 0});
+    drawn_.append(outline);
+    drawn_.append(add(std::make_unique<AcDb2dPolyline>(AcDb::k2dSimplePoly, corners)));
+    drawn_.append(add(std::make_unique<AcDb3dPolyline>(AcDb::k3dSimplePoly, corners)));
+    ASSERT_EQ(analyse(), 1);
+    EXPECT_EQ(model().rowLines, 3);
+    EXPECT_EQ(model().columnLines, 2);
+    EXPECT_EQ(linesInDrawing(), 5) << "none for the last entity";
+
+    drawn_.append(outline); // it is still there
+    ASSERT_EQ(analyse(), 0);
+    EXPECT_EQ(linesInDrawing(), 5);
+}
+
 TEST_F(DrawnTable, StartsWithTheProductsSettings) {
     EXPECT_EQ(table_.GetHorizontalScale(), 100.0);
     EXPECT_EQ(table_.GetVerticalScale(), 100.0);
