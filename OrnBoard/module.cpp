@@ -8,6 +8,7 @@
 #include "layers_command.h"
 #include "measure_command.h"
 #include "styles_command.h"
+#include "tables_command.h"
 
 namespace {
 
@@ -20,10 +21,9 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {L"BOARDAREA", board::measureCommand},
-    {L"BOARDBLOCK", board::blocksCommand},
-    {L"BOARDLAYERS", board::layersCommand},
-    {L"BOARDSTYLES", board::stylesCommand},
+    {L"BOARDAREA", board::measureCommand},  {L"BOARDBLOCK", board::blocksCommand},
+    {L"BOARDLAYERS", board::layersCommand}, {L"BOARDSTYLES", board::stylesCommand},
+    {L"BOARDTABLE", board::tablesCommand},
 };
 
 AFX_EXTENSION_MODULE extensionModule;

@@ -23,4 +23,15 @@ CString fromUtf8(const std::string& bytes) {
     return {text.data(), length};
 }
 
+std::string toUtf8(const CString& text) {
+    if (text.IsEmpty()) return {};
+    const auto narrowed = [&text](char* bytes, int capacity) {
+        return WideCharToMultiByte(CP_UTF8, 0, text.GetString(), text.GetLength(), bytes, capacity,
+                                   nullptr, nullptr);
+    };
+    std::string bytes(static_cast<std::size_t>(narrowed(nullptr, 0)), '\0');
+    narrowed(bytes.data(), static_cast<int>(bytes.size()));
+    return bytes;
+}
+
 } // namespace orncore

@@ -1,4 +1,4 @@
-// Texts in UTF-8, whatever the system's code page. Inside the module only.
+// Texts in UTF-8, whatever the system's code page.
 #pragma once
 
 #include <string>
@@ -11,5 +11,8 @@ namespace orncore {
 
 /// What is no UTF-8 becomes U+FFFD.
 [[nodiscard]] CString fromUtf8(const std::string& bytes);
+
+/// Characters that are none, such as halves of pairs, become U+FFFD.
+[[nodiscard]] AFX_EXT_API std::string toUtf8(const CString& text);
 
 } // namespace orncore

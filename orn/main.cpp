@@ -10,6 +10,7 @@
 #include "open_drawing.h"
 #include "render_command.h"
 #include "save_command.h"
+#include "table_command.h"
 
 namespace {
 
@@ -25,11 +26,12 @@ int run(int argc, char** argv) {
     const CLI::App* infoCommand = orn::declareInfo(app, info);
     orn::AreaOptions area;
     const CLI::App* areaCommand = orn::declareArea(app, area);
-    orn::SaveOptions save;
-    const CLI::App* saveCommand = orn::declareSave(app, save);
-
     orn::RenderOptions render;
     const CLI::App* renderCommand = orn::declareRender(app, render);
+    orn::SaveOptions save;
+    const CLI::App* saveCommand = orn::declareSave(app, save);
+    orn::TableOptions table;
+    const CLI::App* tableCommand = orn::declareTable(app, table);
 
     try {
         app.parse(argc, argv);
@@ -40,6 +42,7 @@ int run(int argc, char** argv) {
     if (areaCommand->parsed()) return orn::runArea(area);
     if (renderCommand->parsed()) return orn::runRender(render);
     if (saveCommand->parsed()) return orn::runSave(save);
+    if (tableCommand->parsed()) return orn::runTable(table);
     if (drawing->count() > 0) return orn::runConsole(console);
     std::cerr << app.help();
     return orn::kWrongUsage;

@@ -6,6 +6,7 @@
 #include "OrnBoard/measure_report.h"
 #include "dxf/read_report.h"
 #include "json_output.h"
+#include "table/grid_text.h"
 #include "win/code_page.h"
 
 namespace orn {
@@ -41,17 +42,6 @@ Json::Value toJsonArray(const std::vector<Row>& rows) {
     return array;
 }
 
-// Texts that hold a comma, a quote or a line end stand in quotes, as RFC 4180 has it.
-std::string csvField(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-    std::string quoted = "\"";
-    for (const char c : text) {
-        if (c == '"') quoted += '"';
-        quoted += c;
-    }
-    return quoted + '"';
-}
-
 // The shortest text that reads back as the same number.
 std::string csvNumber(const std::optional<double>& number) {
     if (!number) return {};
@@ -61,7 +51,7 @@ std::string csvNumber(const std::optional<double>& number) {
 
 void printCsvRows(std::ostream& out, const char* kind, const std::vector<board::Measured>& rows) {
     for (const board::Measured& row : rows) {
-        out << kind << ',' << headless::handleText(row.handle) << ',' << csvField(utf8(row.layer))
+        out << kind << ',' << headless::handleText(row.handle) << ',' << table::csvField(row.layer)
             << ',' << (row.closed ? "true" : "false") << ',' << row.vertices << ','
             << csvNumber(row.areaSquareMetre) << ',' << csvNumber(row.length) << '\n';
     }

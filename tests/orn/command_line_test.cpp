@@ -75,6 +75,7 @@ TEST_F(Orn, TellsWrongUseFromFailure) {
         {"unknown option", "area --sideways " + kPlan, 2, "--sideways"},
         {"missing file name", "info", 2, "FILE"},
         {"two formats", "area --json --csv " + kPlan, 2, "--csv"},
+        {"window of one corner", "table --window 1,2 " + kPlan, 2, "--window"},
         {"bound that is no number", "area --min-a wide " + kPlan, 2, "--min-a"},
         {"script without a drawing", "--script x", 2, "FILE"},
         {"help", "--help", 0, ""},
@@ -158,6 +159,28 @@ TEST_F(Orn, QuotesLayerNamesInCsv) {
     const Outcome result = run("area --csv " + drawing);
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_THAT(result.out, HasSubstr(",\"a,b\",true,0,"));
+}
+
+TEST_F(Orn, ReadsTheDrawnTableOfQuantities) {
+    const std::string file = (folder_.path() / "quantities.csv").string();
+    const Outcome written = run("table --json -o '" + file + "' " + kPlan);
+    EXPECT_EQ(written.status, 0) << written.err;
+    const Json::Value table = written.json();
+    const Json::ArrayIndex cells = table["cells"].size();
+    EXPECT_EQ(cells, table["rows"].asUInt() * table["columns"].asUInt());
+    std::string csv;
+    std::getline(std::ifstream(file), csv, '\0');
+    for (const Json::Value& cell : table["cells"])
+        EXPECT_THAT(csv, HasSubstr(cell["text"].asString()));
+    EXPECT_THAT(run("table " + kPlan).out, HasSubstr(" rows, "));
+    EXPECT_THAT(run(kPlan, "BOARDTABLE\n\n\n").out, HasSubstr(" rows, "));
+
+    const Outcome nothing = run("table --window -2,-1,0,1 " + kPlan);
+    EXPECT_EQ(nothing.status, 1);
+    EXPECT_THAT(nothing.err, HasSubstr("no table found"));
+    const Outcome nowhere = run("table -o /nowhere/t.csv " + kPlan);
+    EXPECT_EQ(nowhere.status, 1);
+    EXPECT_THAT(nowhere.err, HasSubstr("/nowhere/t.csv: "));
 }
 
 TEST_F(Orn, RunsTypedCommandsAndScripts) {

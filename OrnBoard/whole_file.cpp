@@ -1,0 +1,69 @@
+#include "whole_file.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
+namespace board {
+namespace {
+
+CString problem(const CString& path, const std::error_code& error) {
+    return path + L": " + CString(error.message().c_str());
+}
+
+std::error_code lastError() {
+    return errno != 0 ? std::error_code(errno, std::generic_category())
+                      : std::make_error_code(std::errc::io_error);
+}
+
+std::error_code write(const fs::path& path, const std::string& bytes) {
+    errno = 0;
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    if (!file) return lastError();
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    return file ? std::error_code() : lastError();
+}
+
+/// A file that may not be written is not replaced either, though its folder would let it.
+std::error_code isWritable(const fs::path& path) {
+    std::error_code error;
+    if (path.has_parent_path() && !fs::is_directory(path.parent_path(), error))
+        return std::make_error_code(std::errc::no_such_file_or_directory);
+    if (!fs::exists(path, error)) return {};
+    if (fs::is_directory(path, error)) return std::make_error_code(std::errc::is_a_directory);
+    const fs::perms writable =
+        fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    if ((fs::status(path, error).permissions() & writable) == fs::perms::none)
+        return std::make_error_code(std::errc::permission_denied);
+    errno = 0;
+    return std::ofstream(path, std::ios::binary | std::ios::app) ? std::error_code() : lastError();
+}
+
+} // namespace
+
+CString writeWhole(const CString& path, const FileMaker& make) {
+    const fs::path target(path.GetString());
+    if (const std::error_code error = isWritable(target)) return problem(path, error);
+    fs::path beside = target;
+    beside.replace_filename(target.stem() += L".saving" + target.extension().wstring());
+    const CString failure = make(beside.wstring().c_str());
+    std::error_code error;
+    if (failure.IsEmpty()) fs::rename(beside, target, error);
+    std::error_code ignored;
+    if (error || !failure.IsEmpty()) fs::remove(beside, ignored);
+    if (!failure.IsEmpty()) return path + L": " + failure;
+    return error ? problem(path, error) : CString();
+}
+
+CString writeWhole(const CString& path, const std::string& bytes) {
+    return writeWhole(path, [&bytes](const CString& beside) {
+        const std::error_code error = write(beside.GetString(), bytes);
+        return error ? CString(error.message().c_str()) : CString();
+    });
+}
+
+} // namespace board

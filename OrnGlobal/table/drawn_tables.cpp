@@ -1,0 +1,135 @@
+#include "table/drawn_tables.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "OrnCore/box_tree.h"
+#include "frame/object_handle.h"
+#include "table/cell_texts.h"
+#include "table/connected_rulings.h"
+#include "table/straight_pieces.h"
+
+namespace table {
+namespace {
+
+using orncore::Box;
+
+struct Drawn {
+    std::vector<Ruling> lines;
+    AcArray<AcDbObjectId> texts;
+};
+
+Drawn read(const AcArray<AcDbObjectId>& ids) {
+    Drawn drawn;
+    for (const AcDbObjectId& id : ids) {
+        const ReadHandle<AcDbEntity> entity(id);
+        if (!entity) continue;
+        if (const auto* line = AcDbLine::cast(entity.get()))
+            drawn.lines.push_back({line->startPoint(), line->endPoint()});
+        else if (AcDbText::cast(entity.get()) != nullptr)
+            drawn.texts.append(id);
+        else
+            std::ranges::copy(straightPieces(*entity), std::back_inserter(drawn.lines));
+    }
+    std::erase_if(drawn.lines, [](const Ruling& line) { return !isAxisParallel(line); });
+    return drawn;
+}
+
+/// The lines of one table and its place.
+struct Ruled {
+    std::vector<Ruling> lines;
+    Box box;
+    AcArray<AcDbObjectId> texts = AcArray<AcDbObjectId>();
+};
+
+Box around(const std::vector<Ruling>& lines) {
+    const AcGePoint3d& first = lines.front().start;
+    Box box{first.x, first.y, first.x, first.y};
+    for (const Ruling& line : lines) {
+        for (const AcGePoint3d& p : {line.start, line.end}) {
+            box = {std::min(box.minX, p.x), std::min(box.minY, p.y), std::max(box.maxX, p.x),
+                   std::max(box.maxY, p.y)};
+        }
+    }
+    return box;
+}
+
+/// What may be a table, in reading order.
+std::vector<Ruled> ruledAreas(const std::vector<Ruling>& lines) {
+    constexpr std::size_t kFewest = 5; // lines around two cells
+    std::vector<Ruled> areas;
+    for (std::vector<Ruling>& group : connected(joinedPieces(lines))) {
+        if (group.size() < kFewest) continue;
+        const Box box = around(group);
+        areas.push_back({std::move(group), box});
+    }
+    std::ranges::stable_sort(areas, [](const Ruled& a, const Ruled& b) {
+        return a.box.maxY != b.box.maxY ? a.box.maxY > b.box.maxY : a.box.minX < b.box.minX;
+    });
+    return areas;
+}
+
+/// Gives every area the texts that stand in its box.
+void shareOut(AcArray<AcDbObjectId>& ids, std::vector<Ruled>& areas) {
+    std::vector<Box> boxes;
+    for (const Ruled& area : areas)
+        boxes.push_back(orncore::widened(area.box, 1e-6));
+    const orncore::BoxTree tree(boxes);
+    std::vector<std::size_t> around;
+    const std::vector<CellText> texts = readTexts(ids);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const AcGePoint3d& p = texts[i].middle;
+        tree.find({p.x, p.y, p.x, p.y}, around);
+        for (const std::size_t area : around)
+            areas[area].texts.append(ids[static_cast<int>(i)]);
+    }
+}
+
+bool hasText(const TableModel& model) {
+    for (INT_PTR i = 0; i < model.texts.GetSize(); ++i)
+        if (!model.texts[i].IsEmpty()) return true;
+    return false;
+}
+
+/// Cells of a table lie side by side, and each row and column begins one; lines that cross at
+/// random close cells over one another, and a building's walls leave most of its rows empty.
+bool isTiled(const TableModel& model) {
+    long long covered = model.cellsFound;
+    for (INT_PTR i = 0; i < model.mergeRows.GetSize(); ++i) {
+        const long long columns = model.mergeMoreColumns[i] + 1;
+        covered += columns * (model.mergeMoreRows[i] + 1) - 1;
+    }
+    const long long cells = model.texts.GetSize();
+    const int fewest = std::max({2, model.rowLines - 1, model.columnLines - 1});
+    return model.cellsFound >= fewest && covered <= cells && 2 * covered >= cells;
+}
+
+std::unique_ptr<CGridToCadTable> tableIn(Ruled& area) {
+    AcGePoint3dArray starts;
+    AcGePoint3dArray ends;
+    for (const Ruling& line : area.lines) {
+        starts.append(line.start);
+        ends.append(line.end);
+    }
+    auto table = std::make_unique<CGridToCadTable>();
+    if (table->AnalyseLines(starts, ends, area.texts) == 0) return nullptr;
+    if (!isTiled(table->GetModel()) || !hasText(table->GetModel())) return nullptr;
+    table->FillGrid();
+    return table;
+}
+
+} // namespace
+
+DrawnTables tablesAmong(const AcArray<AcDbObjectId>& ids) {
+    Drawn drawn = read(ids);
+    std::vector<Ruled> areas = ruledAreas(drawn.lines);
+    shareOut(drawn.texts, areas);
+    DrawnTables tables;
+    for (Ruled& area : areas) {
+        if (area.texts.isEmpty()) continue;
+        if (auto table = tableIn(area)) tables.push_back(std::move(table));
+    }
+    return tables;
+}
+
+} // namespace table
