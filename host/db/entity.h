@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <string_view>
 
 #include "db/beside_state.h"
 #include "db/change_watch.h"
@@ -141,6 +142,8 @@ private:
     friend class headless::GeometrySink;
 
     void copyProperties(const AcDbEntity& other);
+    /// @param name  in a colour book, empty for a colour of no book.
+    void takeColor(const AcCmEntityColor& color, std::wstring_view name);
     /// Calls `apply` with each vertex or attribute of the entity, whether or not it is open.
     void forEachSubentity(const std::function<void(AcDbEntity&)>& apply);
     void readProperty(AcDbDxfFiler& filer, const headless::DxfTag& tag);

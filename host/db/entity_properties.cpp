@@ -7,6 +7,7 @@
 #include "db/layer_table.h"
 #include "db/line_weights.h"
 #include "db/linetype_table.h"
+#include "db/object_data.h"
 #include "db/resbuf.h"
 #include "db/residence.h"
 #include "db/state.h"
@@ -71,9 +72,15 @@ Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId layer, bool doSubents, bool 
 
 Acad::ErrorStatus AcDbEntity::setColor(const AcCmColor& color, bool doSubents,
                                        AcDbDatabase* /*db*/) {
-    change(color_, color.entityColor());
-    if (doSubents) forEachSubentity([&](AcDbEntity& part) { part.color_ = color_; });
+    assertWriteEnabled();
+    takeColor(color.entityColor(), {});
+    if (doSubents) forEachSubentity([&](AcDbEntity& part) { part.takeColor(color_, {}); });
     return Acad::eOk;
+}
+
+void AcDbEntity::takeColor(const AcCmEntityColor& color, std::wstring_view name) {
+    color_ = color;
+    headless::ObjectData::setColorName(*this, name);
 }
 
 Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool doSubents) {
@@ -151,7 +158,7 @@ void AcDbEntity::copyProperties(const AcDbEntity& other) {
     layerId_ = other.layerId_;
     linetypeId_ = other.linetypeId_;
     materialId_ = other.materialId_;
-    color_ = other.color_;
+    takeColor(other.color_, headless::ObjectData::colorName(other));
     transparency_ = other.transparency_;
     lineWeight_ = other.lineWeight_;
     visibility_ = other.visibility_;
@@ -216,6 +223,9 @@ void AcDbEntity::readProperty(AcDbDxfFiler& filer, const DxfTag& tag) {
                       static_cast<Adesk::UInt8>(rgb));
         break;
     }
+    case 430:
+        headless::ObjectData::setColorName(*this, filer.text(tag));
+        break;
     case 440:
         transparency_.serializeIn(static_cast<Adesk::UInt32>(tag.integer()));
         break;
@@ -233,7 +243,7 @@ void AcDbEntity::readColorIndex(AcDbDxfFiler& filer, const DxfTag& tag) {
 
 Acad::ErrorStatus AcDbEntity::dxfOutFields(AcDbDxfFiler* filer) const {
     if (const auto status = AcDbObject::dxfOutFields(filer); status != Acad::eOk) return status;
-    static constexpr std::int16_t kCodes[] = {6, 8, 48, 60, 62, 347, 370, 420, 440};
+    static constexpr std::int16_t kCodes[] = {6, 8, 48, 60, 62, 347, 370, 420, 430, 440};
     headless::DxfOutput& out = filer->output();
     out.subclass("AcDbEntity", kCodes);
     // Every entity of a file is on a layer; the first one is always there.
@@ -258,5 +268,6 @@ void AcDbEntity::writeLook(headless::DxfOutput& out) const {
     out.integer(60, visibility_ == AcDb::kVisible ? 0 : 1, 0);
     if (!out.since(DrawingVersion::k2004)) return;
     if (color_.isByColor()) out.integer(420, color_.color() & kPartsOfColor);
+    out.text(430, headless::ObjectData::colorName(*this), L"");
     out.integer(440, transparency_.serializeOut(), 0);
 }

@@ -86,6 +86,9 @@ void AcDbLayerTableRecord::readField(AcDbDxfFiler& filer, const DxfTag& tag) {
         color_.setColor(static_cast<Adesk::UInt32>(tag.integer() & 0xFFFFFF) |
                         Adesk::UInt32{AcCmEntityColor::kByColor} << 24);
         break;
+    case 430:
+        colorName_ = filer.text(tag);
+        break;
     default:
         break;
     }
@@ -136,7 +139,7 @@ bool AcDbLayerTable::isShown(const AcDbSymbolTableRecord& record) const {
 Acad::ErrorStatus AcDbLayerTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
     if (const auto status = AcDbSymbolTableRecord::dxfOutFields(filer); status != Acad::eOk)
         return status;
-    static constexpr std::int16_t kCodes[] = {2, 6, 62, 70, 290, 347, 370, 390, 420};
+    static constexpr std::int16_t kCodes[] = {2, 6, 62, 70, 290, 347, 370, 390, 420, 430};
     headless::DxfOutput& out = filer->output();
     beginFields(*filer, "AcDbLayerTableRecord", kCodes);
     out.flags(70, (frozen_ ? 1U : 0U) | (frozenInNewViewports_ ? 2U : 0U) | (locked_ ? 4U : 0U), 7);
@@ -159,6 +162,7 @@ void AcDbLayerTableRecord::writePlotting(headless::DxfOutput& out) const {
 void AcDbLayerTableRecord::writeColors(headless::DxfOutput& out) const {
     constexpr Adesk::UInt32 kPartsOfColor = 0xFFFFFF;
     if (color_.isByColor()) out.integer(420, color_.color() & kPartsOfColor);
+    out.text(430, colorName_, L"");
     out.application(L"AcCmTransparency");
     if (!transparency_.isSolid()) out.integer(1071, transparency_.serializeOut());
 }

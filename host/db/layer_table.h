@@ -35,7 +35,10 @@ public:
 
     AcCmColor color() const { return AcCmColor(look(color_)); }
     AcCmEntityColor entityColor() const { return look(color_); }
-    void setColor(const AcCmColor& color) { change(color_, color.entityColor()); }
+    void setColor(const AcCmColor& color) {
+        change(color_, color.entityColor());
+        colorName_.clear();
+    }
     AcCmTransparency transparency() const { return look(transparency_); }
     Acad::ErrorStatus setTransparency(const AcCmTransparency& transparency) {
         return change(transparency_, transparency);
@@ -78,6 +81,7 @@ private:
     AcDbObjectId materialId_;
     AcDbObjectId plotStyleId_;
     std::wstring description_;
+    std::wstring colorName_; // in a colour book
     AcCmEntityColor color_;
     AcCmTransparency transparency_{AcCmTransparency::kByAlpha};
     AcDb::LineWeight lineWeight_ = AcDb::kLnWtByLwDefault;

@@ -68,6 +68,7 @@ void ObjectData::markChanged(AcDbObject& object) {
 void ObjectData::detachClone(AcDbObject& clone, const AcDbObject& original) {
     DataItems xdata = ObjectData::xdata(original);
     clone.extras_ = std::make_unique<ObjectExtras>();
+    clone.extras_->colorName = colorName(original);
     clone.extras_->xdata = std::move(xdata);
     clone.extras_->reactors.emplace();
     clone.extras_->sourceDatabase = original.database();
@@ -77,6 +78,14 @@ void ObjectData::dropForeignSource(AcDbObject& object) {
     if (object.extras_ == nullptr) return;
     const void* const origin = std::exchange(object.extras_->sourceDatabase, nullptr);
     if (origin != object.database()) object.source_ = {};
+}
+
+std::wstring_view ObjectData::colorName(const AcDbObject& object) {
+    return object.extras_ == nullptr ? std::wstring_view() : object.extras_->colorName;
+}
+
+void ObjectData::setColorName(AcDbObject& object, std::wstring_view name) {
+    if (object.extras_ != nullptr || !name.empty()) extras(object).colorName = name;
 }
 
 DataItems ObjectData::xdata(const AcDbObject& object) {

@@ -6,6 +6,8 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "db/data_item.h"
@@ -19,6 +21,7 @@ struct ObjectExtras {
     std::optional<AcDbVoidPtrArray> reactors; // stubs; empty: as in the file
     std::vector<AcDbObjectId> erasedAlong;    // when the object was erased
     const void* sourceDatabase = nullptr;     // of a clone, the database that its source is of
+    std::wstring colorName;                   // in a colour book
 };
 
 /// For the host's own parts; these look at objects however they are open.
@@ -44,6 +47,10 @@ public:
     static void eraseOwned(AcDbObject& owner);
     /// Brings back what was erased along with the object.
     static void bringBackOwned(AcDbObject& owner);
+
+    /// The name of an entity's colour in a colour book, as its file states it; empty for most.
+    static std::wstring_view colorName(const AcDbObject& object);
+    static void setColorName(AcDbObject& object, std::wstring_view name);
 
     /// Counts the object as changed, however it is open.
     static void markChanged(AcDbObject& object);

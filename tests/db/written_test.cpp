@@ -16,6 +16,7 @@
 #include "db/layout.h"
 #include "db/leader.h"
 #include "db/line.h"
+#include "db/material.h"
 #include "db/mline.h"
 #include "db/mline_style.h"
 #include "db/mtext.h"
@@ -26,6 +27,7 @@
 #include "db/polyline_2d.h"
 #include "db/polyline_3d.h"
 #include "db/raster_image.h"
+#include "db/raster_image_def.h"
 #include "db/ray.h"
 #include "db/resbuf.h"
 #include "db/sequence_end.h"
@@ -223,7 +225,7 @@ TEST_F(Written, TablesAndOtherObjectsAsTheirRecordsHaveThem) {
     } cases[] = {
         {AcDbLayerTableRecord::desc(),
          groups("100=AcDbLayerTableRecord|2=L|70=7|62=-1|6=DASHED|290=0|370=35|390=2F|347=2E|"
-                "420=16711680")},
+                "420=16711680|430=RAL$RED")},
         {AcDbLinetypeTableRecord::desc(),
          groups("100=AcDbLinetypeTableRecord|2=L|70=0|3=-- x --|72=83|73=3|40=3|49=1|74=0|49=-1|"
                 "74=3|75=0|340=2F|46=0.1|50=90|44=0.2|45=-0.3|9=GAS|49=-1|74=4|75=132|340=2E|"
@@ -257,6 +259,9 @@ TEST_F(Written, TablesAndOtherObjectsAsTheirRecordsHaveThem) {
                 "142=1|143=50|70=1024|73=1|100=AcDbLayout|1=Sheet 1|70=1|71=2|10=1,2|11=421,299|"
                 "12=7,8,9|14=-1,-2,-3|15=4,5,6|146=10|13=1,2,3|16=0,1,0|17=-1,0,0|76=0|330=2F|"
                 "331=2E")},
+        {AcDbRasterImageDef::desc(), groups("100=AcDbRasterImageDef|90=0|1=plan 1.png|10=400,300|"
+                                            "11=0.5,0.25|280=0|281=5")},
+        {AcDbMaterial::desc(), groups("100=AcDbMaterial|1=Brick|2=red")},
         {AcDbMlineStyle::desc(),
          groups("100=AcDbMlineStyle|2=M|70=3|3=walls|62=5|51=45|52=60|71=2|49=0.5|62=1|"
                 "420=16711680|6=DASHED|49=-0.5|62=0|6=ByLayer")},
@@ -273,9 +278,9 @@ TEST_F(Written, TablesAndOtherObjectsAsTheirRecordsHaveThem) {
 }
 
 TEST_F(Written, WhatEveryEntityHas) {
-    const WrittenGroups all =
-        groups("100=AcDbEntity|8=WALL|6=DASHED|347=2F|62=1|370=50|48=0.5|60=1|420=16646401|"
-               "440=33554559");
+    const WrittenGroups all = groups(
+        "100=AcDbEntity|8=WALL|6=DASHED|347=2F|62=1|370=50|48=0.5|60=1|420=16646401|430=RAL$RED|"
+        "440=33554559");
     const WrittenGroups line = groups("100=AcDbLine|10=0,0,0|11=0,0,0");
     const auto object = read<AcDbLine>(joined(all, line));
     const auto without = [](WrittenGroups groups, std::initializer_list<int> codes) {
@@ -286,11 +291,19 @@ TEST_F(Written, WhatEveryEntityHas) {
     };
     EXPECT_EQ(written(*object), joined(all, line));
     // What the versions hold.
-    EXPECT_EQ(written(*object, DrawingVersion::k2000), without(joined(all, line), {347, 420, 440}));
+    EXPECT_EQ(written(*object, DrawingVersion::k2000),
+              without(joined(all, line), {347, 420, 430, 440}));
     EXPECT_EQ(written(*object, DrawingVersion::kR14),
-              without(joined(all, line), {347, 370, 420, 440}));
+              without(joined(all, line), {347, 370, 420, 430, 440}));
     EXPECT_EQ(written(*object, DrawingVersion::kR12),
-              without(joined(all, line), {48, 100, 347, 370, 420, 440}));
+              without(joined(all, line), {48, 100, 347, 370, 420, 430, 440}));
+
+    AcDbEntity& entity = *AcDbEntity::cast(object.get());
+    AcDbLine other;
+    other.setPropertiesFrom(&entity);
+    EXPECT_EQ(written(other), joined(all, line)) << "the colour's name goes along";
+    entity.setColor(entity.color());
+    EXPECT_EQ(written(entity), without(joined(all, line), {430})) << "a colour of no book";
 }
 
 TEST_F(Written, OnlyTheDegreesThatWereMeant) {
