@@ -16,10 +16,12 @@ AcGePoint2d flat(const AcGePoint3d& point) { return {point.x, point.y}; }
 AcGePoint2d flat(const AcGeVector3d& vector) { return {vector.x, vector.y}; }
 AcGePoint2d flat(const AcGeVector2d& vector) { return {vector.x, vector.y}; }
 
-/// The angle at the centre of a point of an ellipse, whole turns kept.
+/// The angle at the centre of a point of an ellipse, whole turns kept: it is never as much as a
+/// quarter turn from the parameter.
 double centerAngle(double param, double ratio) {
-    const double turns = std::floor((param + headless::kFullTurn / 2) / headless::kFullTurn);
-    return std::atan2(ratio * std::sin(param), std::cos(param)) + turns * headless::kFullTurn;
+    const double x = std::cos(param);
+    const double y = std::sin(param);
+    return param + std::atan2((ratio - 1.0) * x * y, x * x + ratio * y * y);
 }
 
 } // namespace

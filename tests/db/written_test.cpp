@@ -1,7 +1,6 @@
 // What objects write of themselves: the groups of a record that states everything, in the order and
 // under the markers that drawing files have.
 #include <numbers>
-#include <sstream>
 
 #include "core_support.h"
 #include "db/arc.h"
@@ -48,6 +47,7 @@ using headless::DxfOutput;
 using headless::DxfOutTag;
 using headless::Residence;
 using test_support::Group;
+using test_support::groups;
 using test_support::shown;
 using test_support::WrittenGroups;
 
@@ -74,26 +74,6 @@ protected:
 
     coretest::GroupFiler filer{db};
 };
-
-/// "40=2.5|10=1,2,3|1=text" and so on, a point with its three codes.
-WrittenGroups groups(const std::string& list) {
-    WrittenGroups all;
-    std::istringstream parts(list);
-    for (std::string part; std::getline(parts, part, '|');) {
-        const std::size_t sign = part.find('=');
-        int code = std::stoi(part.substr(0, sign));
-        const std::string value = part.substr(sign + 1);
-        if (headless::valueKind(code) == headless::ValueKind::kText || code == 5 || code == 1001 ||
-            headless::valueKind(code) == headless::ValueKind::kName || code == 100 || code == 390) {
-            all.emplace_back(code, value);
-            continue;
-        }
-        std::istringstream numbers(value);
-        for (std::string number; std::getline(numbers, number, ','); code += 10)
-            all.emplace_back(code, std::stod(number));
-    }
-    return all;
-}
 
 WrittenGroups joined(WrittenGroups first, const WrittenGroups& second) {
     first.insert(first.end(), second.begin(), second.end());

@@ -7,10 +7,12 @@
 #include <cstdint>
 #include <memory>
 #include <ostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "db/dxf_output.h"
+#include "db/resbuf.h"
 #include "support/group_filer.h"
 
 namespace test_support {
@@ -43,6 +45,26 @@ struct Group {
 };
 
 using WrittenGroups = std::vector<Group>;
+
+/// "40=2.5|10=1,2,3|1=text" and so on, a point with its three codes.
+inline WrittenGroups groups(const std::string& list) {
+    WrittenGroups all;
+    std::istringstream parts(list);
+    for (std::string part; std::getline(parts, part, '|');) {
+        const std::size_t sign = part.find('=');
+        int code = std::stoi(part.substr(0, sign));
+        const std::string value = part.substr(sign + 1);
+        if (headless::valueKind(code) == headless::ValueKind::kText || code == 5 || code == 1001 ||
+            headless::valueKind(code) == headless::ValueKind::kName || code == 100 || code == 390) {
+            all.emplace_back(code, value);
+            continue;
+        }
+        std::istringstream numbers(value);
+        for (std::string number; std::getline(numbers, number, ','); code += 10)
+            all.emplace_back(code, std::stod(number));
+    }
+    return all;
+}
 
 inline std::string hexadecimal(std::uint64_t handle) {
     wchar_t digits[17];
