@@ -4,6 +4,7 @@
 
 #include "db/curve_piece.h"
 #include "db/dxf_output.h"
+#include "db/ellipse.h"
 #include "db/flat_transform.h"
 #include "ge/angles.h"
 
@@ -73,6 +74,15 @@ Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& transform) {
     startAngle_ = flat.angle(startAngle_);
     endAngle_ = normalizedAngle(startAngle_ + sweep);
     return Acad::eOk;
+}
+
+std::unique_ptr<AcDbEntity> AcDbArc::unevenForm() const {
+    const AcGeVector3d major = headless::ocsMatrix(normal_) * (AcGeVector3d::kXAxis * radius_);
+    auto ellipse =
+        std::make_unique<AcDbEllipse>(center_, normal_, major, 1.0, startAngle_,
+                                      startAngle_ + sweepBetween(startAngle_, endAngle_));
+    ellipse->copyProperties(*this);
+    return ellipse;
 }
 
 Acad::ErrorStatus AcDbArc::subGetGripPoints(AcGePoint3dArray& points) const {

@@ -6,6 +6,7 @@
 #include "db/attribute.h"
 #include "db/block_table.h"
 #include "db/dxf_output.h"
+#include "db/explode.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
 #include "ge/angles.h"
@@ -108,7 +109,7 @@ bool AcDbBlockReference::takesSubentity(const AcDbEntity& part) const {
     return part.isKindOf(AcDbAttribute::desc()) || part.isKindOf(AcDbSequenceEnd::desc());
 }
 
-void AcDbBlockReference::subDescribe(headless::GeometrySink& sink) const {
+headless::GeometrySink::Reference AcDbBlockReference::placedContents() const {
     const Array cells = array();
     const AcGeMatrix3d axes = placing();
     headless::GeometrySink::Reference reference;
@@ -118,9 +119,49 @@ void AcDbBlockReference::subDescribe(headless::GeometrySink& sink) const {
     reference.rows = std::max(cells.rows, 1);
     reference.columnStep = axes * AcGeVector3d(cells.columnSpacing, 0.0, 0.0);
     reference.rowStep = axes * AcGeVector3d(0.0, cells.rowSpacing, 0.0);
-    sink.reference(reference);
+    return reference;
+}
+
+void AcDbBlockReference::subDescribe(headless::GeometrySink& sink) const {
+    sink.reference(placedContents());
     attributes_.forEach<AcDbAttribute>(
         [&sink](const AcDbAttribute& attribute) { sink.describe(attribute); });
+}
+
+Acad::ErrorStatus AcDbBlockReference::subExplode(headless::NewEntities& parts) const {
+    // Hostile arrays have as many cells as their numbers allow.
+    constexpr std::size_t kMostParts = 1'000'000;
+    const auto* const block = Residence::peek<AcDbBlockTableRecord>(block_);
+    if (block == nullptr) return Acad::eNullObjectId;
+    if (!block->mayBeExploded()) return Acad::eCannotExplodeEntity;
+    const headless::GeometrySink::Reference contents = placedContents();
+    const auto cells =
+        static_cast<std::size_t>(contents.columns) * static_cast<std::size_t>(contents.rows);
+    if (cells * block->entityIds().size() > kMostParts) return Acad::eCannotExplodeEntity;
+    for (int row = 0; row < contents.rows; ++row) {
+        for (int column = 0; column < contents.columns; ++column) {
+            const AcGeVector3d step = contents.columnStep * column + contents.rowStep * row;
+            const auto status = headless::addBlockContents(
+                parts, block_, AcGeMatrix3d::translation(step) * contents.transform);
+            if (status != Acad::eOk) return status;
+        }
+    }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockReference::explodeToOwnerSpace() const {
+    assertReadEnabled();
+    if (database() == nullptr) return Acad::eNotInDatabase;
+    headless::NewEntities parts;
+    if (const auto status = subExplode(parts); status != Acad::eOk) return status;
+    AcDbSmartObjectPointer<AcDbBlockTableRecord> space(ownerId(), AcDb::kForWrite);
+    if (space.openStatus() != Acad::eOk) return space.openStatus();
+    for (auto& part : parts) {
+        if (const auto status = space->appendAcDbEntity(part.get()); status != Acad::eOk)
+            return status;
+        part.release()->close();
+    }
+    return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbBlockReference::subErase(bool erasing) {
@@ -257,4 +298,9 @@ Acad::ErrorStatus AcDbBlockReference::dxfOutFields(AcDbDxfFiler* filer) const {
 
 Acad::ErrorStatus AcDbMInsertBlock::dxfOutFields(AcDbDxfFiler* filer) const {
     return writeReference(*filer, "AcDbMInsertBlock");
+}
+
+void AcDbBlockReference::forEachReference(const headless::ReferenceVisitor& visit) {
+    AcDbEntity::forEachReference(visit);
+    visit(block_, headless::ReferenceKind::kHardPointer);
 }

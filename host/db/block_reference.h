@@ -2,6 +2,7 @@
 #pragma once
 
 #include "db/entity.h"
+#include "db/geometry_sink.h"
 #include "db/sequence_end.h"
 #include "db/subentities.h"
 #include "ge/scale3d.h"
@@ -54,6 +55,10 @@ public:
     /// The caller deletes the iterator.
     AcDbObjectIterator* attributeIterator() const;
 
+    /// Adds the parts that explode() gives to the block that the reference stands in, which must be
+    /// open for writing or not at all; the reference stays. As explode, and eNotInDatabase.
+    Acad::ErrorStatus explodeToOwnerSpace() const;
+
     /// The box of the contents, with the texts among them, under a further transform.
     Acad::ErrorStatus
     geomExtentsBestFit(AcDbExtents& extents,
@@ -64,6 +69,7 @@ public:
     void getEcs(AcGeMatrix3d& ecs) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    void forEachReference(const headless::ReferenceVisitor& visit) override;
 
     bool takesSubentity(const AcDbEntity& part) const override;
     headless::Subentities& subentities() override { return attributes_; }
@@ -72,6 +78,7 @@ protected:
     Acad::ErrorStatus subErase(bool erasing) override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subExplode(headless::NewEntities& parts) const override;
     void subDescribe(headless::GeometrySink& sink) const override;
     bool keepsExtents() const override { return false; }
 
@@ -88,6 +95,8 @@ protected:
 
     /// Object coordinates, turned: the axes that an array runs along.
     AcGeMatrix3d placing() const;
+    /// The contents of all cells.
+    headless::GeometrySink::Reference placedContents() const;
     /// blockTransform() whether or not the reference is open.
     AcGeMatrix3d contentTransform() const;
 

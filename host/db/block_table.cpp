@@ -348,3 +348,7 @@ std::uint32_t AcDbBlockTableRecord::beginFlags(const AcDbBlockTableRecord& conte
     if (overlay_) return flags | BeginFlags::kOverlay;
     return external_ ? flags | BeginFlags::kExternal : flags;
 }
+
+void AcDbBlockTableRecord::forEachReference(const headless::ReferenceVisitor& visit) {
+    visit(layoutId_, headless::ReferenceKind::kSoftPointer);
+}

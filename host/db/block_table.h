@@ -78,6 +78,7 @@ public:
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    void forEachReference(const headless::ReferenceVisitor& visit) override;
 
     /// Reads the block's begin from its own record: base point, path, comment, flags.
     Acad::ErrorStatus readBegin(AcDbDxfFiler& filer);
@@ -95,6 +96,8 @@ public:
     std::span<const AcDbObjectId> entityIds() const { return entities_; }
     /// isLayout() whether or not the block is open.
     bool isSpace() const;
+    /// False for external drawings too, whether or not the block is open.
+    bool mayBeExploded() const { return explodable_ && !external_; }
     /// The origin whether or not the block is open.
     const AcGePoint3d& originOf() const { return origin_; }
     /// What was computed from the contents, made when first asked for.

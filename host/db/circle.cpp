@@ -4,6 +4,7 @@
 
 #include "db/curve_piece.h"
 #include "db/dxf_output.h"
+#include "db/ellipse.h"
 #include "db/flat_transform.h"
 #include "ge/angles.h"
 
@@ -51,6 +52,13 @@ Acad::ErrorStatus AcDbCircle::subTransformBy(const AcGeMatrix3d& transform) {
     radius_ *= flat.scale();
     thickness_ *= flat.normalScale();
     return Acad::eOk;
+}
+
+std::unique_ptr<AcDbEntity> AcDbCircle::unevenForm() const {
+    const AcGeVector3d major = headless::ocsMatrix(normal_) * (AcGeVector3d::kXAxis * radius_);
+    auto ellipse = std::make_unique<AcDbEllipse>(center_, normal_, major, 1.0);
+    ellipse->copyProperties(*this);
+    return ellipse;
 }
 
 Acad::ErrorStatus AcDbCircle::subGetGripPoints(AcGePoint3dArray& points) const {

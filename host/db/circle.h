@@ -40,6 +40,7 @@ public:
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    std::unique_ptr<AcDbEntity> unevenForm() const override;
     bool forEachPiece(const headless::PieceVisitor& visit) const override;
 
 private:

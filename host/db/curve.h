@@ -54,6 +54,10 @@ protected:
     static constexpr double kOvershoot = 1e-9;
 
     AcDbCurve() = default;
+    /// Adds a line or an arc for each piece that has length. The pieces are segments and flat arcs
+    /// about the normal.
+    Acad::ErrorStatus explodePieces(headless::NewEntities& parts, const AcGeVector3d& normal,
+                                    double thickness) const;
 
     /// Visits the smooth pieces that the curve consists of, joined end to start and their
     /// parameters likewise. False when the visitor stopped. Called whether or not the curve is

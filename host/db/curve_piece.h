@@ -36,6 +36,8 @@ public:
     static CurvePiece spline(std::shared_ptr<const Spline> curve);
 
     Kind kind() const { return kind_; }
+    /// Of an arc over a chord; 0 for other kinds.
+    double bulge() const { return bulge_; }
     double startParam() const { return startParam_; }
     double endParam() const { return endParam_; }
     AcGePoint3d start() const { return pointAt(startParam_); }

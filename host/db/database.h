@@ -17,6 +17,8 @@
 #include "db/text_style_table.h"
 #include "db/view_tables.h"
 
+class AcDbIdMapping;
+
 namespace headless {
 
 class DbState;
@@ -153,6 +155,22 @@ public:
     /// created: then an id is announced for it (eHandleExists when an object has it already).
     Acad::ErrorStatus getAcDbObjectId(AcDbObjectId& id, bool createIfNotFound,
                                       const AcDbHandle& handle, Adesk::UInt32 xrefId = 0);
+    /// Clones objects of this drawing, and what they own, into a block, table or dictionary of it.
+    /// References among what is cloned lead to the clones. Records of a name that the table has are
+    /// not cloned. eNullObjectId, eWasErased, eWrongDatabase, eWrongObjectType or eNotAnEntity for
+    /// what the owner does not take, cloning nothing; else as an owner that somebody has open.
+    /// @param deferTranslation  leaves references as they are until the next call with the mapping.
+    Acad::ErrorStatus deepCloneObjects(const AcDbObjectIdArray& ids, const AcDbObjectId& owner,
+                                       AcDbIdMapping& mapping, bool deferTranslation = false);
+    /// The same into another drawing. Layers, linetypes, styles and blocks that the clones need
+    /// come along, by name; eNotApplicable for kinds that the host does not model.
+    /// @param duplicates  what becomes of records whose name is there: kDrcReplace takes the new
+    ///                    state over, kDrcMangleName renames the new one, else the old one serves.
+    Acad::ErrorStatus wblockCloneObjects(const AcDbObjectIdArray& ids, const AcDbObjectId& owner,
+                                         AcDbIdMapping& mapping,
+                                         AcDb::DuplicateRecordCloning duplicates,
+                                         bool deferTranslation = false);
+
     /// Makes a new object resident without an owner; it stays open for writing.
     Acad::ErrorStatus addAcDbObject(AcDbObject* object);
     Acad::ErrorStatus addAcDbObject(AcDbObjectId& id, AcDbObject* object);

@@ -322,3 +322,16 @@ bool AcDbDictionaryIterator::setPosition(AcDbObjectId id) {
     position_ = static_cast<std::size_t>(found - entries_.begin());
     return true;
 }
+
+void AcDbDictionary::forEachReference(const headless::ReferenceVisitor& visit) {
+    for (Entry& entry : entries_)
+        visit(entry.id, headless::ReferenceKind::kOwner);
+    for (std::size_t i = entries_.size(); i-- > 0;) {
+        if (entries_[i].id.isNull()) drop(i);
+    }
+}
+
+void AcDbDictionaryWithDefault::forEachReference(const headless::ReferenceVisitor& visit) {
+    AcDbDictionary::forEachReference(visit);
+    visit(defaultId_, headless::ReferenceKind::kHardPointer);
+}

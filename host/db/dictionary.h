@@ -81,6 +81,7 @@ public:
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    void forEachReference(const headless::ReferenceVisitor& visit) override;
 
     struct Entry {
         std::wstring key;
@@ -130,6 +131,7 @@ public:
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    void forEachReference(const headless::ReferenceVisitor& visit) override;
 
 private:
     AcDbObjectId defaultId_;

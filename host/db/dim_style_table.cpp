@@ -126,3 +126,8 @@ Acad::ErrorStatus AcDbDimStyleTableRecord::dxfOutFields(AcDbDxfFiler* filer) con
     if (!dimblk_.isNull()) out.handle(342, dimblk_);
     return Acad::eOk;
 }
+
+void AcDbDimStyleTableRecord::forEachReference(const headless::ReferenceVisitor& visit) {
+    visit(dimtxsty_, headless::ReferenceKind::kHardPointer);
+    visit(dimblk_, headless::ReferenceKind::kHardPointer);
+}

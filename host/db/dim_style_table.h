@@ -77,6 +77,7 @@ public:
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    void forEachReference(const headless::ReferenceVisitor& visit) override;
 
 private:
     // The member that a group of a record is the value of, or null.

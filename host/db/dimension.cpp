@@ -6,6 +6,7 @@
 #include "db/block_table.h"
 #include "db/dim_style_table.h"
 #include "db/dxf_output.h"
+#include "db/explode.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
 #include "db/resbuf.h"
@@ -60,6 +61,11 @@ void AcDbDimension::subDescribe(headless::GeometrySink& sink) const {
     const AcGePoint3d moved = headless::ocsToWorld(blockPosition_, normal_);
     drawn.transform = AcGeMatrix3d::translation(moved.asVector());
     sink.reference(drawn);
+}
+
+Acad::ErrorStatus AcDbDimension::subExplode(headless::NewEntities& parts) const {
+    const AcGePoint3d moved = headless::ocsToWorld(blockPosition_, normal_);
+    return headless::addBlockContents(parts, block_, AcGeMatrix3d::translation(moved.asVector()));
 }
 
 Acad::ErrorStatus AcDbDimension::subTransformBy(const AcGeMatrix3d& transform) {
@@ -296,4 +302,10 @@ void AcDbRadialDimensionLarge::writeGeometry(headless::DxfOutput& out,
     static constexpr std::int16_t kCodes[] = {13, 23, 33, 14, 24, 34, 15, 25, 35};
     out.subclass("AcDbRadialDimensionLarge", kCodes);
     writePoints(out, geometry.points, 13, 15);
+}
+
+void AcDbDimension::forEachReference(const headless::ReferenceVisitor& visit) {
+    AcDbEntity::forEachReference(visit);
+    visit(block_, headless::ReferenceKind::kHardPointer);
+    visit(style_, headless::ReferenceKind::kHardPointer);
 }

@@ -35,6 +35,7 @@ public:
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    void forEachReference(const headless::ReferenceVisitor& visit) override;
 
 protected:
     /// What each kind has of its own. Points are in world coordinates, angles radians.
@@ -68,6 +69,7 @@ protected:
 
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subExplode(headless::NewEntities& parts) const override;
     void subDescribe(headless::GeometrySink& sink) const override;
     bool keepsExtents() const override { return false; }
 

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string_view>
+#include <vector>
 
 #include "db/beside_state.h"
 #include "db/change_watch.h"
@@ -16,12 +18,15 @@
 #include "ge/point3d.h"
 #include "ge/vector3d.h"
 
+class AcDbEntity;
+
 namespace headless {
 
 class DxfOutput;
 class EntityIndex;
 class GeometrySink;
 struct DxfTag;
+using NewEntities = std::vector<std::unique_ptr<AcDbEntity>>;
 
 } // namespace headless
 
@@ -99,6 +104,14 @@ public:
 
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& transform);
 
+    /// A new entity, in no database, like this one under the transform; the caller owns it. Circles
+    /// and arcs become ellipses where they must. Else as transformBy, with a null copy.
+    Acad::ErrorStatus getTransformedCopy(const AcGeMatrix3d& transform, AcDbEntity*& copy) const;
+    /// Appends new entities, in no database, that together look like this one, with its layer,
+    /// colour and so on; the caller owns them. eCannotExplodeEntity for what has no parts,
+    /// eDegenerateGeometry for polylines without length.
+    Acad::ErrorStatus explode(AcDbVoidPtrArray& entities) const;
+
     /// Points of the given kinds that pieces of the entity may be grabbed by.
     Acad::ErrorStatus getGripPoints(AcGePoint3dArray& points) const;
 
@@ -109,6 +122,17 @@ public:
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    void forEachReference(const headless::ReferenceVisitor& visit) override;
+
+    // The host's own: these work whether or not the entity is open.
+
+    /// See getTransformedCopy.
+    Acad::ErrorStatus transformedCopy(const AcGeMatrix3d& transform,
+                                      std::unique_ptr<AcDbEntity>& copy) const;
+    /// See explode.
+    Acad::ErrorStatus takeApart(headless::NewEntities& parts) const { return subExplode(parts); }
+    /// Layer, colour, linetype and so on.
+    void copyProperties(const AcDbEntity& other);
 
 protected:
     AcDbEntity() = default;
@@ -117,6 +141,9 @@ protected:
     virtual Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const;
     virtual Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform);
     virtual Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const;
+    virtual Acad::ErrorStatus subExplode(headless::NewEntities& parts) const;
+    /// The same thing as an entity that takes uneven scales, if there is one.
+    virtual std::unique_ptr<AcDbEntity> unevenForm() const { return nullptr; }
     /// Tells the sink the entity's drawn geometry in world coordinates: what extents, pictures and
     /// picks are made from. Called whether or not the entity is open.
     virtual void subDescribe(headless::GeometrySink& sink) const;
@@ -141,7 +168,6 @@ private:
     friend class headless::EntityIndex;
     friend class headless::GeometrySink;
 
-    void copyProperties(const AcDbEntity& other);
     /// @param name  in a colour book, empty for a colour of no book.
     void takeColor(const AcCmEntityColor& color, std::wstring_view name);
     /// Calls `apply` with each vertex or attribute of the entity, whether or not it is open.

@@ -271,3 +271,9 @@ void AcDbEntity::writeLook(headless::DxfOutput& out) const {
     out.text(430, headless::ObjectData::colorName(*this), L"");
     out.integer(440, transparency_.serializeOut(), 0);
 }
+
+void AcDbEntity::forEachReference(const headless::ReferenceVisitor& visit) {
+    visit(layerId_, headless::ReferenceKind::kHardPointer);
+    visit(linetypeId_, headless::ReferenceKind::kHardPointer);
+    visit(materialId_, headless::ReferenceKind::kHardPointer);
+}

@@ -287,3 +287,9 @@ Acad::ErrorStatus AcDbGroupIterator::getObject(AcDbObject*& object, AcDb::OpenMo
     object = nullptr;
     return done() ? Acad::eIteratorDone : acdbOpenAcDbObject(object, objectId(), mode);
 }
+
+void AcDbGroup::forEachReference(const headless::ReferenceVisitor& visit) {
+    for (AcDbObjectId& member : members_)
+        visit(member, headless::ReferenceKind::kSoftPointer);
+    std::erase_if(members_, [](AcDbObjectId id) { return id.isNull(); });
+}

@@ -71,6 +71,7 @@ public:
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    void forEachReference(const headless::ReferenceVisitor& visit) override;
 
     /// All members in order, erased and absent ones too.
     const std::vector<AcDbObjectId>& memberIds() const { return members_; }

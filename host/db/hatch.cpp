@@ -160,3 +160,12 @@ void AcDbHatch::subDescribe(headless::GeometrySink& sink) const {
         for (const CurvePiece& piece : loop.pieces())
             sink.curve(piece.transformed(placing));
 }
+
+void AcDbHatch::forEachReference(const headless::ReferenceVisitor& visit) {
+    AcDbEntity::forEachReference(visit);
+    for (Loop& loop : loops_) {
+        for (AcDbObjectId& source : loop.sources)
+            visit(source, headless::ReferenceKind::kSoftPointer);
+        std::erase_if(loop.sources, [](AcDbObjectId id) { return id.isNull(); });
+    }
+}

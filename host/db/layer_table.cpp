@@ -166,3 +166,9 @@ void AcDbLayerTableRecord::writeColors(headless::DxfOutput& out) const {
     out.application(L"AcCmTransparency");
     if (!transparency_.isSolid()) out.integer(1071, transparency_.serializeOut());
 }
+
+void AcDbLayerTableRecord::forEachReference(const headless::ReferenceVisitor& visit) {
+    visit(linetypeId_, headless::ReferenceKind::kHardPointer);
+    visit(materialId_, headless::ReferenceKind::kHardPointer);
+    visit(plotStyleId_, headless::ReferenceKind::kHardPointer);
+}

@@ -57,6 +57,7 @@ public:
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    void forEachReference(const headless::ReferenceVisitor& visit) override;
 
     // The states whether or not the layer is open: every entity asks them.
     bool locksEntities() const { return locked_; }

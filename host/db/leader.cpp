@@ -6,7 +6,9 @@
 #include "db/dim_style_table.h"
 #include "db/dxf_fields.h"
 #include "db/dxf_output.h"
+#include "db/explode.h"
 #include "db/flat_transform.h"
+#include "db/spline.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbLeader, AcDbCurve, "LEADER")
 
@@ -45,6 +47,16 @@ bool AcDbLeader::forEachPiece(const headless::PieceVisitor& visit) const {
             return false;
     }
     return true;
+}
+
+Acad::ErrorStatus AcDbLeader::subExplode(headless::NewEntities& parts) const {
+    constexpr std::size_t kLeastOfCurve = 3;
+    if (!splined_ || vertices_.size() < kLeastOfCurve) return explodePieces(parts, normal_, 0.0);
+    AcGePoint3dArray points;
+    for (const AcGePoint3d& vertex : vertices_)
+        points.append(vertex);
+    headless::addPart(parts, *this, std::make_unique<AcDbSpline>(points));
+    return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbLeader::subTransformBy(const AcGeMatrix3d& transform) {
@@ -146,4 +158,10 @@ Acad::ErrorStatus AcDbLeader::dxfOutFields(AcDbDxfFiler* filer) const {
     out.point(212, blockOffset_);
     if (out.since(headless::DrawingVersion::kR14)) out.point(213, annotationOffset_);
     return Acad::eOk;
+}
+
+void AcDbLeader::forEachReference(const headless::ReferenceVisitor& visit) {
+    AcDbCurve::forEachReference(visit);
+    visit(style_, headless::ReferenceKind::kHardPointer);
+    visit(annotation_, headless::ReferenceKind::kSoftPointer);
 }

@@ -141,3 +141,8 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::subErase(bool erasing) {
         return Acad::eCannotBeErasedByCaller;
     return AcDbSymbolTableRecord::subErase(erasing);
 }
+
+void AcDbLinetypeTableRecord::forEachReference(const headless::ReferenceVisitor& visit) {
+    for (Dash& dash : dashes_)
+        visit(dash.style, headless::ReferenceKind::kHardPointer);
+}

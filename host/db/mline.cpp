@@ -2,9 +2,12 @@
 
 #include "db/dxf_fields.h"
 #include "db/dxf_output.h"
+#include "db/explode.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
+#include "db/line.h"
 #include "db/mline_style.h"
+#include "db/object_pointer.h"
 #include "db/residence.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbMline, AcDbEntity, "MLINE")
@@ -47,6 +50,52 @@ void AcDbMline::subDescribe(headless::GeometrySink& sink) const {
         sink.segment(vertices_[i].place, vertices_[i + 1].place);
     if (closed_ && !vertices_.empty())
         sink.segment(vertices_.back().place, vertices_.front().place);
+}
+
+AcGePoint3d AcDbMline::elementPoint(const Vertex& vertex, std::size_t element) {
+    if (element >= vertex.elements.size() || vertex.elements[element].lines.empty())
+        return vertex.place;
+    return vertex.place + vertex.miter * vertex.elements[element].lines.front();
+}
+
+void AcDbMline::explodeElement(headless::NewEntities& parts, std::size_t element,
+                               const Vertex& from, const Vertex& to) const {
+    const AcGePoint3d start = elementPoint(from, element);
+    const AcGePoint3d end = elementPoint(to, element);
+    // The first length is the miter's; the others tell in turn where the line begins and breaks.
+    std::vector<AcGePoint3d> turns;
+    if (element < from.elements.size()) {
+        const std::vector<double>& lengths = from.elements[element].lines;
+        for (std::size_t i = 1; i < lengths.size(); ++i)
+            turns.push_back(start + from.direction * lengths[i]);
+    }
+    if (turns.empty()) turns.push_back(start);
+    if (turns.size() % 2 == 1) turns.push_back(end);
+    for (std::size_t i = 0; i < turns.size(); i += 2)
+        headless::addPart(parts, *this, std::make_unique<AcDbLine>(turns[i], turns[i + 1]));
+}
+
+Acad::ErrorStatus AcDbMline::subExplode(headless::NewEntities& parts) const {
+    if (vertices_.size() < 2) return Acad::eDegenerateGeometry;
+    const std::size_t elements = std::max<std::size_t>(vertices_.front().elements.size(), 1);
+    const AcDbObjectPointer<AcDbMlineStyle> style(style_);
+    for (std::size_t element = 0; element < elements; ++element) {
+        const std::size_t first = parts.size();
+        for (std::size_t i = 0; i + 1 < vertices_.size(); ++i)
+            explodeElement(parts, element, vertices_[i], vertices_[i + 1]);
+        if (closed_) explodeElement(parts, element, vertices_.back(), vertices_.front());
+        double offset = 0.0;
+        AcCmColor color;
+        AcDbObjectId linetype;
+        if (style.openStatus() != Acad::eOk ||
+            style->getElementAt(static_cast<int>(element), offset, color, linetype) != Acad::eOk)
+            continue;
+        for (std::size_t i = first; i < parts.size(); ++i) {
+            parts[i]->setColor(color);
+            parts[i]->setLinetype(linetype);
+        }
+    }
+    return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbMline::dxfInFields(AcDbDxfFiler* filer) {
@@ -152,4 +201,9 @@ void AcDbMline::Vertex::write(headless::DxfOutput& out) const {
         for (const double length : element.fills)
             out.real(42, length);
     }
+}
+
+void AcDbMline::forEachReference(const headless::ReferenceVisitor& visit) {
+    AcDbEntity::forEachReference(visit);
+    visit(style_, headless::ReferenceKind::kHardPointer);
 }

@@ -25,10 +25,12 @@ public:
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    void forEachReference(const headless::ReferenceVisitor& visit) override;
 
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subExplode(headless::NewEntities& parts) const override;
     void subDescribe(headless::GeometrySink& sink) const override;
 
 private:
@@ -48,6 +50,11 @@ private:
         void write(headless::DxfOutput& out) const;
     };
 
+    /// Where the line of an element runs past a vertex.
+    static AcGePoint3d elementPoint(const Vertex& vertex, std::size_t element);
+    /// Adds the lines of an element between two vertices, leaving its breaks open.
+    void explodeElement(headless::NewEntities& parts, std::size_t element, const Vertex& from,
+                        const Vertex& to) const;
     bool readVertexGroup(const headless::DxfTag& tag);
 
     std::vector<Vertex> vertices_;

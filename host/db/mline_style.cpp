@@ -157,3 +157,8 @@ void AcDbMlineStyle::writeElements(headless::DxfOutput& out) const {
             out.symbol(6, element.linetype);
     }
 }
+
+void AcDbMlineStyle::forEachReference(const headless::ReferenceVisitor& visit) {
+    for (Element& element : elements_)
+        visit(element.linetype, headless::ReferenceKind::kHardPointer);
+}

@@ -5,10 +5,12 @@
 #include <numbers>
 
 #include "db/dxf_output.h"
+#include "db/explode.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
 #include "db/resbuf.h"
 #include "db/residence.h"
+#include "db/text.h"
 #include "db/text_metrics.h"
 #include "db/text_style_table.h"
 #include "rx/ac_string.h"
@@ -16,6 +18,16 @@
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbMText, AcDbEntity, "MTEXT")
 
 using headless::Residence;
+
+namespace {
+
+/// The run's letters; a fraction in one line, parted by a slash.
+std::wstring plainText(const headless::MTextRun& run) {
+    if (!run.isFraction()) return run.text;
+    return run.text + (run.bar == L'^' ? L' ' : L'/') + run.lower;
+}
+
+} // namespace
 
 Acad::ErrorStatus AcDbMText::setDirection(const AcGeVector3d& direction) {
     return changeNormal(direction_, direction);
@@ -106,6 +118,30 @@ void AcDbMText::subDescribe(headless::GeometrySink& sink) const {
     const AcGeVector3d along = direction_ * layout.width;
     const AcGeVector3d down = direction_.crossProduct(normal_) * layout.height;
     sink.text(std::array{top + down, top + down + along, top + along, top});
+}
+
+Acad::ErrorStatus AcDbMText::subExplode(headless::NewEntities& parts) const {
+    const headless::MTextLayout layout = this->layout();
+    const AcGePoint3d corner = boxCorner(layout);
+    const AcGeVector3d up = normal_.crossProduct(direction_);
+    const AcGeVector3d local = headless::ocsMatrix(normal_).transpose() * direction_;
+    const double rotation = AcGeVector2d(local.x, local.y).angle();
+    for (const headless::PlacedRun& placed : layout.runs) {
+        const std::wstring letters = plainText(placed.run);
+        if (letters.find_first_not_of(L' ') == std::wstring::npos) continue;
+        const headless::MTextFormat& format = placed.run.format;
+        auto& text = headless::addPart(parts, *this, std::make_unique<AcDbText>());
+        text.setNormal(normal_);
+        text.setPosition(corner + direction_ * placed.origin.x + up * placed.origin.y);
+        text.setRotation(rotation);
+        text.setHeight(format.height);
+        text.setWidthFactor(format.widthFactor);
+        text.setOblique(format.oblique);
+        text.setTextStyle(style_);
+        text.setTextString(letters.c_str());
+        if (format.color) text.setColor(AcCmColor(*format.color));
+    }
+    return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbMText::subTransformBy(const AcGeMatrix3d& transform) {
@@ -215,4 +251,9 @@ void AcDbMText::writeContents(headless::DxfOutput& out) const {
     for (; left.size() >= kChunk; left.remove_prefix(kChunk))
         out.text(3, left.substr(0, kChunk));
     out.text(1, left);
+}
+
+void AcDbMText::forEachReference(const headless::ReferenceVisitor& visit) {
+    AcDbEntity::forEachReference(visit);
+    visit(style_, headless::ReferenceKind::kHardPointer);
 }

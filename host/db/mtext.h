@@ -77,6 +77,7 @@ public:
     void getEcs(AcGeMatrix3d& ecs) const override;
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    void forEachReference(const headless::ReferenceVisitor& visit) override;
 
     /// Where its letters stand, whether or not the text is open.
     headless::MTextLayout layout() const;
@@ -88,6 +89,7 @@ public:
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subExplode(headless::NewEntities& parts) const override;
     void subDescribe(headless::GeometrySink& sink) const override;
 
 private:

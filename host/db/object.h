@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -33,6 +34,11 @@ void noteForUndo(AcDbObject& object);
 /// Tells the session that a member was called on an object that is not open for it, see
 /// DbState::openViolation. `needed` is "reading" or "writing".
 void reportOpenViolation(const AcDbObject& object, const char* needed);
+
+/// How an object refers to another: it owns it, it cannot be without it, or it merely knows it.
+enum class ReferenceKind { kOwner, kHardPointer, kSoftPointer };
+/// May put another id in place.
+using ReferenceVisitor = std::function<void(AcDbObjectId& id, ReferenceKind kind)>;
 
 /// Where an object's record stands in the file it was read from: untouched objects are written
 /// back from there, and rarely needed parts (extended data) are read from there when asked for.
@@ -137,6 +143,11 @@ public:
     /// Gives the object's groups to a filer that writes, whether or not it is open; each class its
     /// own subclass after its parent's. See headless::DxfOutput for what stands in them.
     virtual Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const;
+
+    /// Shows the ids among the members to the visitor, whether or not the object is open, those of
+    /// the owner, the extension dictionary and the reactors left out. Only clones may be changed
+    /// that way.
+    virtual void forEachReference(const headless::ReferenceVisitor& /*visit*/) {}
 
     /// Report a violation when the object is not open accordingly, see reportOpenViolation.
     void assertReadEnabled() const {

@@ -4,7 +4,11 @@
 #include <vector>
 
 #include "db/dxf_output.h"
+#include "db/explode.h"
+#include "db/face.h"
 #include "db/geometry_sink.h"
+#include "db/line.h"
+#include "db/point.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbPolyFaceMesh, AcDbEntity, "POLYLINE")
 
@@ -81,6 +85,49 @@ void AcDbPolyFaceMesh::subDescribe(headless::GeometrySink& sink) const {
         for (std::size_t i = 0; i < corners.size(); ++i)
             sink.segment(vertices[corners[i]], vertices[corners[(i + 1) % corners.size()]]);
     });
+}
+
+namespace {
+
+/// What a face record stands for: a face, a line between two corners, or a point.
+std::unique_ptr<AcDbEntity> entityOf(std::vector<Adesk::Int16> numbers,
+                                     const std::vector<AcGePoint3d>& vertices) {
+    const auto corner = [&](std::size_t i) {
+        return vertices[static_cast<std::size_t>(std::abs(numbers[i])) - 1];
+    };
+    switch (numbers.size()) {
+    case 0:
+        return nullptr;
+    case 1:
+        return std::make_unique<AcDbPoint>(corner(0));
+    case 2:
+        return std::make_unique<AcDbLine>(corner(0), corner(1));
+    case 3:
+        numbers.push_back(numbers.back());
+        break;
+    default:
+        break;
+    }
+    return std::make_unique<AcDbFace>(corner(0), corner(1), corner(2), corner(3), numbers[0] > 0,
+                                      numbers[1] > 0, numbers[2] > 0, numbers[3] > 0);
+}
+
+} // namespace
+
+Acad::ErrorStatus AcDbPolyFaceMesh::subExplode(headless::NewEntities& parts) const {
+    std::vector<AcGePoint3d> vertices;
+    vertices_.forEach<AcDbPolyFaceMeshVertex>(
+        [&](const AcDbPolyFaceMeshVertex& vertex) { vertices.push_back(vertex.place()); });
+    vertices_.forEach<AcDbFaceRecord>([&](const AcDbFaceRecord& record) {
+        std::vector<Adesk::Int16> numbers;
+        for (const Adesk::Int16 number : record.corners()) {
+            if (number != 0 && static_cast<std::size_t>(std::abs(number)) <= vertices.size())
+                numbers.push_back(number);
+        }
+        if (auto entity = entityOf(std::move(numbers), vertices))
+            headless::addPart(parts, *this, std::move(entity));
+    });
+    return parts.empty() ? Acad::eDegenerateGeometry : Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbPolyFaceMesh::dxfOutFields(AcDbDxfFiler* filer) const {

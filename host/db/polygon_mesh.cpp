@@ -4,6 +4,8 @@
 
 #include "db/dxf_filer.h"
 #include "db/dxf_output.h"
+#include "db/explode.h"
+#include "db/face.h"
 #include "db/geometry_sink.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbPolygonMesh, AcDbEntity, "POLYLINE")
@@ -55,25 +57,43 @@ Acad::ErrorStatus AcDbPolygonMesh::subGetGripPoints(AcGePoint3dArray& points) co
     return Acad::eOk;
 }
 
-void AcDbPolygonMesh::subDescribe(headless::GeometrySink& sink) const {
-    std::vector<AcGePoint3d> drawn;
+AcDbPolygonMesh::Net AcDbPolygonMesh::net() const {
+    Net net;
     vertices_.forEach<AcDbPolygonMeshVertex>([&](const AcDbPolygonMeshVertex& vertex) {
-        if (!vertex.isFrame()) drawn.push_back(vertex.place());
+        if (!vertex.isFrame()) net.vertices.push_back(vertex.place());
     });
-    // The net's lines where the sizes go with the vertices; in any case the vertices themselves.
-    for (const AcGePoint3d& vertex : drawn)
-        sink.point(vertex);
     const bool smooth = type_ != AcDb::kSimpleMesh;
     const auto m = static_cast<std::size_t>(std::max<int>(smooth ? mDensity_ : mSize_, 0));
     const auto n = static_cast<std::size_t>(std::max<int>(smooth ? nDensity_ : nSize_, 0));
-    if (m == 0 || n == 0 || m * n != drawn.size()) return;
-    const auto at = [&](std::size_t i, std::size_t j) { return drawn[i % m * n + j % n]; };
-    for (std::size_t i = 0; i < m; ++i) {
-        for (std::size_t j = 0; j < n; ++j) {
-            if (i + 1 < m || mClosed_) sink.segment(at(i, j), at(i + 1, j));
-            if (j + 1 < n || nClosed_) sink.segment(at(i, j), at(i, j + 1));
+    if (m * n != net.vertices.size()) return net;
+    net.m = m;
+    net.n = n;
+    return net;
+}
+
+void AcDbPolygonMesh::subDescribe(headless::GeometrySink& sink) const {
+    const Net net = this->net();
+    // The net's lines where the sizes go with the vertices; in any case the vertices themselves.
+    for (const AcGePoint3d& vertex : net.vertices)
+        sink.point(vertex);
+    for (std::size_t i = 0; i < net.m; ++i) {
+        for (std::size_t j = 0; j < net.n; ++j) {
+            if (i + 1 < net.m || mClosed_) sink.segment(net.at(i, j), net.at(i + 1, j));
+            if (j + 1 < net.n || nClosed_) sink.segment(net.at(i, j), net.at(i, j + 1));
         }
     }
+}
+
+Acad::ErrorStatus AcDbPolygonMesh::subExplode(headless::NewEntities& parts) const {
+    const Net net = this->net();
+    for (std::size_t i = 0; i < net.m && (i + 1 < net.m || mClosed_); ++i) {
+        for (std::size_t j = 0; j < net.n && (j + 1 < net.n || nClosed_); ++j) {
+            headless::addPart(parts, *this,
+                              std::make_unique<AcDbFace>(net.at(i, j), net.at(i + 1, j),
+                                                         net.at(i + 1, j + 1), net.at(i, j + 1)));
+        }
+    }
+    return parts.empty() ? Acad::eDegenerateGeometry : Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbPolygonMesh::dxfInFields(AcDbDxfFiler* filer) {

@@ -56,10 +56,23 @@ protected:
     Acad::ErrorStatus subErase(bool erasing) override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subExplode(headless::NewEntities& parts) const override;
     void subDescribe(headless::GeometrySink& sink) const override;
     bool keepsExtents() const override { return false; }
 
 private:
+    /// The vertices that are drawn, and how many there are each way; none when the sizes do not go
+    /// with the vertices.
+    struct Net {
+        std::vector<AcGePoint3d> vertices;
+        std::size_t m = 0;
+        std::size_t n = 0;
+        const AcGePoint3d& at(std::size_t i, std::size_t j) const {
+            return vertices[i % m * n + j % n];
+        }
+    };
+    Net net() const;
+
     headless::Subentities vertices_;
     AcDb::PolyMeshType type_ = AcDb::kSimpleMesh;
     Adesk::Int16 mSize_ = 0;

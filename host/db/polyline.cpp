@@ -319,6 +319,10 @@ bool AcDbPolyline::forEachPiece(const headless::PieceVisitor& visit) const {
     return true;
 }
 
+Acad::ErrorStatus AcDbPolyline::subExplode(headless::NewEntities& parts) const {
+    return explodePieces(parts, normal_, thickness_);
+}
+
 Acad::ErrorStatus AcDbPolyline::subTransformBy(const AcGeMatrix3d& transform) {
     const headless::FlatTransform flat(transform, normal_);
     if (!flat.keepsCircles() && hasBulges()) return Acad::eCannotScaleNonUniformly;

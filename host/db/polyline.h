@@ -122,6 +122,7 @@ protected:
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subExplode(headless::NewEntities& parts) const override;
     bool forEachPiece(const headless::PieceVisitor& visit) const override;
     std::optional<headless::CurvePiece> pieceAt(double param) const override;
 

@@ -139,6 +139,10 @@ Acad::ErrorStatus AcDb2dPolyline::subErase(bool erasing) {
     return AcDbCurve::subErase(erasing);
 }
 
+Acad::ErrorStatus AcDb2dPolyline::subExplode(headless::NewEntities& parts) const {
+    return explodePieces(parts, normal_, thickness_);
+}
+
 Acad::ErrorStatus AcDb2dPolyline::subTransformBy(const AcGeMatrix3d& transform) {
     const headless::FlatTransform flat(transform, normal_);
     bool bulging = false;

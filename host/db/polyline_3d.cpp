@@ -80,6 +80,10 @@ Acad::ErrorStatus AcDb3dPolyline::subErase(bool erasing) {
     return AcDbCurve::subErase(erasing);
 }
 
+Acad::ErrorStatus AcDb3dPolyline::subExplode(headless::NewEntities& parts) const {
+    return explodePieces(parts, AcGeVector3d::kZAxis, 0.0);
+}
+
 Acad::ErrorStatus AcDb3dPolyline::subTransformBy(const AcGeMatrix3d& transform) {
     vertices_.change<AcDb3dPolylineVertex>(
         [&](AcDb3dPolylineVertex& vertex) { vertex.place(transform * vertex.place()); });

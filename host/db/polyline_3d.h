@@ -44,6 +44,7 @@ protected:
     Acad::ErrorStatus subErase(bool erasing) override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subExplode(headless::NewEntities& parts) const override;
     bool forEachPiece(const headless::PieceVisitor& visit) const override;
     bool keepsExtents() const override { return false; }
 

@@ -161,3 +161,8 @@ void AcDbRasterImage::writeBoundary(headless::DxfOutput& out) const {
         out.point(14, point);
     if (out.since(headless::DrawingVersion::k2010)) out.integer(290, inverted_ ? 1 : 0);
 }
+
+void AcDbRasterImage::forEachReference(const headless::ReferenceVisitor& visit) {
+    AcDbEntity::forEachReference(visit);
+    visit(definition_, headless::ReferenceKind::kHardPointer);
+}

@@ -183,3 +183,17 @@ Acad::ErrorStatus AcDbSortentsTable::dxfOutFields(AcDbDxfFiler* filer) const {
     }
     return Acad::eOk;
 }
+
+void AcDbSortentsTable::forEachReference(const headless::ReferenceVisitor& visit) {
+    visit(blockId_, headless::ReferenceKind::kSoftPointer);
+    std::unordered_map<AcDbObjectId, Adesk::UInt64> visited;
+    for (const auto& [entity, handle] : sortHandles_) {
+        // The handle to be sorted by is that of another entity of the block.
+        AcDbObjectId sorted = entity;
+        AcDbObjectId place(Residence::find(*entity.database(), handle));
+        visit(sorted, headless::ReferenceKind::kSoftPointer);
+        visit(place, headless::ReferenceKind::kSoftPointer);
+        if (!sorted.isNull()) visited[sorted] = place.isNull() ? handle : place.handle();
+    }
+    sortHandles_ = std::move(visited);
+}

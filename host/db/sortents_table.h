@@ -44,6 +44,7 @@ public:
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    void forEachReference(const headless::ReferenceVisitor& visit) override;
 
     /// As getSortHandle, whether or not the table is open: the entity's own when it has no other.
     Adesk::UInt64 sortHandleOf(AcDbObjectId id) const;

@@ -305,3 +305,8 @@ Acad::ErrorStatus AcDbText::dxfOutFields(AcDbDxfFiler* filer) const {
     writeVerticalMode(out, 73);
     return Acad::eOk;
 }
+
+void AcDbText::forEachReference(const headless::ReferenceVisitor& visit) {
+    AcDbEntity::forEachReference(visit);
+    visit(style_, headless::ReferenceKind::kHardPointer);
+}

@@ -122,6 +122,8 @@ void UndoJournal::exchange(Entry& entry) {
         std::unique_ptr<AcDbObject> present = ObjectState::copyOf(*stub->object);
         ObjectState::restore(*stub->object, *entry.state);
         entry.state = std::move(present);
+    } else {
+        stub->object->beforeChange();
     }
     if (stub->erased != entry.erased) noteChange(*stub->object);
     std::swap(stub->erased, entry.erased);

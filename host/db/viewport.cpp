@@ -186,3 +186,11 @@ void AcDbViewport::subDescribe(headless::GeometrySink& sink) const {
     for (int i = 0; i < 4; ++i)
         sink.segment(corners[i], corners[(i + 1) % 4]);
 }
+
+void AcDbViewport::forEachReference(const headless::ReferenceVisitor& visit) {
+    AcDbEntity::forEachReference(visit);
+    for (AcDbObjectId& layer : frozenLayers_)
+        visit(layer, headless::ReferenceKind::kSoftPointer);
+    std::erase_if(frozenLayers_, [](AcDbObjectId id) { return id.isNull(); });
+    visit(clipEntity_, headless::ReferenceKind::kSoftPointer);
+}

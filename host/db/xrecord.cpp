@@ -105,3 +105,14 @@ Acad::ErrorStatus AcDbXrecordIterator::getCurResbuf(resbuf& buffer, AcDbDatabase
     headless::setValue(buffer, items_[position_]);
     return Acad::eOk;
 }
+
+void AcDbXrecord::forEachReference(const headless::ReferenceVisitor& visit) {
+    if (!xlateReferences_ || !items_) return;
+    for (DataItem& item : *items_) {
+        auto* const id = std::get_if<AcDbObjectId>(&item.value);
+        if (id == nullptr) continue;
+        const bool hard = (item.code >= 340 && item.code < 350) || item.code >= 360;
+        visit(*id,
+              hard ? headless::ReferenceKind::kHardPointer : headless::ReferenceKind::kSoftPointer);
+    }
+}
