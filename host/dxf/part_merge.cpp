@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kSubclassMarker = 100;
 constexpr int kPaperSpace = 67;
+constexpr int kTrueColor = 420;
 
 bool isHandleCode(int code) { return code >= 320 && code <= 369; }
 
@@ -85,10 +86,86 @@ bool PartMerge::says(const DxfTag& group, const DxfOutTag& tag) const {
     case DxfOutTag::Kind::kHandle:
         return group.handle() == tag.id().handle();
     case DxfOutTag::Kind::kSymbol:
+        return renamed_.empty() && namesRecord(group, tag.id());
     case DxfOutTag::Kind::kBytes:
         break;
     }
     return false;
+}
+
+bool PartMerge::namesRecord(const DxfTag& group, AcDbObjectId id) const {
+    const auto* const record = Residence::peek<AcDbSymbolTableRecord>(id);
+    if (record == nullptr) return false;
+    const std::string_view bytes = group.text();
+    const std::wstring& name = record->nameOf();
+    const auto plain = [](char byte, wchar_t letter) {
+        return static_cast<unsigned char>(byte) < 0x80 && byte == static_cast<char>(letter) &&
+               letter < 0x80;
+    };
+    if (std::equal(bytes.begin(), bytes.end(), name.begin(), name.end(), plain)) return true;
+    return decoder_->decode(bytes) == name;
+}
+
+/// True when no way of reading the group makes the value that is written now.
+bool PartMerge::surelyChanged(const DxfTag& group, const DxfOutTag& tag) const {
+    constexpr int kColor = 62;
+    constexpr std::int64_t kMostColor = 256;
+    if (tag.kind == DxfOutTag::Kind::kSymbol) return renamed_.empty();
+    if (tag.code != kColor) return false;
+    // Next to a colour by its parts the index does not count.
+    const CodeUse& parts = uses_[kTrueColor - kFirstGroupCode];
+    const bool alone = parts.epoch != epoch_ || parts.inFile == 0;
+    return alone && group.integer() > 0 && group.integer() <= kMostColor;
+}
+
+bool PartMerge::states(const FilePart& part, const PartValues& values) const {
+    if (values.whole) return false;
+    const auto isModelled = [&](std::size_t at) {
+        const auto& codes = values.codes;
+        return layout_->role(at) == GroupRole::kOwn &&
+               std::find(codes.begin(), codes.end(), (*file_)[at].code) != codes.end();
+    };
+    std::size_t at = part.begin;
+    for (const DxfOutTag& tag : values.now) {
+        while (at < part.end && (*file_)[at].code != tag.code) {
+            if (isModelled(at)) return false;
+            ++at;
+        }
+        if (at == part.end || layout_->role(at) != GroupRole::kOwn || !says((*file_)[at], tag))
+            return false;
+        ++at;
+    }
+    while (at < part.end && !isModelled(at))
+        ++at;
+    return at == part.end;
+}
+
+bool PartMerge::findStated(const FilePart& part, const PartValues& values,
+                           std::vector<DxfOutTag>& stated) {
+    // What all entities have is written only where it is not the usual, so what the file does not
+    // state is new.
+    const bool usualUnsaid = part.name == "AcDbEntity";
+    if (values.whole || values.newPlace || namesLost(part, values)) return false;
+    learn(part, {values.now, {}, values.codes});
+    chooseModelled(values, false);
+    for (const DxfOutTag& tag : values.now) {
+        CodeUse& known = use(tag.code);
+        if (!known.modelled) {
+            stated.push_back(tag);
+            continue;
+        }
+        const std::size_t at = known.nextInFile;
+        if (at == kNone && !usualUnsaid) return false;
+        if (at == kNone) continue;
+        known.nextInFile = sameInFile_[at - partBegin_];
+        stated.push_back(tag);
+        if (says((*file_)[at], tag)) continue;
+        if (!usualUnsaid || !surelyChanged((*file_)[at], tag)) return false;
+        stated.back().kind = DxfOutTag::Kind::kNumber; // Whatever it was, it was another value.
+    }
+    // What the file states beyond that may have been dropped.
+    return std::all_of(values.codes.begin(), values.codes.end(),
+                       [this](std::int16_t code) { return use(code).nextInFile == kNone; });
 }
 
 bool PartMerge::sameAsFile(const FilePart& part, const PartValues& values) const {

@@ -50,6 +50,12 @@ public:
     /// The record that parts are merged with from now on.
     void begin(const RecordGroups& file, const RecordLayout& layout, const TextDecoder& decoder);
 
+    /// True when the part states all values of `now`, in their order, and none beyond them.
+    bool states(const FilePart& part, const PartValues& values) const;
+    /// Appends what the object wrote before, as far as the part itself tells: false when only the
+    /// object as it was can tell what changed.
+    bool findStated(const FilePart& part, const PartValues& values, std::vector<DxfOutTag>& stated);
+
     void merge(const FilePart& part, const PartValues& values);
     /// Puts groups of the file as they are, but for those of another role.
     void keep(std::size_t begin, std::size_t end);
@@ -82,7 +88,9 @@ private:
     CodeUse& use(int code);
     bool sameTag(const DxfOutTag& a, const DxfOutTag& b) const;
     bool sameAsFile(const FilePart& part, const PartValues& values) const;
+    bool namesRecord(const DxfTag& group, AcDbObjectId id) const;
     bool says(const DxfTag& group, const DxfOutTag& tag) const;
+    bool surelyChanged(const DxfTag& group, const DxfOutTag& tag) const;
     bool namesLost(const FilePart& part, const PartValues& values) const;
     void mergeWhole(const FilePart& part, const PartValues& values);
     void mergeGroups(const FilePart& part, const PartValues& values, bool namesLost);

@@ -1,6 +1,7 @@
 #include "dxf/part_updates.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "db/entity.h"
 #include "db/opaque.h"
@@ -48,15 +49,17 @@ std::vector<AcDbEntity*> PartUpdates::partsOf(AcDbEntity& owner) const {
 void PartUpdates::updateAll() {
     std::vector<AcDbEntity*> owners;
     std::unordered_set<const AcDbObject*> known;
+    std::unordered_map<const AcRxClass*, bool> kinds; // whether its objects have parts
     const auto take = [&](AcDbObject* object) {
-        auto* const owner = AcDbEntity::cast(object);
-        if (owner == nullptr || asOwner(owner) == nullptr || !isInFile(*owner)) return;
+        if (object == nullptr) return;
+        const auto [kind, isNew] = kinds.try_emplace(object->isA(), false);
+        if (isNew) kind->second = asOwner(object) != nullptr;
+        auto* const owner = kind->second ? AcDbEntity::cast(object) : nullptr;
+        if (owner == nullptr || !isInFile(*owner)) return;
         if (known.insert(owner).second) owners.push_back(owner);
     };
-    for (AcDbObject* const object : changes_.changed()) {
+    for (AcDbObject* const object : changes_.changed())
         take(object);
-        take(Residence::peek(object->ownerId()));
-    }
     for (AcDbObject* const object : changes_.added())
         take(Residence::peek(object->ownerId()));
     for (AcDbEntity* const owner : owners)

@@ -87,7 +87,7 @@ RecordWriter::Identity RecordWriter::identityOf(const AcDbObject& object) {
     if (!file_ || identity.cloned || ObjectData::hasOwnReactors(object))
         identity.reactorsOf = &object;
     identity.inPaper = entity && inPaper(object.ownerId());
-    const auto* const values = AcDbXrecord::cast(&object);
+    const auto* const values = entity ? nullptr : AcDbXrecord::cast(&object);
     identity.asRead = values != nullptr && values->holdsFileValues();
     return identity;
 }
@@ -110,19 +110,37 @@ void RecordWriter::write(const AcDbObject& object) {
     const DxfOutput& now = now_.write(object);
     const DataItems all = file_ ? DataItems() : ObjectData::xdata(object);
     const DataItems* const items = file_ ? ObjectData::ownXdata(object) : &all;
-    std::unique_ptr<AcDbObject> scratch;
-    if (file_ && file_->read(span)) scratch = scratch_.read(object, *file_);
+    if (!file_ || !file_->read(span)) {
+        writeUnmerged(object, now, items);
+        return;
+    }
+    beginMerge();
+    if (findStated(now)) {
+        putMerged(now, nullptr);
+        putTail(items, now, nullptr);
+        return;
+    }
+    const std::unique_ptr<AcDbObject> scratch = scratch_.read(object, *file_);
     if (scratch == nullptr) {
-        putNew(now);
-        if (putMore_) putMore_(object);
-        xdata_.put(nullptr, 0, items, now, nullptr);
+        writeUnmerged(object, now, items);
         return;
     }
     if (!span.plain) readApplicationValues(*scratch, file_->record().tags, scratch_);
     const DxfOutput& before = before_.write(*scratch);
-    putMerged(now, before);
+    putMerged(now, &before);
+    putTail(items, now, &before);
+}
+
+void RecordWriter::writeUnmerged(const AcDbObject& object, const DxfOutput& now,
+                                 const DataItems* items) {
+    putNew(now);
+    if (putMore_) putMore_(object);
+    xdata_.put(nullptr, 0, items, now, nullptr);
+}
+
+void RecordWriter::putTail(const DataItems* items, const DxfOutput& now, const DxfOutput* before) {
     groups_.buffer() += file_->bytes(layout_.tail(), layout_.xdata());
-    xdata_.put(&*file_, layout_.xdata(), items, now, &before);
+    xdata_.put(&*file_, layout_.xdata(), items, now, before);
 }
 
 void RecordWriter::writeBlockBegin(const AcDbBlockTableRecord& block, const BlockEdge& edge) {
@@ -139,7 +157,8 @@ void RecordWriter::writeBlockBegin(const AcDbBlockTableRecord& block, const Bloc
     scratch.readBegin(scratch_);
     before_.output().clear();
     scratch.writeBegin(before_, &block);
-    putMerged(now_.output(), before_.output());
+    beginMerge();
+    putMerged(now_.output(), &before_.output());
     groups_.buffer() += file_->bytes(layout_.tail(), file_->size());
 }
 
@@ -196,15 +215,57 @@ void RecordWriter::putNewPart(const DxfOutPart& part, std::span<const DxfOutTag>
         putTag(tag);
 }
 
-void RecordWriter::putMerged(const DxfOutput& now, const DxfOutput& before) {
+void RecordWriter::beginMerge() {
     merging_ = true;
     layout_.describe(*file_);
     merge_.begin(*file_, layout_, source_->decoder);
+}
+
+bool RecordWriter::findStated(const DxfOutput& now) {
+    if (identity_.cloned || !layout_.hasSubclasses()) return false;
+    stated_.clear();
+    statedBegins_.clear();
+    statedWhole_.clear();
+    for (const DxfOutPart& part : now.parts()) {
+        statedBegins_.push_back(stated_.size());
+        const FilePart* const inFile =
+            part.application ? nullptr : filePartLike(part.name, countBefore(now.parts(), part));
+        const PartValues values{now.tagsOf(part), {}, part.codes, part.whole};
+        if (inFile == nullptr) return false;
+        const bool unchanged = merge_.states(*inFile, values);
+        statedWhole_.push_back(unchanged);
+        if (!unchanged && !merge_.findStated(*inFile, values, stated_)) return false;
+    }
+    statedBegins_.push_back(stated_.size());
+    return true;
+}
+
+const FilePart* RecordWriter::filePartLike(std::string_view name, std::size_t earlier) const {
+    for (const FilePart& part : layout_.parts().subspan(1)) {
+        if (part.name == name && earlier-- == 0) return &part;
+    }
+    return nullptr;
+}
+
+/// What the object wrote of the part before it was changed.
+std::span<const DxfOutTag> RecordWriter::tagsBefore(const DxfOutput& now, const DxfOutPart& part,
+                                                    const DxfOutput* before) const {
+    const auto parts = now.parts();
+    if (before == nullptr) {
+        const auto index = static_cast<std::size_t>(&part - parts.data());
+        const std::size_t begin = statedBegins_[index];
+        return std::span(stated_).subspan(begin, statedBegins_[index + 1] - begin);
+    }
+    const DxfOutPart* const old = partLike(*before, part.name, countBefore(parts, part));
+    return old == nullptr ? std::span<const DxfOutTag>() : before->tagsOf(*old);
+}
+
+void RecordWriter::putMerged(const DxfOutput& now, const DxfOutput* before) {
     if (identity_.cloned) dropPromise(now);
     groups_.buffer() += file_->nameBytes();
     if (layout_.handle() == file_->size() && identity_.cloned) putHandle();
     if (!layout_.hasSubclasses()) {
-        putFlattened(now, before);
+        putFlattened(now, *before);
         return;
     }
     const FilePart& head = layout_.parts().front();
@@ -251,21 +312,17 @@ void RecordWriter::putFlattened(const DxfOutput& now, const DxfOutput& before) {
     merge_.merge(all, values);
 }
 
-void RecordWriter::putParts(const DxfOutput& now, const DxfOutput& before) {
+void RecordWriter::putParts(const DxfOutput& now, const DxfOutput* before) {
     const auto parts = now.parts();
     std::size_t next = 0; // part of the object
     const auto putUnmatched = [&](std::size_t end) {
         for (; next < end; ++next) {
             const DxfOutPart& part = parts[next];
-            if (part.application) continue;
-            const auto inFile = static_cast<std::size_t>(
-                std::count_if(layout_.parts().begin(), layout_.parts().end(),
-                              [&](const FilePart& other) { return other.name == part.name; }));
-            if (inFile > countBefore(parts, part)) continue;
+            if (part.application || filePartLike(part.name, countBefore(parts, part)) != nullptr)
+                continue;
             // What is written as before stands in the record under another subclass.
-            const DxfOutPart* const old = partLike(before, part.name, countBefore(parts, part));
-            if (old != nullptr && merge_.same(now.tagsOf(part), before.tagsOf(*old))) continue;
-            putNewPart(part, now.tagsOf(part));
+            const auto tags = now.tagsOf(part);
+            if (!merge_.same(tags, tagsBefore(now, part, before))) putNewPart(part, tags);
         }
     };
     for (const FilePart& part : layout_.parts().subspan(1)) {
@@ -276,11 +333,14 @@ void RecordWriter::putParts(const DxfOutput& now, const DxfOutput& before) {
             merge_.keep(part.begin, part.end);
             continue;
         }
-        putUnmatched(static_cast<std::size_t>(matched - parts.data()));
-        const DxfOutPart* const old = partLike(before, part.name, earlier);
-        PartValues values{now.tagsOf(*matched),
-                          old == nullptr ? std::span<const DxfOutTag>() : before.tagsOf(*old),
-                          matched->codes, matched->whole, identity_.asRead};
+        const auto index = static_cast<std::size_t>(matched - parts.data());
+        if (before == nullptr && statedWhole_[index]) {
+            merge_.keep(part.begin, part.end);
+            continue;
+        }
+        putUnmatched(index);
+        PartValues values{now.tagsOf(*matched), tagsBefore(now, *matched, before), matched->codes,
+                          matched->whole, identity_.asRead};
         if (part.name == kEntity) takePlace(part, values);
         merge_.merge(part, values);
     }

@@ -159,8 +159,14 @@ void SourceUpdate::rewriteWhatNamesThem() {
 }
 
 void SourceUpdate::rewriteChanged() {
+    constexpr std::size_t kUsualRecord = 256;
+    edits_.buffer().reserve(changes_.changed().size() * kUsualRecord);
     for (const AcDbObject* const object : changes_.changed()) {
         if (parts_.isDone(object)) continue;
+        if (AcDbEntity::cast(object) != nullptr) {
+            rewriteRecord(*object);
+            continue;
+        }
         if (AcDbSymbolTable::cast(object) == nullptr) rewrite(*object);
         const auto* const block = AcDbBlockTableRecord::cast(object);
         if (block != nullptr && changes_.beginsInFile(*block)) rewriteBlockBegin(*block);
@@ -172,7 +178,11 @@ void SourceUpdate::rewriteChanged() {
 }
 
 void SourceUpdate::rewrite(const AcDbObject& object) {
-    if (!done_.insert(&object).second) return;
+    // Dictionaries are asked for by what they own, too.
+    if (done_.insert(&object).second) rewriteRecord(object);
+}
+
+void SourceUpdate::rewriteRecord(const AcDbObject& object) {
     writer_.write(object);
     replaceIfOther(Residence::source(object));
 }

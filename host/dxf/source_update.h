@@ -54,6 +54,7 @@ private:
     void rewriteWhatNamesThem();
     void rewriteChanged();
     void rewrite(const AcDbObject& object);
+    void rewriteRecord(const AcDbObject& object);
     void rewriteBlockBegin(const AcDbBlockTableRecord& block);
     void replaceIfOther(SourceSpan span);
     void rewriteOwner(AcDbObjectId owner);
