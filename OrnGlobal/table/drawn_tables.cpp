@@ -91,8 +91,8 @@ bool hasText(const TableModel& model) {
     return false;
 }
 
-/// Cells of a table lie side by side, and each row and column begins one; lines that cross at
-/// random close cells over one another, and a building's walls leave most of its rows empty.
+/// Cells of a table lie side by side; lines that cross at random close cells over one another.
+/// Rooms lie side by side, too, but each spans many of the rows and columns that all walls make.
 bool isTiled(const TableModel& model) {
     long long covered = model.cellsFound;
     for (INT_PTR i = 0; i < model.mergeRows.GetSize(); ++i) {
@@ -100,8 +100,8 @@ bool isTiled(const TableModel& model) {
         covered += columns * (model.mergeMoreRows[i] + 1) - 1;
     }
     const long long cells = model.texts.GetSize();
-    const int fewest = std::max({2, model.rowLines - 1, model.columnLines - 1});
-    return model.cellsFound >= fewest && covered <= cells && 2 * covered >= cells;
+    return model.cellsFound >= 2 && 10LL * model.cellsFound >= cells && covered <= cells &&
+           2 * covered >= cells;
 }
 
 std::unique_ptr<CGridToCadTable> tableIn(Ruled& area) {

@@ -53,6 +53,13 @@ TEST_F(DrawnTables, HaveCellsSideBySide) {
         drawWord(L"room", step + 1, step + 1);
     }
     EXPECT_TRUE(find().empty());
+    // Two rooms with posts along a wall.
+    drawn_.removeAll();
+    drawRuling({0, 50, 100}, {0, 10});
+    for (double post = 4; post < 100; post += 4)
+        drawLine({post, 10, 0}, {post, 8, 0});
+    drawWord(L"room", 2, 2);
+    EXPECT_TRUE(find().empty());
     // A list without its lower right quarter is a list.
     drawn_.removeAll();
     drawRuling({0, 20, 40}, {0, 10});
