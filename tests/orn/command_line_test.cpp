@@ -153,6 +153,27 @@ TEST_F(Orn, MeasuresOldAndNewDrawingsAlike) {
     }
 }
 
+TEST_F(Orn, SavesWhatItReadsByteForByte) {
+    const auto bytesOf = [](const std::string& path) {
+        std::ifstream file(path, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    const std::string target = (folder_.path() / "saved.dxf").string();
+    for (const std::string& plan : {kPlan, kOldPlan}) {
+        const Outcome saved = run("save " + plan + " '" + target + "'");
+        EXPECT_EQ(saved.status, 0) << saved.err;
+        EXPECT_THAT(saved.out, HasSubstr("nothing changed"));
+        EXPECT_EQ(bytesOf(target), bytesOf(plan));
+    }
+    const Json::Value again = run("save --json '" + target + "' '" + target + "'").json();
+    EXPECT_EQ(again["changed"].asInt(), 0);
+    EXPECT_EQ(bytesOf(target), bytesOf(kOldPlan));
+
+    const Outcome failed = run("save " + kPlan + " /nowhere/x.dxf");
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_THAT(failed.err, HasSubstr("/nowhere/x.dxf: its folder is not there"));
+}
+
 TEST_F(Orn, QuotesLayerNamesInCsv) {
     const std::string drawing =
         put("quoted.dxf", "0\nSECTION\n2\nENTITIES\n0\nCIRCLE\n8\na,b\n40\n1\n0\nENDSEC\n0\nEOF\n");
