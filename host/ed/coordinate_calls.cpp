@@ -102,6 +102,7 @@ std::optional<AcGePoint3d> acrossSheet(const AcDbDatabase& db, const AcGePoint3d
     if (viewport == nullptr || (!outwards && !(isSheet(from) && isInViewport(to))))
         return std::nullopt;
     const Placement placement(*viewport);
+    if (!(placement.scale > 0.0)) return std::nullopt; // A window without height.
     if (!displacement) return outwards ? placement.onSheet(point) : placement.inViewport(point);
     const double scale = outwards ? placement.scale : 1.0 / placement.scale;
     return AcGePoint3d(point.x * scale, point.y * scale, point.z * scale);

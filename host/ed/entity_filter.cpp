@@ -81,11 +81,6 @@ std::optional<std::int64_t> wholeOf(const Value& value) {
     return std::nullopt;
 }
 
-bool matchesText(const std::wstring& text, const std::wstring& pattern, bool name) {
-    return name ? matchesWildcard(upperCased(text), upperCased(pattern))
-                : matchesWildcard(text, pattern);
-}
-
 /// The value that files take for granted; nothing for other codes.
 std::optional<Value> usualValue(int code) {
     switch (code) {
@@ -124,8 +119,9 @@ bool GroupTest::accepts(const Value& value, bool flat) const {
     }
     if (const auto* text = std::get_if<std::wstring>(&value)) {
         if (relation == Relation::any) return true;
+        const auto& pattern = std::get<std::wstring>(wanted.value);
         const bool matches =
-            matchesText(*text, std::get<std::wstring>(wanted.value), isName(wanted.code));
+            matchesWildcard(isName(wanted.code) ? upperCased(*text) : *text, pattern);
         return matches == (relation == Relation::equal);
     }
     if (const auto* real = std::get_if<double>(&value))
@@ -332,6 +328,10 @@ private:
         }
         auto wanted = itemOf(group);
         if (!wanted) return false;
+        if (isName(code)) {
+            auto& pattern = std::get<std::wstring>(wanted->value);
+            pattern = upperCased(pattern);
+        }
         Node test;
         test.kind = Kind::test;
         test.test.wanted = std::move(*wanted);

@@ -38,7 +38,7 @@ struct GroupTest {
         allBits
     };
 
-    DataItem wanted;
+    DataItem wanted; // a name's pattern is in capitals
     std::array<Relation, 3> relations{Relation::equal, Relation::equal, Relation::equal};
 
     /// @param flat  of points: z means nothing.

@@ -25,7 +25,7 @@ ScreenArea tileArea(const AcDbViewportTableRecord& tile) {
     const AcGePoint2d& high = tile.upperRightOf();
     ScreenArea area;
     area.center.set((low.x + high.x) / 2.0 * size.x, (1.0 - (low.y + high.y) / 2.0) * size.y);
-    // A damaged file's tile has no size: nothing would have a place in it.
+    // A damaged file's tile may have no size; at a pixel its proportions still mean something.
     area.width = std::max((high.x - low.x) * size.x, 1.0);
     area.height = std::max((high.y - low.y) * size.y, 1.0);
     return area;
@@ -48,8 +48,8 @@ ScreenArea floatingArea(const AcDbDatabase& db, const AcDbViewport& viewport) {
     const ScreenArea whole = wholeArea();
     const double scale = whole.height / sheet.height;
     const AcGePoint3d& center = viewport.centerOf();
-    return {displayToPixel(sheet, whole, {center.x, center.y}), viewport.widthOf() * scale,
-            viewport.heightOf() * scale};
+    return {displayToPixel(sheet, whole, {center.x, center.y}),
+            std::max(viewport.widthOf() * scale, 1.0), std::max(viewport.heightOf() * scale, 1.0)};
 }
 
 bool isSheet(const AcDbDatabase& db, short number) {

@@ -137,6 +137,14 @@ TEST_F(CoordinatesTest, SheetAndItsViewport) {
     EXPECT_FALSE(translate({7, 9, 0}, 0, 3));
     EXPECT_FALSE(translate({7, 9, 0}, 3, 1));
     EXPECT_FALSE(translate({7, 9, 0}, 4, 0));
+
+    {
+        const AcDbObjectPointer<AcDbViewport> flat(headless::modelViewport(drawing(), 2),
+                                                   AcDb::kForWrite);
+        flat->setHeight(0);
+    }
+    EXPECT_FALSE(translate({110, 80, 2}, 3, 2)) << "a window without height shows nothing";
+    EXPECT_GT(std::get<AcGePoint2d>(*ed_.variables.get(L"SCREENSIZE")).y, 0);
 }
 
 TEST_F(CoordinatesTest, ThereAndBackAmongAllSystems) {
