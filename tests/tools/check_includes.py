@@ -26,7 +26,8 @@ BELOW = {
     "ed": {"db", "ge", "rx", "mfc", "win"},
     "dxf": {"ed", "db", "ge", "rx", "mfc", "win"},
     "view": {"db", "ge", "rx", "win"},
-    "headless": {"dxf", "view", "ed", "db", "ge", "rx", "mfc", "win"},
+    "excel": {"win"},
+    "headless": {"dxf", "view", "excel", "ed", "db", "ge", "rx", "mfc", "win"},
 }
 LIBRARIES = ("json/",)  # what product sources may use besides the platform
 STANDARD = re.compile(r"[a-z0-9_]+|(assert|float|limits|math|stdarg|stddef|stdint|stdio|stdlib|string|time|wchar)\.h")

@@ -1,0 +1,349 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <sys/stat.h>
+
+#include "excel/formula_references.h"
+#include "excel/number_formats.h"
+#include "excel/workbook_error.h"
+#include "excel/workbook_files.h"
+#include "support/png.h"
+#include "support/temporary_folder.h"
+#include "support/workbook_dump.h"
+
+using namespace headless::excel;
+
+namespace {
+
+FormatId formatOf(Workbook& book, void (*change)(CellFormat&)) {
+    return book.formats.changed(kDefaultFormat, change);
+}
+
+/// One of everything that the engine carries.
+std::unique_ptr<Workbook> fullWorkbook() {
+    auto book = newWorkbook(3);
+    book->properties.title = "楼板";
+    book->sheets[1]->name = "Board list";
+    book->sheets[2]->hidden = true;
+    book->activeSheet = 1;
+    book->names.push_back({"Total", "Sheet1!$B$2:$B$9", nullptr});
+    book->names.push_back({"Local", "'Board list'!$A$1", book->sheets[1]});
+    Sheet& sheet = *book->sheets[0];
+    sheet.at(1, 1).value = std::string("板 <1> & \"2\"\nsecond line ");
+    sheet.at(2, 1).value = 12.5;
+    sheet.at(2, 2).value = true;
+    sheet.at(3, 1).formula = "A2*2";
+    sheet.at(3, 1).value = 25.0;
+    sheet.at(3, 2).formula = "UPPER(\"ab\")";
+    sheet.at(3, 2).value = std::string("AB");
+    sheet.at(4, 1).value = CellError{"#N/A"};
+    sheet.at(5, 1).value = 45292.5;
+    sheet.at(5, 1).format =
+        formatOf(*book, [](CellFormat& f) { f.numberFormat = "yyyy-mm-dd hh:mm:ss"; });
+    sheet.at(6, 1).value = std::string("styled");
+    sheet.at(6, 1).format = formatOf(*book, [](CellFormat& f) {
+        f.font = {"Arial", 14.0, true, true, true, Underline::kDouble, Script::kSuperscript, 0xFF};
+        f.fill = {Pattern::kSolid, 0x00FFFF, {}};
+        f.alignment = {Horizontal::kRight, Vertical::kTop, 2, 0, true, false};
+        f.locked = false;
+    });
+    sheet.at(7, 1).format = formatOf(*book, [](CellFormat& f) {
+        f.borders = {{LineStyle::kThin, 0x112233},
+                     {LineStyle::kMedium, {}},
+                     {LineStyle::kDashed, {}},
+                     {LineStyle::kDouble, 0},
+                     {LineStyle::kHair, {}},
+                     true,
+                     false};
+        f.fill = {Pattern::kDarkGrid, 0x0000FF, 0x00FF00};
+        f.alignment.rotation = -45;
+        f.alignment.shrink = true;
+    });
+    sheet.at(8, 1).format =
+        formatOf(*book, [](CellFormat& f) { f.alignment.rotation = kStackedText; });
+    sheet.at(10, 3).value = 1.0;
+    sheet.merges = {{10, 3, 12, 5}};
+    sheet.comments[{2, 1}] = {"measured", "Li", true};
+    sheet.comments[{9, 9}] = {"beside", "", false};
+    sheet.columns.change(2, 4, [](ColumnProperties& c) { c.width = widthOfPixels(145); });
+    sheet.columns.change(6, 6, [](ColumnProperties& c) { c.hidden = true; });
+    const FormatId percent = formatOf(*book, [](CellFormat& f) { f.numberFormat = "0%"; });
+    sheet.columns.change(8, 8, [&](ColumnProperties& c) { c.format = percent; });
+    sheet.rows.change(2, 3, [](RowProperties& r) { r.height = 30.0; });
+    sheet.rows.change(4, 4, [](RowProperties& r) { r.hidden = true; });
+    sheet.rows.change(5, 5, [&](RowProperties& r) { r.format = percent; });
+    sheet.tabColor = 0x0000FF;
+    sheet.view = {2, 1, 150, false};
+    sheet.autoFilter = Area{1, 1, 9, 3};
+    sheet.page.landscape = true;
+    sheet.page.paper = 9;
+    sheet.page.leftMargin = 0.5;
+    sheet.page.header = "&CBoards";
+    sheet.page.printArea = Area{1, 1, 20, 5};
+    sheet.page.titleRows = Area{1, 1, 2, kColumns};
+    sheet.page.titleColumns = Area{1, 1, kRows, 1};
+    sheet.page.fitToPages = true;
+    sheet.page.fitTall = 0;
+    sheet.page.centerHorizontally = true;
+    sheet.pictures.push_back(
+        {1, "logo", test_support::onePixelPng(), 14, 2, 3.0, 1.5, 90.0, 45.0, true});
+    return book;
+}
+
+class Workbooks : public testing::Test {
+protected:
+    [[nodiscard]] std::string path(const char* name) const {
+        return (folder_.path() / name).string();
+    }
+    [[nodiscard]] std::string bytesOf(const char* name) const {
+        std::ifstream file(path(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    void store(const char* name, const std::string& bytes) const {
+        std::ofstream(path(name), std::ios::binary) << bytes;
+    }
+    [[nodiscard]] std::size_t files() const {
+        return static_cast<std::size_t>(
+            std::distance(std::filesystem::directory_iterator(folder_.path()), {}));
+    }
+
+    test_support::TemporaryFolder folder_;
+};
+
+TEST_F(Workbooks, ComeBackAsTheyWere) {
+    const auto book = fullWorkbook();
+    writeWorkbook(*book, path("a.xlsx"));
+    EXPECT_EQ(files(), 1U) << "nothing left beside it";
+    const auto back = readWorkbook(path("a.xlsx"));
+
+    EXPECT_TRUE(back->leftOut.empty()) << testing::PrintToString(back->leftOut);
+    ASSERT_EQ(back->sheets.size(), 3U);
+    EXPECT_EQ(back->sheets[1]->name, "Board list");
+    EXPECT_TRUE(back->sheets[2]->hidden);
+    EXPECT_EQ(back->activeSheet, 1U);
+    EXPECT_EQ(back->properties, book->properties);
+    ASSERT_EQ(back->names.size(), 2U);
+    for (const DefinedName& name : back->names) {
+        EXPECT_EQ(name.refersTo, name.name == "Local" ? "'Board list'!$A$1" : "Sheet1!$B$2:$B$9");
+        EXPECT_EQ(name.sheet, name.name == "Local" ? back->sheets[1] : nullptr);
+    }
+    Sheet& sheet = *book->sheets[0];
+    Sheet& read = *back->sheets[0];
+    sheet.forEach(wholeSheet(), [&](int row, int column, const Cell& cell) {
+        SCOPED_TRACE(cellName(row, column));
+        const Cell* found = read.find(row, column);
+        ASSERT_NE(found, nullptr);
+        EXPECT_EQ(found->value, cell.value);
+        EXPECT_EQ(found->formula, cell.formula);
+        EXPECT_EQ(back->formats.at(found->format), book->formats.at(cell.format));
+    });
+    EXPECT_EQ(read.merges, sheet.merges);
+    EXPECT_EQ(read.comments, sheet.comments);
+    for (const int column : {1, 2, 3, 4, 5, 6, 8}) {
+        EXPECT_EQ(read.columns.at(column).width, sheet.columns.at(column).width) << column;
+        EXPECT_EQ(read.columns.at(column).hidden, sheet.columns.at(column).hidden) << column;
+    }
+    EXPECT_EQ(back->formats.at(read.formatAt(100, 8)).numberFormat, "0%");
+    EXPECT_EQ(back->formats.at(read.formatAt(5, 100)).numberFormat, "0%");
+    EXPECT_EQ(read.rows.at(3).height, 30.0);
+    EXPECT_TRUE(read.rows.at(4).hidden);
+    EXPECT_EQ(read.tabColor, sheet.tabColor);
+    EXPECT_EQ(read.view, sheet.view);
+    EXPECT_EQ(read.autoFilter, sheet.autoFilter);
+    EXPECT_EQ(read.page, sheet.page);
+    ASSERT_EQ(read.pictures.size(), 1U);
+    EXPECT_EQ(read.pictures[0].bytes, sheet.pictures[0].bytes);
+    EXPECT_EQ(read.pictures[0].name, "logo");
+    EXPECT_EQ(read.pictures[0].row, 14);
+    EXPECT_EQ(read.pictures[0].column, 2);
+    EXPECT_NEAR(read.pictures[0].leftInCell, 3.0, 0.01);
+    EXPECT_NEAR(read.pictures[0].width, 90.0, 0.01);
+    EXPECT_NEAR(read.pictures[0].height, 45.0, 0.01);
+}
+
+TEST_F(Workbooks, AnotherReaderFindsTheSame) {
+    writeWorkbook(*fullWorkbook(), path("a.xlsx"));
+    const auto lines = test_support::dumpWorkbook(path("a.xlsx"));
+    if (!lines) GTEST_SKIP() << "python3-openpyxl is not installed";
+    const char* expected[] = {
+        "sheets Sheet1 Board list Sheet3 active Board list",
+        "title 楼板",
+        "name Total Sheet1!$B$2:$B$9",
+        "Sheet3 state hidden",
+        "Sheet1 freeze B3",
+        "Sheet1 filter A1:C9",
+        "Sheet1 merged C10:E12",
+        "Sheet1 page landscape 9 0.5",
+        "Sheet1 print ['$A$1:$E$20'] $1:$2",
+        "Sheet1 header Boards",
+        "Sheet1 column B 20.7109",
+        "Sheet1 row 2 30.0",
+        "part xl/media/image1.png",
+        "Sheet1!A1 value '板 <1> & \"2\"\\nsecond line '",
+        "Sheet1!A2 value 12.5",
+        "Sheet1!A2 comment Li: measured",
+        "Sheet1!A3 value '=A2*2'",
+        "Sheet1!B2 value True",
+        "Sheet1!A5 value datetime.datetime(2024, 1, 1, 12, 0)",
+        "Sheet1!A6 font Arial 14.0 bold italic strike double superscript FFFF0000",
+        "Sheet1!A6 fill solid FFFFFF00",
+        "Sheet1!A6 align right top 2 0 True False",
+        "Sheet1!A7 left thin FF332211",
+        "Sheet1!A7 right medium auto",
+        "Sheet1!A7 bottom double FF000000",
+        "Sheet1!A7 diagonal hair auto",
+        "Sheet1!A7 align None None 0 135 False True",
+        "Sheet1!A8 align None None 0 255 False False",
+    };
+    for (const char* line : expected) {
+        if (lines->contains(line)) continue;
+        const std::string_view wanted = line;
+        std::string found;
+        for (const std::string& other : *lines) {
+            if (other.starts_with(wanted.substr(0, wanted.rfind(' ', 16)))) found += other + "\n";
+        }
+        ADD_FAILURE() << line << "\nfound:\n" << found;
+    }
+}
+
+TEST_F(Workbooks, BadFilesAreRefusedInWords) {
+    writeWorkbook(*fullWorkbook(), path("good.xlsx"));
+    const std::string good = bytesOf("good.xlsx");
+    std::string protectedFile = "\xD0\xCF\x11\xE0" + std::string(600, '\0');
+    for (const char c : std::string_view("EncryptedPackage")) {
+        protectedFile += c;
+        protectedFile += '\0';
+    }
+    store("text.xlsx", "a,b,c\n");
+    store("empty.xlsx", "");
+    store("cut.xlsx", good.substr(0, good.size() / 2));
+    store("protected.xlsx", protectedFile);
+    store("old.xls", "\xD0\xCF\x11\xE0" + std::string(600, '\0'));
+    store("zip.xlsx", "PK\x05\x06" + std::string(18, '\0'));
+    std::string scrambled = good;
+    const std::size_t sheet = good.find("xl/worksheets/sheet1.xml");
+    for (std::size_t i = sheet + 100; i < sheet + 200; ++i)
+        scrambled[i] = static_cast<char>(scrambled[i] ^ 0x55);
+    store("scrambled.xlsx", scrambled);
+    struct Case {
+        const char* file;
+        const char* reason;
+    };
+    const Case cases[] = {
+        {"text.xlsx", "it is not a workbook"},
+        {"empty.xlsx", "it is not a workbook"},
+        {"cut.xlsx", "damaged"},
+        {"protected.xlsx", "protected by a password"},
+        {"old.xls", "old binary kind"},
+        {"zip.xlsx", "it is not a workbook"},
+        {"scrambled.xlsx", "damaged"},
+        {"missing.xlsx", "No such file"},
+        {".", "it is a folder"},
+    };
+    for (const Case& c : cases) {
+        try {
+            (void)readWorkbook(path(c.file));
+            ADD_FAILURE() << c.file << " was read";
+        } catch (const WorkbookError& error) {
+            EXPECT_NE(std::string(error.what()).find(c.reason), std::string::npos) << error.what();
+            EXPECT_NE(std::string(error.what()).find(c.file), std::string::npos) << error.what();
+        }
+    }
+}
+
+TEST_F(Workbooks, FailedSavesLeaveTheOldFile) {
+    store("a.xlsx", "old");
+    chmod(path("a.xlsx").c_str(), 0444);
+    EXPECT_THROW(writeWorkbook(*newWorkbook(1), path("a.xlsx")), WorkbookError);
+    EXPECT_EQ(bytesOf("a.xlsx"), "old");
+    EXPECT_THROW(writeWorkbook(*newWorkbook(1), path("no/b.xlsx")), WorkbookError);
+    chmod(path("a.xlsx").c_str(), 0644);
+    auto book = newWorkbook(1);
+    book->sheets[0]->at(1, 1).value = std::string(40000, 'x');
+    EXPECT_THROW(writeWorkbook(*book, path("a.xlsx")), WorkbookError) << "too long for a cell";
+    EXPECT_EQ(bytesOf("a.xlsx"), "old");
+    EXPECT_EQ(files(), 1U);
+}
+
+TEST(Formulas, ReferencesMoveWhenCopied) {
+    struct Case {
+        const char* formula;
+        int down;
+        int right;
+        const char* copied;
+    };
+    const Case cases[] = {
+        {"A1+$B$2+C$3+$D4", 2, 1, "B3+$B$2+D$3+$D6"},
+        {"SUM(A1:B2)*LOG10(A1)", 1, 0, "SUM(A2:B3)*LOG10(A2)"},
+        {"\"A1\"&'A1 B'!A1&Sheet2!A1", 1, 0, "\"A1\"&'A1 B'!A2&Sheet2!A2"},
+        {"SUM(A:B)+SUM(2:3)", 1, 1, "SUM(B:C)+SUM(3:4)"},
+        {"A1_x+XFE1+MAX1(2)", 1, 0, "A1_x+XFE1+MAX1(2)"},
+        {"A1", -1, 0, "#REF!"},
+        {"Table[A1]+1.5E3", 1, 1, "Table[A1]+1.5E3"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(copiedFormula(c.formula, c.down, c.right), c.copied);
+}
+
+TEST(Areas, AreReadAndWritten) {
+    struct Case {
+        const char* text;
+        std::optional<Area> area;
+    };
+    const Case cases[] = {
+        {"b3", Area{3, 2, 3, 2}},
+        {"$D$9:A2", Area{2, 1, 9, 4}},
+        {"C:A", Area{1, 1, kRows, 3}},
+        {"7:5", Area{5, 1, 7, kColumns}},
+        {"XFD1048576", Area{kRows, kColumns, kRows, kColumns}},
+        {"XFE1", {}},
+        {"A1048577", {}},
+        {"A0", {}},
+        {"A", {}},
+        {"A1:B", {}},
+        {"", {}},
+        {"A1B", {}},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(parseArea(c.text), c.area) << c.text;
+    EXPECT_EQ(areaText({1, 1, kRows, 3}, true), "$A:$C");
+    EXPECT_EQ(areaText({5, 1, 7, kColumns}, false), "5:7");
+    EXPECT_EQ(areaText({2, 27, 3, 703}, true), "$AA$2:$AAA$3");
+}
+
+TEST(NumberFormats, ShowDates) {
+    for (const char* code : {"yyyy/m/d", "h:mm", "[h]:mm", "[$-804]yyyy\"年\"", "[Red]mm-dd"})
+        EXPECT_TRUE(showsDates(code)) << code;
+    for (const char* code : {"General", "0.00", "@", "\"days\" 0", "0;d", "#,##0_);[Red]0", "\\d0"})
+        EXPECT_FALSE(showsDates(code)) << code;
+}
+
+TEST(Sheets, RowsComeAndGo) {
+    Sheet sheet;
+    sheet.at(1, 1).value = 1.0;
+    sheet.at(2, 1).value = 2.0;
+    sheet.at(2, 3).value = 23.0;
+    sheet.comments[{2, 1}] = {"two", "", false};
+    sheet.merges = {{4, 1, 5, 2}};
+    sheet.rows.change(2, 2, [](RowProperties& r) { r.height = 40.0; });
+    ASSERT_TRUE(sheet.insertCells({2, 1, 3, kColumns}, true));
+    EXPECT_EQ(std::get<double>(sheet.find(4, 3)->value), 23.0);
+    EXPECT_EQ(sheet.rows.at(4).height, 40.0);
+    EXPECT_FALSE(sheet.rows.at(2).height) << "new rows are like the one before";
+    EXPECT_TRUE(sheet.comments.contains({4, 1}));
+    EXPECT_EQ(sheet.merges.front(), (Area{6, 1, 7, 2}));
+    sheet.deleteCells({1, 1, 3, kColumns}, true);
+    EXPECT_EQ(std::get<double>(sheet.find(1, 1)->value), 2.0);
+    EXPECT_EQ(sheet.rows.at(1).height, 40.0);
+    // Only some columns.
+    ASSERT_TRUE(sheet.insertCells({1, 1, 1, 1}, false));
+    EXPECT_EQ(std::get<double>(sheet.find(1, 2)->value), 2.0);
+    EXPECT_EQ(std::get<double>(sheet.find(1, 4)->value), 23.0);
+    sheet.at(kRows, 1).value = 1.0;
+    EXPECT_FALSE(sheet.insertCells({1, 1, 1, kColumns}, true)) << "the last row is in use";
+}
+
+} // namespace
