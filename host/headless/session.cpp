@@ -7,6 +7,7 @@
 #include "db/database.h"
 #include "db/state.h"
 #include "ed/state.h"
+#include "excel/server.h"
 #include "headless/leftovers.h"
 #include "mfc/state.h"
 #include "win/code_page.h"
@@ -47,6 +48,7 @@ Session::Session(const SessionOptions& options) : layers_(std::make_unique<Layer
     layers_->win.oemCodePage = options.oemCodePage;
     layers_->ed.drawingArea.set(std::max(options.drawingAreaPixels.x, 1.0),
                                 std::max(options.drawingAreaPixels.y, 1.0));
+    if (options.spreadsheet) excel::install(layers_->win.automationServers);
     if (!options.automation) layers_->ed.application.endAutomation();
     layers_->ed.output.setSink(options.sink);
     layers_->db.writer = [](AcDbDatabase& db, const std::wstring& file) {

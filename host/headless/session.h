@@ -35,6 +35,8 @@ struct SessionOptions {
     AcGePoint2d drawingAreaPixels{1600.0, 900.0};
     /// False: the program has no automation object.
     bool automation = true;
+    /// False: the machine has no spreadsheet application.
+    bool spreadsheet = true;
     /// Called with every piece of text that the command line prints.
     std::function<void(std::wstring_view)> sink = {};
 };
