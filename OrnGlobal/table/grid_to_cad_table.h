@@ -7,6 +7,7 @@
 //     }
 #pragma once
 
+#include <afxdisp.h>
 #include <afxtempl.h>
 #include <afxwin.h>
 #include <dbidar.h>
@@ -110,6 +111,10 @@ public:
 
     /// Makes the grid what the model says.
     void FillGrid();
+
+    /// kelmor::AutoWrap, for callers that know it by this name.
+    static long AutoWrap(int flags, VARIANT* result, IDispatch* object, CString name, int count,
+                         ...);
 
 protected:
     // For what fills, exports and draws the table again; reading it does not look at them.

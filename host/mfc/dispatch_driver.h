@@ -35,7 +35,7 @@ public:
     /// Counts the object once more.
     COleDispatchDriver(const COleDispatchDriver& source);
     COleDispatchDriver& operator=(const COleDispatchDriver& source);
-    virtual ~COleDispatchDriver() { ReleaseDispatch(); }
+    ~COleDispatchDriver() { ReleaseDispatch(); }
 
     /// Starts a server; FALSE, with the status in `exception`, when it is not there.
     BOOL CreateDispatch(REFCLSID classId, COleException* exception = nullptr);
