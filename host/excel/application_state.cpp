@@ -50,25 +50,31 @@ void failToSet(const char* property) {
     fail(std::string("Unable to set the ") + property + " property");
 }
 
-std::shared_ptr<OpenBook> ApplicationState::addBook() {
+std::shared_ptr<OpenBook> ApplicationState::add(std::unique_ptr<Workbook> workbook,
+                                                const std::wstring& name) {
     auto book = std::make_shared<OpenBook>();
-    book->workbook = newWorkbook(std::clamp(static_cast<int>(sheetsInNewBook), 1, 255));
-    book->name = L"Book" + std::to_wstring(++booksMade);
+    book->workbook = std::move(workbook);
+    book->name = name;
     books.push_back(book);
     activeBook = book;
     return book;
+}
+
+std::shared_ptr<OpenBook> ApplicationState::addBook() {
+    return add(newWorkbook(static_cast<int>(sheetsInNewBook)), newName());
+}
+
+std::shared_ptr<OpenBook> ApplicationState::addBookAfter(const std::wstring& path) {
+    auto workbook = guarded([&] { return engine->open(fullPath(path)); });
+    return add(std::move(workbook), newName());
 }
 
 std::shared_ptr<OpenBook> ApplicationState::openBook(const std::wstring& path) {
     const std::string full = fullPath(path);
     const auto open = std::ranges::find_if(books, [&](const auto& b) { return b->path == full; });
     if (open != books.end()) return activeBook = *open;
-    auto book = std::make_shared<OpenBook>();
-    book->workbook = guarded([&] { return engine->open(full); });
-    book->name = fileName(full);
+    auto book = add(guarded([&] { return engine->open(full); }), fileName(full));
     book->path = full;
-    books.push_back(book);
-    activeBook = book;
     return book;
 }
 

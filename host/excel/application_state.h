@@ -51,6 +51,8 @@ struct ApplicationState {
     LONG sheetsInNewBook = 3;
 
     std::shared_ptr<OpenBook> addBook();
+    /// A new book with what a file holds.
+    std::shared_ptr<OpenBook> addBookAfter(const std::wstring& path);
     std::shared_ptr<OpenBook> openBook(const std::wstring& path);
     void save(OpenBook& book);
     void saveAs(OpenBook& book, const std::wstring& path);
@@ -61,6 +63,8 @@ struct ApplicationState {
     bool quit();
 
 private:
+    std::shared_ptr<OpenBook> add(std::unique_ptr<Workbook> workbook, const std::wstring& name);
+    std::wstring newName() { return L"Book" + std::to_wstring(++booksMade); }
     void write(OpenBook& book, const std::string& path);
 };
 

@@ -559,14 +559,9 @@ public:
     LONG count() const { return static_cast<LONG>(state_->books.size()); }
     IDispatch* add(const CallArguments& arguments) const {
         const VARIANT* pattern = arguments.find(0);
-        if (pattern != nullptr && pattern->vt == VT_BSTR) {
-            const auto book = state_->openBook(textOf(*pattern));
-            // A book made after a file does not write to it.
-            book->path.reset();
-            book->name = L"Book" + std::to_wstring(++state_->booksMade);
-            return makeWorkbook(state_, book);
-        }
-        return makeWorkbook(state_, state_->addBook());
+        const bool byFile = pattern != nullptr && pattern->vt == VT_BSTR;
+        return makeWorkbook(state_,
+                            byFile ? state_->addBookAfter(textOf(*pattern)) : state_->addBook());
     }
     IDispatch* open(const CallArguments& arguments) const {
         return makeWorkbook(state_, state_->openBook(arguments.text(0)));

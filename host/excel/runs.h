@@ -23,7 +23,7 @@ public:
         const auto to = split(last + 1);
         for (auto run = from; run != to; ++run)
             change(run->second);
-        join(from, to);
+        join(first, last);
     }
 
     /// Makes room for `count` values before `at`; the last ones go. The new ones equal those
@@ -88,18 +88,15 @@ private:
         return starts_.emplace_hint(std::next(holder), index, holder->second);
     }
 
-    /// Joins equal neighbours among the runs just changed and those beside them.
-    void join(Iterator from, Iterator to) {
-        if (from != starts_.begin()) --from;
-        for (auto next = std::next(from); next != starts_.end();) {
-            const bool beyond = to == starts_.end() ? false : next->first > to->first;
-            if (beyond) break;
-            if (next->second == from->second) {
+    /// Joins equal neighbours among the runs of [first, last] and those beside them.
+    void join(int first, int last) {
+        auto run = std::prev(starts_.upper_bound(first));
+        if (run != starts_.begin()) --run;
+        for (auto next = std::next(run); next != starts_.end() && next->first <= last + 1;) {
+            if (next->second == run->second) {
                 next = starts_.erase(next);
-                // `to` may be what went.
-                to = next;
             } else {
-                from = next++;
+                run = next++;
             }
         }
     }

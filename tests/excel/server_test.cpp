@@ -268,7 +268,13 @@ TEST_F(Server, SettingsArriveInTheFile) {
     shape.put(L"Width", 60.0);
     EXPECT_EQ(shape.text(L"Height"), L"30") << "the proportions are locked";
     book.put(L"Title", L"Boards");
+    range(L"A3:A9").put(L"RowHeight", 20.0);
+    range(L"A5:A6").put(L"RowHeight", 30.0);
+    range(L"A5:A6").put(L"RowHeight", 20.0);
+    range(L"A10").put(L"RowHeight", 20.0);
     book.call(L"SaveAs", path("a").c_str());
+    const Object copy(application_.at(L"Workbooks").call(L"Add", path("a.xlsx").c_str()));
+    EXPECT_EQ(copy.text(L"Name"), L"Book2") << "a book made after a file does not write to it";
     EXPECT_EQ(book.text(L"Name"), L"a.xlsx");
     EXPECT_EQ(book.text(L"Saved"), L"True");
     const auto read = headless::excel::readWorkbook((folder_.path() / "a.xlsx").string());
@@ -283,6 +289,11 @@ TEST_F(Server, SettingsArriveInTheFile) {
     EXPECT_TRUE(sheet.page.fitToPages);
     EXPECT_EQ(sheet.page.fitTall, 0);
     EXPECT_EQ(sheet.autoFilter, (headless::excel::Area{1, 1, 1, 1}));
+    std::vector<std::pair<int, int>> heights;
+    sheet.rows.forEach([&](int first, int last, const headless::excel::RowProperties& row) {
+        if (row.height == 20.0) heights.emplace_back(first, last);
+    });
+    EXPECT_EQ(heights, (std::vector<std::pair<int, int>>{{3, 10}}));
     ASSERT_EQ(sheet.pictures.size(), 1U);
     EXPECT_NEAR(sheet.pictures[0].width, 60.0, 0.1);
     EXPECT_EQ(read->properties.title, "Boards");
