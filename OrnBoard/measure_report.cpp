@@ -1,6 +1,5 @@
 #include "measure_report.h"
 
-#include "aligned_table.h"
 #include "text/conversions.h"
 
 namespace board {
@@ -35,16 +34,17 @@ void appendRows(std::vector<TableRow>& table, const wchar_t* kind,
     }
 }
 
-CString outlineTable(const Measurement& measurement) {
+} // namespace
+
+std::vector<TableRow> outlineRows(const Measurement& measurement) {
     std::vector<TableRow> table = {
         {L"Handle", L"Kind", L"Layer", L"Closed", L"Vertices", L"Area m2", L"Length mm"}};
     appendRows(table, L"polyline", measurement.polylines);
     appendRows(table, L"circle", measurement.circles);
-    return alignedTable(table, {Align::kRight, Align::kLeft, Align::kLeft, Align::kLeft,
-                                Align::kRight, Align::kRight, Align::kRight});
+    return table;
 }
 
-CString layerTable(const Measurement& measurement) {
+std::vector<TableRow> layerRows(const Measurement& measurement) {
     std::vector<TableRow> table = {{L"Layer", L"Count", L"Area m2", L"Length mm"}};
     LayerTotal all{L"Total"};
     for (const LayerTotal& total : measurement.layers) {
@@ -56,15 +56,17 @@ CString layerTable(const Measurement& measurement) {
     }
     table.push_back({all.layer, IntToCString(all.count), areaText(all.areaSquareMetre),
                      lengthText(all.length)});
-    return alignedTable(table, {Align::kLeft, Align::kRight, Align::kRight, Align::kRight});
+    return table;
 }
-
-} // namespace
 
 CString measureReport(const Measurement& measurement) {
     if (measurement.layers.empty()) return L"Nothing to measure.\n";
-    return outlineTable(measurement) + L"\n" + layerTable(measurement) +
-           L"\nCoefficient of variation of the areas: " +
+    const CString outlines = alignedTable(outlineRows(measurement),
+                                          {Align::kRight, Align::kLeft, Align::kLeft, Align::kLeft,
+                                           Align::kRight, Align::kRight, Align::kRight});
+    const CString layers = alignedTable(
+        layerRows(measurement), {Align::kLeft, Align::kRight, Align::kRight, Align::kRight});
+    return outlines + L"\n" + layers + L"\nCoefficient of variation of the areas: " +
            formatted(L"%.2f%%\n", measurement.variation);
 }
 

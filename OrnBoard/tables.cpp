@@ -6,9 +6,8 @@
 
 #include "frame/ac_ut_sym_tbl.h"
 #include "frame/object_handle.h"
-#include "table/grid_text.h"
+#include "grid_files.h"
 #include "text/string_list.h"
-#include "whole_file.h"
 
 namespace board {
 namespace {
@@ -56,12 +55,6 @@ std::vector<const CDrawGrid*> gridsOf(const table::DrawnTables& tables) {
     return grids;
 }
 
-CString endingOf(const CString& path) {
-    const int dot = path.ReverseFind(L'.');
-    CString ending = dot < 0 ? CString() : path.Mid(dot);
-    return ending.MakeLower();
-}
-
 } // namespace
 
 table::DrawnTables drawnTables(AcDbDatabase* db, const TableFilter& filter) {
@@ -70,12 +63,7 @@ table::DrawnTables drawnTables(AcDbDatabase* db, const TableFilter& filter) {
 }
 
 CString writeTables(const table::DrawnTables& tables, const CString& path) {
-    const std::vector<const CDrawGrid*> grids = gridsOf(tables);
-    const CString ending = endingOf(path);
-    if (ending == L".csv") return writeWhole(path, table::toCsv(grids));
-    if (ending == L".json") return writeWhole(path, table::toJson(grids));
-    if (ending == L".html") return writeWhole(path, table::toHtml(grids));
-    return path + L": tables are written as .csv, .json or .html";
+    return writeGrids(gridsOf(tables), path);
 }
 
 } // namespace board

@@ -23,7 +23,7 @@ struct TableFilter {
 /// @param db  null has none.
 AFX_EXT_API table::DrawnTables drawnTables(AcDbDatabase* db, const TableFilter& filter);
 
-/// Writes tables to a file whose name ends in .csv, .json or .html.
+/// Writes tables to a file whose name ends in .xlsx, .xls, .csv, .json or .html.
 ///
 /// Nothing is left of a file that could not be written whole; a file there before stays as it was.
 /// @return  what is wrong, in words; empty when it was done.

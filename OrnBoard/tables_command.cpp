@@ -35,7 +35,7 @@ void tablesCommand() {
     acutPrintf(L"\n%s", tablesReport(tables).GetString());
     if (tables.empty()) return;
 
-    const auto path = askedText(L"\nFile to write (.csv, .json or .html) <none>: ");
+    const auto path = askedText(L"\nFile to write (.xlsx, .csv, .json or .html) <none>: ");
     if (!path || path->IsEmpty()) return;
     const CString problem = writeTables(tables, *path);
     acutPrintf(L"\n%s",

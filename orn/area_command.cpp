@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "OrnBoard/measure.h"
+#include "OrnBoard/measure_sheets.h"
 #include "measurement_output.h"
 #include "open_drawing.h"
 #include "text/string_list.h"
@@ -37,6 +38,13 @@ void print(std::ostream& out, const board::Measurement& measurement, Format form
     }
 }
 
+/// False when it was not written; it has been said on standard error.
+bool writeWorkbook(const board::Measurement& measurement, const std::string& path) {
+    const CString problem = board::writeMeasurement(measurement, headless::fromUtf8(path).c_str());
+    if (!problem.IsEmpty()) std::cerr << "orn: " << headless::toUtf8(problem.GetString()) << '\n';
+    return problem.IsEmpty();
+}
+
 } // namespace
 
 CLI::App* declareArea(CLI::App& app, AreaOptions& options) {
@@ -49,14 +57,20 @@ CLI::App* declareArea(CLI::App& app, AreaOptions& options) {
     area->add_option("--max-b", options.maxB, "Second side at most this long, mm");
     CLI::Option* json = area->add_flag("--json", options.json, "Print JSON");
     area->add_flag("--csv", options.csv, "Print CSV")->excludes(json);
+    area->add_option("-o,--output", options.output, "Write this workbook (.xlsx)");
     return area;
 }
 
 int runArea(const AreaOptions& options) {
     OpenDrawing opened(options.drawing);
     if (!opened) return kFailure;
-    print(std::cout, board::measureBoards(opened.database(), filterOf(options)), options.format());
-    return opened.finish();
+    const board::Measurement measurement =
+        board::measureBoards(opened.database(), filterOf(options));
+    const bool printsToo = options.output.empty() || options.format() != Format::kTable;
+    if (printsToo) print(std::cout, measurement, options.format());
+    const bool done = options.output.empty() || writeWorkbook(measurement, options.output);
+    const int status = opened.finish();
+    return done ? status : kFailure;
 }
 
 } // namespace orn

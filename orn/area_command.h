@@ -17,6 +17,7 @@ struct AreaOptions {
     std::optional<double> minA, maxA, minB, maxB;
     bool json = false;
     bool csv = false;
+    std::string output; // a workbook; empty: none
 
     Format format() const { return json ? Format::kJson : csv ? Format::kCsv : Format::kTable; }
 };

@@ -60,7 +60,8 @@ CLI::App* declareTable(CLI::App& app, TableOptions& options) {
         ->delimiter(',')
         ->expected(4)
         ->excludes(layers);
-    table->add_option("-o,--output", options.output, "Write this file (.csv, .json or .html)");
+    table->add_option("-o,--output", options.output,
+                      "Write this file (.xlsx, .csv, .json or .html)");
     table->add_flag("--json", options.json, "Print JSON");
     return table;
 }

@@ -70,18 +70,21 @@ TEST_F(Tables, AreWrittenWholeOrNotAtAll) {
     EXPECT_EQ(read("t.CSV"), ",\nLIST,\"1,5\"\n");
     EXPECT_EQ(board::writeTables(tables, path("t.html")), L"");
     EXPECT_EQ(board::writeTables(tables, path("t.json")), L"");
-    EXPECT_EQ(files(), 3);
+    EXPECT_EQ(board::writeTables(tables, path("t.xlsx")), L"");
+    EXPECT_EQ(read("t.xlsx").substr(0, 2), "PK");
+    EXPECT_EQ(files(), 4);
 
     std::ofstream(folder_.path() / "kept.csv") << "old";
     fs::permissions(folder_.path() / "kept.csv", fs::perms::owner_read);
     fs::create_directory(folder_.path() / "folder.csv");
-    for (const char* name : {"kept.csv", "none/t.csv", "folder.csv", "t.txt", "t"}) {
+    for (const char* name : {"kept.csv", "none/t.csv", "folder.csv", "none/t.xlsx", "t.txt", "t"}) {
         const CString problem = board::writeTables(tables, path(name));
         EXPECT_GE(problem.Find(path(name)), 0) << "names the file";
         EXPECT_GT(problem.GetLength(), path(name).GetLength() + 2) << "and says why";
     }
     EXPECT_EQ(read("kept.csv"), "old");
-    EXPECT_EQ(files(), 5);
+    EXPECT_EQ(files(), 6);
+    EXPECT_TRUE(session().messageBoxes().empty());
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <sstream>
@@ -195,6 +196,11 @@ TEST_F(Orn, ReadsTheDrawnTableOfQuantities) {
         EXPECT_THAT(csv, HasSubstr(cell["text"].asString()));
     EXPECT_THAT(run("table " + kPlan).out, HasSubstr(" rows, "));
     EXPECT_THAT(run(kPlan, "BOARDTABLE\n\n\n").out, HasSubstr(" rows, "));
+
+    const std::string takeOff = (folder_.path() / "take-off.xlsx").string();
+    EXPECT_EQ(run("area -o '" + takeOff + "' " + kPlan).status, 0);
+    EXPECT_TRUE(std::filesystem::exists(takeOff));
+    EXPECT_EQ(run("area -o /nowhere/t.xlsx " + kPlan).status, 1);
 
     const Outcome nothing = run("table --window -2,-1,0,1 " + kPlan);
     EXPECT_EQ(nothing.status, 1);
