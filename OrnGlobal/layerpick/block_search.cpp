@@ -1,0 +1,235 @@
+#include "layerpick/block_search.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <optional>
+
+#include <dbcurve.h>
+#include <dbdim.h>
+#include <dbhatch.h>
+#include <dbmline.h>
+#include <dbsymtb.h>
+
+#include "OrnCore/zel_dwg.h"
+#include "blocks/reference_clip.h"
+#include "frame/object_handle.h"
+#include "layerpick/curve_test.h"
+#include "layerpick/hatch_loops.h"
+#include "layerpick/layer_of.h"
+#include "layerpick/parts.h"
+
+namespace layerpick {
+namespace {
+
+bool isReference(const AcDbEntity& entity) { return AcDbBlockReference::cast(&entity) != nullptr; }
+
+bool isText(const AcDbEntity& entity) {
+    return AcDbText::cast(&entity) != nullptr || AcDbMText::cast(&entity) != nullptr;
+}
+
+bool takes(PickMode mode, const AcDbEntity& entity) {
+    switch (mode) {
+    case PickMode::curves:
+        return AcDbCurve::cast(&entity) != nullptr || AcDbMline::cast(&entity) != nullptr ||
+               isReference(entity);
+    case PickMode::texts:
+        return isText(entity);
+    case PickMode::everything:
+        break;
+    }
+    return true;
+}
+
+std::optional<AcDbExtents> boxOf(const AcDbEntity& entity) {
+    AcDbExtents box;
+    if (entity.getGeomExtents(box) != Acad::eOk) return std::nullopt;
+    return box;
+}
+
+/// What is known of the block of one reference while it is searched.
+class Level {
+public:
+    Level(const PickSpot& local, double rotation, const CString& layer, const SearchRules& rules)
+        : spot_(local), layer_(layer), rules_(rules) {
+        makeSquare(local, rotation, square_);
+        square_.getGeomExtents(squareBox_);
+    }
+
+    /// Takes the block's entities in order until one is hit.
+    void walk(AcDbBlockTableRecordIterator& entities) {
+        for (; result.IsEmpty() && !entities.done(); entities.step()) {
+            AcDbObjectId id;
+            if (entities.getEntityId(id) != Acad::eOk) continue;
+            if (const ReadHandle<AcDbEntity> entity(id); entity) take(*entity);
+        }
+    }
+
+    /// The hatch with the smallest loop around the spot, or the first one of which a loop crosses
+    /// the square.
+    CString hatchLayer() const {
+        std::map<double, CString> byArea;
+        for (const AcDbObjectId& id : hatches_) {
+            const ReadHandle<AcDbHatch> hatch(id);
+            if (!hatch) continue;
+            const CString layer = effectiveLayer(*hatch, layer_);
+            if (isExcluded(layer)) continue;
+            for (const auto& loop : loopsOf(*hatch)) {
+                if (crosses(*loop, square_)) return layer;
+                double area = 0.0;
+                constexpr double kTolerance = 1e-6;
+                if (CZelDwg::PtInClosePolygon(loop.get(), spot_.at, kTolerance) >= 0 &&
+                    loop->getArea(area) == Acad::eOk)
+                    byArea.emplace(area, layer);
+            }
+        }
+        return byArea.empty() ? CString() : byArea.begin()->second;
+    }
+
+    bool isExcluded(const CString& layer) const { return rules_.excluded.count(layer) != 0; }
+
+    CString result;
+    std::vector<AcDbObjectId> references;               // those whose boxes were hit,
+    std::vector<AcDbObjectId> referencesWithoutExtents; // and those that tell none
+
+private:
+    void take(const AcDbEntity& entity) {
+        // Of a block with thousands of entities the pick comes near a few: those that it does not
+        // are done with here. No piece of a multiline text lies outside the whole.
+        const auto box = boxOf(entity);
+        if (box && !isHit(*box)) return;
+        if (!takes(rules_.mode, entity)) return;
+        if (AcDbMText::cast(&entity) != nullptr) return takeText(entity);
+        if (box)
+            hit(entity);
+        else if (isReference(entity))
+            referencesWithoutExtents.push_back(entity.objectId());
+    }
+
+    /// Of a multiline text each piece has a box of its own.
+    void takeText(const AcDbEntity& text) {
+        for (const auto& piece : partsOf(text)) {
+            const auto box = boxOf(*piece);
+            if (box && isHit(*box)) return hit(text);
+        }
+    }
+
+    bool isHit(const AcDbExtents& box) const {
+        constexpr double kTolerance = 1e-6;
+        return CZelDwg::GetInterSect(box, squareBox_, kTolerance) > 0 || holds(box, spot_.at);
+    }
+
+    /// The box of the entity was hit; now its kind tells what else must be.
+    void hit(const AcDbEntity& entity) {
+        if (isReference(entity)) return references.push_back(entity.objectId());
+        const CString layer = effectiveLayer(entity, layer_);
+        if (isExcluded(layer)) return;
+        if (AcDbHatch::cast(&entity) != nullptr) return hatches_.push_back(entity.objectId());
+        const bool found =
+            isText(entity) || (AcDbDimension::cast(&entity) != nullptr ? somePartHit(entity)
+                                                                       : crosses(entity, square_));
+        if (found) result = layer;
+    }
+
+    bool somePartHit(const AcDbEntity& dimension) const {
+        const auto parts = partsOf(dimension);
+        return std::any_of(parts.begin(), parts.end(), [this](const auto& part) {
+            if (AcDbCurve::cast(part.get()) != nullptr) return crosses(*part, square_);
+            const auto box = boxOf(*part);
+            return box && isHit(*box);
+        });
+    }
+
+    PickSpot spot_;
+    CString layer_;
+    const SearchRules& rules_;
+    AcDbPolyline square_;
+    AcDbExtents squareBox_;
+    std::vector<AcDbObjectId> hatches_;
+};
+
+/// Where a reference puts its block, and the block's entities; nothing when the block cannot be
+/// opened.
+struct Contents {
+    Placing placing;
+    std::unique_ptr<AcDbBlockTableRecordIterator> entities;
+};
+
+std::optional<Contents> contentsOf(const AcDbBlockReference& reference) {
+    const ReadHandle<AcDbBlockTableRecord> block(reference.blockTableRecord());
+    if (!block) return std::nullopt;
+    AcDbBlockTableRecordIterator* entities = nullptr;
+    if (block->newIterator(entities) != Acad::eOk) return std::nullopt;
+    return Contents{
+        {reference.position(), reference.scaleFactors(), reference.rotation(), block->origin()},
+        std::unique_ptr<AcDbBlockTableRecordIterator>(entities)};
+}
+
+/// Searches one reference and those inside it.
+class BlockSearch {
+public:
+    explicit BlockSearch(const SearchRules& rules) : rules_(rules) {}
+
+    CString inside(const AcDbBlockReference& reference, const CString& parentLayer,
+                   const PickSpot& spot) {
+        // A damaged drawing may hold a block within itself.
+        const AcDbObjectId block = reference.blockTableRecord();
+        if (std::find(open_.begin(), open_.end(), block) != open_.end()) return CString();
+        const auto contents = contentsOf(reference);
+        if (!contents) return CString();
+        const PickSpot local = carriedInto(spot, contents->placing);
+        if (const auto clip = blocks::clipOf(reference); clip && !blocks::shows(*clip, local.at))
+            return CString();
+
+        open_.push_back(block);
+        const CString layer = effectiveLayer(reference, parentLayer);
+        Level level(local, contents->placing.rotation, layer, rules_);
+        level.walk(*contents->entities);
+        CString result = level.result;
+        if (result.IsEmpty() && rules_.mode != PickMode::curves)
+            result = attributeAt(reference, spot.at, layer);
+        if (result.IsEmpty()) result = inAny(level.references, layer, local);
+        if (result.IsEmpty()) result = inAny(level.referencesWithoutExtents, layer, local);
+        if (result.IsEmpty() && rules_.hatches) result = level.hatchLayer();
+        open_.pop_back();
+        return result;
+    }
+
+private:
+    /// Attributes stand where the reference does, so the point is the one before it was carried in.
+    CString attributeAt(const AcDbBlockReference& reference, const AcGePoint3d& point,
+                        const CString& layer) const {
+        const std::unique_ptr<AcDbObjectIterator> ids(reference.attributeIterator());
+        for (; !ids->done(); ids->step()) {
+            const ReadHandle<AcDbAttribute> attribute(ids->objectId());
+            if (!attribute) continue;
+            const CString own = effectiveLayer(*attribute, layer);
+            const auto box = boxOf(*attribute);
+            if (rules_.excluded.count(own) == 0 && box && holds(*box, point)) return own;
+        }
+        return CString();
+    }
+
+    CString inAny(const std::vector<AcDbObjectId>& references, const CString& layer,
+                  const PickSpot& spot) {
+        for (const AcDbObjectId& id : references) {
+            const ReadHandle<AcDbBlockReference> nested(id);
+            if (!nested) continue;
+            const CString result = inside(*nested, layer, spot);
+            if (!result.IsEmpty()) return result;
+        }
+        return CString();
+    }
+
+    const SearchRules& rules_;
+    std::vector<AcDbObjectId> open_; // The blocks being searched, the outermost first.
+};
+
+} // namespace
+
+CString layerInside(const AcDbBlockReference& reference, const CString& parentLayer,
+                    const PickSpot& spot, const SearchRules& rules) {
+    return BlockSearch(rules).inside(reference, parentLayer, spot);
+}
+
+} // namespace layerpick

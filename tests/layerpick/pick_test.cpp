@@ -1,0 +1,382 @@
+// Which layer lies under a point: at the top level, in nested references, under clips.
+#include <cmath>
+#include <numbers>
+
+#include <gmock/gmock.h>
+
+#include <dbdict.h>
+#include <dbdim.h>
+#include <dbents.h>
+#include <dbhatch.h>
+#include <dbspfilt.h>
+#include <dbxline.h>
+
+#include "../db/entity_support.h"
+#include "OrnCore/zel_dwg.h"
+#include "ed/state.h"
+#include "ed/user_coordinates.h"
+#include "ed/viewports.h"
+#include "frame/object_handle.h"
+#include "layerpick/layer_sets.h"
+#include "layerpick/pick_layer.h"
+#include "support/session_fixture.h"
+
+namespace {
+
+using std::numbers::pi;
+
+class LayerPick : public test_support::SessionTest {
+protected:
+    // A unit a pixel, so that the pick square has sides of 7 and reaches 3.5 to either side.
+    LayerPick() { setViewHeight(900.0); }
+
+    void setViewHeight(double height) {
+        headless::View view = headless::currentView(*database());
+        view.height = height;
+        headless::setCurrentView(*database(), view);
+    }
+    template <class T>
+    AcDbObjectId put(T* entity, const wchar_t* layer, const wchar_t* block = ACDB_MODEL_SPACE) {
+        std::unique_ptr<T> owned(entity);
+        owned->setLayer(addLayer(layer));
+        return add(std::move(owned), block);
+    }
+    AcDbObjectId line(const AcGePoint3d& a, const AcGePoint3d& b, const wchar_t* layer,
+                      const wchar_t* block = ACDB_MODEL_SPACE) {
+        return put(new AcDbLine(a, b), layer, block);
+    }
+    AcDbObjectId text(const AcGePoint3d& at, double height, const wchar_t* layer,
+                      const wchar_t* block) {
+        return put(new AcDbText(at, L"HH", AcDbObjectId::kNull, height), layer, block);
+    }
+    void block(const wchar_t* name, const AcGePoint3d& origin = AcGePoint3d::kOrigin) {
+        const WriteHandle<AcDbBlockTable> table(database()->blockTableId());
+        auto* const record = new AcDbBlockTableRecord;
+        record->setName(name);
+        record->setOrigin(origin);
+        ASSERT_EQ(table->add(record), Acad::eOk);
+        record->close();
+    }
+    AcDbObjectId blockId(const wchar_t* name) {
+        const ReadHandle<AcDbBlockTable> table(database()->blockTableId());
+        AcDbObjectId id;
+        EXPECT_EQ(table->getAt(name, id), Acad::eOk);
+        return id;
+    }
+    AcDbObjectId refer(const wchar_t* name, const AcGePoint3d& at, const wchar_t* layer,
+                       const wchar_t* in = ACDB_MODEL_SPACE, const AcGeScale3d& scale = {},
+                       double rotation = 0.0) {
+        auto* const reference = new AcDbBlockReference(at, blockId(name));
+        reference->setScaleFactors(scale);
+        reference->setRotation(rotation);
+        return put(reference, layer, in);
+    }
+    /// A square area with its lower left corner at x, y.
+    AcDbObjectId hatch(double x, double y, double side, const wchar_t* layer,
+                       const wchar_t* in = ACDB_MODEL_SPACE) {
+        const auto number = [](double value) { return std::to_string(value); };
+        enttest::Groups loop = {{92, "3"}, {72, "0"}, {73, "1"}, {93, "4"}};
+        for (const auto& [dx, dy] : {std::pair(0.0, 0.0), std::pair(side, 0.0),
+                                     std::pair(side, side), std::pair(0.0, side)}) {
+            loop.emplace_back(10, number(x + dx));
+            loop.emplace_back(20, number(y + dy));
+        }
+        return hatch(loop, layer, in);
+    }
+    AcDbObjectId hatch(const enttest::Groups& loop, const wchar_t* layer, const wchar_t* in) {
+        enttest::Groups groups = {{100, "AcDbHatch"}, {2, "SOLID"}, {70, "1"}, {91, "1"}};
+        groups.insert(groups.end(), loop.begin(), loop.end());
+        for (const int code : {97, 75, 76, 98})
+            groups.emplace_back(code, "0");
+        return put(enttest::read<AcDbHatch>(*database(), groups).release(), layer, in);
+    }
+    static void clip(AcDbObjectId reference, const std::vector<AcGePoint2d>& polygon) {
+        const WriteHandle<AcDbBlockReference> opened(reference);
+        ASSERT_EQ(opened->createExtensionDictionary(), Acad::eOk);
+        const WriteHandle<AcDbDictionary> extension(opened->extensionDictionary());
+        AcGePoint2dArray points;
+        for (const AcGePoint2d& point : polygon)
+            points.append(point);
+        auto* const filter = new AcDbSpatialFilter;
+        filter->setDefinition(points, AcGeVector3d::kZAxis, 0.0, ACDB_INFINITE_XCLIP_DEPTH,
+                              -ACDB_INFINITE_XCLIP_DEPTH, true);
+        auto* const filters = new AcDbDictionary;
+        AcDbObjectId id;
+        ASSERT_EQ(extension->setAt(L"ACAD_FILTER", filters, id), Acad::eOk);
+        ASSERT_EQ(filters->setAt(L"SPATIAL", filter, id), Acad::eOk);
+        filter->close();
+        filters->close();
+    }
+
+    std::wstring pick(double x, double y, int mode = 0, int hatches = 0, int descend = 1) const {
+        return std::wstring(
+            kelmor::GetEntLayerByPt(AcGePoint3d(x, y, 0), excluded_, descend, mode, hatches));
+    }
+
+    std::set<CString> excluded_;
+};
+
+TEST_F(LayerPick, PlainEntitiesComeFirstThenReferencesThenHatches) {
+    block(L"B");
+    line({0, 0, 0}, {10, 0, 0}, L"IN", L"B");
+    refer(L"B", {0, 0, 0}, L"WALL");
+    EXPECT_EQ(pick(5, 1), L"IN");
+    EXPECT_EQ(pick(5, 1, 0, 0, 0), L"WALL") << "the reference itself, not looked into";
+    hatch(-50, -50, 100, L"AREA");
+    EXPECT_EQ(pick(5, 1), L"IN");
+    EXPECT_EQ(pick(30, 30), L"AREA") << "whether or not hatches in blocks count";
+    line({0, 2, 0}, {10, 2, 0}, L"OLD");
+    EXPECT_EQ(pick(5, 1), L"OLD");
+    line({0, 3, 0}, {10, 3, 0}, L"0");
+    EXPECT_EQ(pick(5, 1), L"0") << "the newest, as it is";
+    excluded_ = {L"0", L"OLD"};
+    EXPECT_EQ(pick(5, 1), L"0") << "exclusion is for what is inside references";
+    EXPECT_EQ(pick(500, 500), L"");
+}
+
+TEST_F(LayerPick, TheAreaOfThePickIsAnOctagon) {
+    line({3.4, 3.4, 0}, {50, 3.4, 0}, L"CORNER"); // starts inside the square's corner
+    EXPECT_EQ(pick(0, 0), L"CORNER");
+    line({-50, 4.8, 0}, {50, 4.8, 0}, L"ABOVE"); // 3.5 times the root of 2 is 4.95
+    EXPECT_EQ(pick(0, 0), L"ABOVE");
+}
+
+TEST_F(LayerPick, LayerZeroTakesTheLayerOfWhatHoldsIt) {
+    block(L"INNER");
+    line({0, 0, 0}, {10, 0, 0}, L"0", L"INNER");
+    block(L"OUTER");
+    refer(L"INNER", {100, 0, 0}, L"0", L"OUTER");
+    refer(L"INNER", {200, 0, 0}, L"DOOR", L"OUTER");
+    refer(L"OUTER", {0, 0, 0}, L"WALL");
+    refer(L"OUTER", {0, 100, 0}, L"0");
+    EXPECT_EQ(pick(105, 0), L"WALL");
+    EXPECT_EQ(pick(205, 0), L"DOOR");
+    EXPECT_EQ(pick(105, 100), L"0");
+    EXPECT_EQ(pick(205, 100), L"DOOR");
+    excluded_ = {L"WALL"};
+    EXPECT_EQ(pick(105, 0), L"");
+    EXPECT_EQ(pick(205, 0), L"DOOR") << "a reference on an excluded layer is still looked into";
+}
+
+TEST_F(LayerPick, ThePointIsCarriedDownAndTheApertureShrinks) {
+    block(L"B", {5, 5, 0});
+    line({5, 15, 0}, {25, 15, 0}, L"IN", L"B");
+    struct Case {
+        const char* name;
+        AcGeScale3d scale;
+        double rotation;
+        AcGePoint3d on; // a point on the line as it is drawn
+    };
+    const Case cases[] = {
+        {"plain", {1, 1, 1}, 0.0, {1010, 10, 0}},
+        {"turned about the base point", {1, 1, 1}, pi / 2, {990, 10, 0}},
+        {"larger", {3, 3, 3}, 0.0, {1030, 30, 0}},
+        {"larger and turned", {2, 2, 2}, pi / 2, {980, 20, 0}},
+        {"mirrored", {-1, 1, 1}, 0.0, {990, 10, 0}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const AcDbObjectId id =
+            refer(L"B", {1000, 0, 0}, L"0", ACDB_MODEL_SPACE, c.scale, c.rotation);
+        EXPECT_EQ(pick(c.on.x, c.on.y), L"IN");
+        const WriteHandle<AcDbEntity> reference(id);
+        reference->erase();
+    }
+    // The square's half side is 3.5 in the world, so 0.875 in a block four times as large.
+    const AcDbObjectId large = refer(L"B", {1000, 0, 0}, L"0", ACDB_MODEL_SPACE, {4, 4, 4});
+    const auto inside = [&](double y) {
+        const ReadHandle<AcDbEntity> reference(large);
+        return std::wstring(kelmor::GetBlockInsideLayerByPt(
+            reference.get(), AcGePoint3d(1040, y, 0), excluded_, 0, 0));
+    };
+    EXPECT_EQ(inside(40 + 3.4), L"IN");
+    EXPECT_EQ(inside(40 + 3.6), L"");
+}
+
+TEST_F(LayerPick, UnevenScalesAreUndoneBeforeTheRotation) {
+    block(L"B");
+    line({10, 0, 0}, {20, 0, 0}, L"IN", L"B");
+    const AcDbObjectId id = refer(L"B", {0, 0, 0}, L"0", ACDB_MODEL_SPACE, {2, 0.5, 1}, pi / 2);
+    const auto at = [&](double x, double y) {
+        const ReadHandle<AcDbEntity> reference(id);
+        return std::wstring(kelmor::GetBlockInsideLayerByPt(reference.get(), AcGePoint3d(x, y, 0),
+                                                            excluded_, 0, 0));
+    };
+    // Drawn from (0, 20) to (0, 40). Without the scales (0, 30) becomes (0, 60), turned (60, 0).
+    EXPECT_EQ(at(0, 30), L"");
+    EXPECT_EQ(at(0, 7.5), L"IN") << "(0, 15), turned (15, 0)";
+}
+
+TEST_F(LayerPick, CurvesAreHitByTheSquaresEdges) {
+    block(L"B");
+    line({-1, 0, 0}, {1, 0, 0}, L"SHORT", L"B"); // wholly inside the square
+    line({20, 0, 7}, {40, 0, 7}, L"HIGH", L"B");
+    put(new AcDbCircle({100, 0, 0}, AcGeVector3d::kZAxis, 20), L"RING", L"B");
+    refer(L"B", {0, 0, 0}, L"0");
+    EXPECT_EQ(pick(0, 0), L"");
+    EXPECT_EQ(pick(4, 0), L"SHORT");
+    EXPECT_EQ(pick(30, 0), L"HIGH") << "at another height";
+    EXPECT_EQ(pick(100, 19), L"RING");
+    EXPECT_EQ(pick(100, 0), L"") << "in the box of the circle only";
+}
+
+TEST_F(LayerPick, ModesChooseWhatIsLookedAtInside) {
+    block(L"INNER");
+    line({0, 0, 0}, {10, 0, 0}, L"NESTED", L"INNER");
+    block(L"B");
+    text({0, -1, 0}, 2, L"TEXT", L"B");
+    line({0, 2, 0}, {10, 2, 0}, L"LINE", L"B");
+    refer(L"INNER", {100, 0, 0}, L"0", L"B");
+    refer(L"B", {0, 0, 0}, L"0");
+    EXPECT_EQ(pick(1, 0), L"TEXT") << "the first in the block's order";
+    EXPECT_EQ(pick(1, 0, 1), L"LINE");
+    EXPECT_EQ(pick(1, 0, 2), L"TEXT");
+    EXPECT_EQ(pick(8, 2, 2), L"");
+    EXPECT_EQ(pick(105, 0, 1), L"NESTED");
+    EXPECT_EQ(pick(8, 2, 9), L"LINE") << "any other mode takes all";
+}
+
+TEST_F(LayerPick, AttributesStandWhereTheReferenceDoes) {
+    block(L"B");
+    line({0, 50, 0}, {10, 50, 0}, L"IN", L"B");
+    const AcDbObjectId id = refer(L"B", {1000, 0, 0}, L"WALL", ACDB_MODEL_SPACE, {5, 5, 5});
+    {
+        const WriteHandle<AcDbBlockReference> reference(id);
+        auto* const attribute = new AcDbAttribute;
+        attribute->setPosition({1000, 0, 0});
+        attribute->setHeight(10.0);
+        attribute->setTextString(L"HH");
+        attribute->setLayer(database()->layerZero());
+        ASSERT_EQ(reference->appendAttribute(attribute), Acad::eOk);
+        attribute->close();
+    }
+    EXPECT_EQ(pick(1003, 5), L"WALL");
+    EXPECT_EQ(pick(1003, 5, 1), L"") << "not among curves";
+    EXPECT_EQ(pick(1003, 12), L"") << "the point itself must be in its box";
+    excluded_ = {L"WALL"};
+    EXPECT_EQ(pick(1003, 5), L"");
+}
+
+TEST_F(LayerPick, TheSmallestAreaAroundThePointWins) {
+    block(L"B");
+    hatch(0, 0, 100, L"LARGE", L"B");
+    hatch(20, 20, 40, L"SMALL", L"B");
+    hatch(10, 10, 60, L"0", L"B");
+    refer(L"B", {1000, 0, 0}, L"WALL");
+    EXPECT_EQ(pick(1040, 40), L"") << "areas only count when asked for";
+    EXPECT_EQ(pick(1040, 40, 0, 1), L"SMALL");
+    EXPECT_EQ(pick(1015, 30, 0, 1), L"WALL");
+    EXPECT_EQ(pick(1001, 50, 0, 1), L"LARGE") << "by its edge";
+    excluded_ = {L"SMALL"};
+    EXPECT_EQ(pick(1040, 40, 0, 1), L"WALL");
+    EXPECT_EQ(pick(1040, 40, 1, 1), L"") << "not among curves";
+}
+
+TEST_F(LayerPick, LoopsOfEdgesAreAreasToo) {
+    block(L"B");
+    // A circle of radius 50, and of radius 20 as an ellipse.
+    hatch({{92, "1"},
+           {93, "1"},
+           {72, "2"},
+           {10, "0"},
+           {20, "0"},
+           {40, "50"},
+           {50, "0"},
+           {51, "360"},
+           {73, "1"}},
+          L"DISC", L"B");
+    hatch({{92, "1"},
+           {93, "1"},
+           {72, "3"},
+           {10, "0"},
+           {20, "0"},
+           {11, "20"},
+           {21, "0"},
+           {40, "1"},
+           {50, "0"},
+           {51, "360"},
+           {73, "1"}},
+          L"OVAL", L"B");
+    refer(L"B", {1000, 0, 0}, L"0");
+    EXPECT_EQ(pick(1000, 0, 0, 1), L"OVAL");
+    EXPECT_EQ(pick(1030, 30, 0, 1), L"DISC");
+    EXPECT_EQ(pick(1040, 40, 0, 1), L"") << "in the box only";
+}
+
+TEST_F(LayerPick, TextsAndDimensionsAreHitByTheirPieces) {
+    setViewHeight(90.0); // The square has sides of 0.7.
+    block(L"B");
+    auto* const note = new AcDbMText;
+    note->setLocation({0, 0, 0});
+    note->setTextHeight(10.0);
+    note->setContents(L"HHHHHHHHHH\\PH");
+    put(note, L"NOTE", L"B");
+    refer(L"B", {1000, 0, 0}, L"0");
+    EXPECT_EQ(pick(1050, -5), L"NOTE");
+    EXPECT_EQ(pick(1004, -22), L"NOTE");
+    EXPECT_EQ(pick(1050, -22), L"") << "right of the short second line";
+
+    block(L"D7");
+    line({0, 100, 0}, {50, 100, 0}, L"0", L"D7");
+    text({20, 110, 0}, 5.0, L"0", L"D7");
+    auto* const dimension = new AcDbAlignedDimension;
+    dimension->setDimBlockId(blockId(L"D7"));
+    put(dimension, L"SIZES", L"B");
+    EXPECT_EQ(pick(1040, 100), L"SIZES") << "on its line";
+    EXPECT_EQ(pick(1022, 112), L"SIZES") << "on its text";
+    EXPECT_EQ(pick(1040, 105), L"") << "between them";
+}
+
+TEST_F(LayerPick, ClipsHideWhatLiesBeyondThem) {
+    block(L"B");
+    line({-100, 0, 0}, {100, 0, 0}, L"IN", L"B");
+    const AcDbObjectId id = refer(L"B", {1000, 0, 0}, L"0");
+    EXPECT_EQ(pick(1060, 0), L"IN");
+    clip(id, {{-50, -50}, {50, 50}});
+    EXPECT_EQ(pick(1060, 0), L"");
+    EXPECT_EQ(pick(1040, 0), L"IN");
+}
+
+TEST_F(LayerPick, UserCoordinatesAreCarriedToTheWorldInsideReferencesOnly) {
+    block(L"B");
+    line({0, 0, 0}, {10, 0, 0}, L"IN", L"B");
+    const AcDbObjectId id = refer(L"B", {1000, 0, 0}, L"0");
+    AcGeMatrix3d moved;
+    moved.setToTranslation({1000, 0, 0});
+    ASSERT_EQ(acedSetCurrentUCS(moved), Acad::eOk);
+    const ReadHandle<AcDbEntity> reference(id);
+    EXPECT_EQ(
+        std::wstring(kelmor::GetBlockInsideLayerByPt(reference.get(), {5, 0, 0}, excluded_, 0, 0)),
+        L"IN");
+}
+
+TEST_F(LayerPick, NeverFailsOnWhatIsDamaged) {
+    EXPECT_TRUE(kelmor::GetBlockInsideLayerByPt(nullptr, {}, excluded_, 0, 0).IsEmpty());
+    block(L"SELF");
+    line({0, 0, 0}, {10, 0, 0}, L"IN", L"SELF");
+    refer(L"SELF", {1, 1, 0}, L"0", L"SELF");
+    const AcDbObjectId id = refer(L"SELF", {0, 0, 0}, L"0");
+    EXPECT_EQ(pick(5, 1), L"IN");
+    EXPECT_EQ(pick(0, 30), L"");
+    {
+        const WriteHandle<AcDbBlockReference> reference(id);
+        reference->setBlockTableRecord(AcDbObjectId::kNull);
+    }
+    EXPECT_EQ(pick(5, 1), L"");
+    headless::EdState::current().drawingArea = AcGePoint2d(0.0, 0.0);
+    EXPECT_EQ(pick(5, 1), L"") << "an infinite aperture";
+}
+
+TEST_F(LayerPick, HiddenLayersAreThoseOffOrFrozen) {
+    for (const auto& [name, off, frozen] :
+         {std::tuple(L"OFF", true, false), std::tuple(L"COLD", false, true),
+          std::tuple(L"SHOWN", false, false)}) {
+        const WriteHandle<AcDbLayerTableRecord> layer(addLayer(name));
+        layer->setIsOff(off);
+        EXPECT_EQ(layer->setIsFrozen(frozen), Acad::eOk);
+    }
+    kelmor::GetAllHideLayerByDwg(excluded_, nullptr);
+    EXPECT_EQ(excluded_, (std::set<CString>{L"OFF", L"COLD"}));
+}
+
+} // namespace
