@@ -7,6 +7,7 @@
 #include "blocks_command.h"
 #include "layers_command.h"
 #include "measure_command.h"
+#include "pick_command.h"
 #include "styles_command.h"
 #include "tables_command.h"
 
@@ -22,8 +23,8 @@ struct Command {
 
 constexpr Command kCommands[] = {
     {L"BOARDAREA", board::measureCommand},  {L"BOARDBLOCK", board::blocksCommand},
-    {L"BOARDLAYERS", board::layersCommand}, {L"BOARDSTYLES", board::stylesCommand},
-    {L"BOARDTABLE", board::tablesCommand},
+    {L"BOARDLAYERS", board::layersCommand}, {L"BOARDPICK", board::pickCommand},
+    {L"BOARDSTYLES", board::stylesCommand}, {L"BOARDTABLE", board::tablesCommand},
 };
 
 AFX_EXTENSION_MODULE extensionModule;

@@ -8,6 +8,7 @@
 #include "console.h"
 #include "info_command.h"
 #include "open_drawing.h"
+#include "pick_command.h"
 #include "render_command.h"
 #include "save_command.h"
 #include "table_command.h"
@@ -26,6 +27,8 @@ int run(int argc, char** argv) {
     const CLI::App* infoCommand = orn::declareInfo(app, info);
     orn::AreaOptions area;
     const CLI::App* areaCommand = orn::declareArea(app, area);
+    orn::PickCommandOptions pick;
+    const CLI::App* pickCommand = orn::declarePick(app, pick);
     orn::RenderOptions render;
     const CLI::App* renderCommand = orn::declareRender(app, render);
     orn::SaveOptions save;
@@ -40,6 +43,7 @@ int run(int argc, char** argv) {
     }
     if (infoCommand->parsed()) return orn::runInfo(info);
     if (areaCommand->parsed()) return orn::runArea(area);
+    if (pickCommand->parsed()) return orn::runPick(pick);
     if (renderCommand->parsed()) return orn::runRender(render);
     if (saveCommand->parsed()) return orn::runSave(save);
     if (tableCommand->parsed()) return orn::runTable(table);

@@ -1,19 +1,12 @@
 // The program as its users run it: arguments in, text and an exit status out.
-#include <sys/wait.h>
-
-#include <array>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <sstream>
 #include <string>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <json/json.h>
 
-#include "support/temporary_folder.h"
+#include "orn_fixture.h"
 
 namespace {
 
@@ -22,47 +15,6 @@ using testing::StartsWith;
 
 const std::string kPlan = ORN_SAMPLES "/floor-plan.dxf";
 const std::string kOldPlan = ORN_SAMPLES "/floor-plan-r12.dxf";
-
-struct Outcome {
-    int status = -1;
-    std::string out;
-    std::string err;
-
-    Json::Value json() const {
-        Json::Value value;
-        std::istringstream(out) >> value;
-        return value;
-    }
-};
-
-class Orn : public testing::Test {
-protected:
-    std::string put(const char* name, const std::string& bytes) const {
-        const std::string path = (folder_.path() / name).string();
-        std::ofstream(path, std::ios::binary) << bytes;
-        return path;
-    }
-
-    /// Runs the program through a shell with quoted arguments and the given input.
-    Outcome run(const std::string& arguments, const std::string& input = "") const {
-        const std::string typed = put("typed", input);
-        const std::string complaints = (folder_.path() / "complaints").string();
-        const std::string command =
-            "'" ORN_PROGRAM "' " + arguments + " < '" + typed + "' 2> '" + complaints + "'";
-        Outcome result;
-        FILE* pipe = popen(command.c_str(), "r");
-        std::array<char, 4096> buffer{};
-        while (const std::size_t count = fread(buffer.data(), 1, buffer.size(), pipe))
-            result.out.append(buffer.data(), count);
-        const int status = pclose(pipe);
-        result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-        std::ifstream errors(complaints);
-        result.err = {std::istreambuf_iterator<char>(errors), {}};
-        return result;
-    }
-
-    test_support::TemporaryFolder folder_;
-};
 
 TEST_F(Orn, TellsWrongUseFromFailure) {
     struct Case {
@@ -78,6 +30,10 @@ TEST_F(Orn, TellsWrongUseFromFailure) {
         {"two formats", "area --json --csv " + kPlan, 2, "--csv"},
         {"window of one corner", "table --window 1,2 " + kPlan, 2, "--window"},
         {"bound that is no number", "area --min-a wide " + kPlan, 2, "--min-a"},
+        {"pick without a point", "pick " + kPlan, 2, "--at"},
+        {"point of one number", "pick " + kPlan + " --at 5", 2, "no point"},
+        {"point that is nowhere", "pick " + kPlan + " --at 1,nan", 2, "no point"},
+        {"screen without height", "pick " + kPlan + " --at 1,1 --screen 9x0", 2, "no size"},
         {"script without a drawing", "--script x", 2, "FILE"},
         {"help", "--help", 0, ""},
         {"file that is not there", "info /nowhere.dxf", 1, "/nowhere.dxf: no such file"},
