@@ -238,8 +238,8 @@ private:
         view.zoom = node.attribute("zoomScale").as_int(100);
         const pugi::xml_node pane = child(node, "pane");
         if (std::string_view(pane.attribute("state").value()).starts_with("frozen")) {
-            view.frozenRows = pane.attribute("ySplit").as_int();
-            view.frozenColumns = pane.attribute("xSplit").as_int();
+            view.frozenRows = std::clamp(pane.attribute("ySplit").as_int(), 0, kRows - 1);
+            view.frozenColumns = std::clamp(pane.attribute("xSplit").as_int(), 0, kColumns - 1);
         }
     }
 
@@ -260,6 +260,8 @@ private:
     /// Files count the margins of a column too.
     static double widthFromFile(double width) {
         constexpr double kDigitPixels = 7.0;
+        constexpr double kWidest = 256.0;
+        width = std::clamp(width, 0.0, kWidest);
         return widthOfPixels(static_cast<int>((256.0 * width + 18.0) / 256.0 * kDigitPixels));
     }
 
