@@ -104,6 +104,11 @@ public:
                                                   const bool& keep, const AcDbObjectId& layer,
                                                   AcDbDatabase* db);
 
+    /// Appends what a reference holds to the current space, references in it as references, and
+    /// the new ids to `made`; the reference stays. See AcUtBlockReferenceExploder for more.
+    static Acad::ErrorStatus explodeToCurrentSpace(const AcDbObjectId& reference,
+                                                   AcDbObjectIdArray& made);
+
     /// The names of all blocks, the layouts' own among them.
     static std::set<CString> GetAllBlockName(AcDbDatabase* db);
     /// The names of all records of a table.
