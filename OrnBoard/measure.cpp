@@ -1,15 +1,12 @@
 #include "measure.h"
 
 #include <map>
-#include <memory>
-
-#include <dbsymtb.h>
 
 #include "OrnCore/zel_math.h"
 #include "board_outline.h"
 #include "frame/ac_ut_sym_tbl.h"
-#include "frame/object_handle.h"
 #include "geometry/common_area.h"
+#include "model_entities.h"
 #include "text/string_list.h"
 
 namespace board {
@@ -86,22 +83,8 @@ private:
 } // namespace
 
 Measurement measureBoards(AcDbDatabase* db, const MeasureFilter& filter) {
-    AcDbBlockTableRecord* modelSpace = nullptr;
-    if (db == nullptr ||
-        AcUtSymTbl::openBlockDef(ACDB_MODEL_SPACE, modelSpace, AcDb::kForRead, db) != Acad::eOk)
-        return {};
-
     Measurer measurer(filter);
-    AcDbBlockTableRecordIterator* all = nullptr;
-    if (modelSpace->newIterator(all) == Acad::eOk) {
-        const std::unique_ptr<AcDbBlockTableRecordIterator> entities(all);
-        for (; !entities->done(); entities->step()) {
-            AcDbObjectId id;
-            entities->getEntityId(id);
-            if (const ReadHandle<AcDbEntity> entity(id); entity) measurer.take(*entity.get());
-        }
-    }
-    modelSpace->close();
+    forEachModelEntity(db, [&](const AcDbEntity& entity) { measurer.take(entity); });
     return measurer.finish();
 }
 

@@ -8,6 +8,7 @@
 #include "layers_command.h"
 #include "measure_command.h"
 #include "pick_command.h"
+#include "numbering_command.h"
 #include "styles_command.h"
 #include "tables_command.h"
 
@@ -25,6 +26,8 @@ constexpr Command kCommands[] = {
     {L"BOARDAREA", board::measureCommand},  {L"BOARDBLOCK", board::blocksCommand},
     {L"BOARDLAYERS", board::layersCommand}, {L"BOARDPICK", board::pickCommand},
     {L"BOARDSTYLES", board::stylesCommand}, {L"BOARDTABLE", board::tablesCommand},
+    {L"BOARDLAYERS", board::layersCommand}, {L"BOARDNUMBER", board::numberingCommand},
+    {L"BOARDSTYLES", board::stylesCommand},
 };
 
 AFX_EXTENSION_MODULE extensionModule;

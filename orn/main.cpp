@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include "area_command.h"
+#include "boards_command.h"
 #include "console.h"
 #include "info_command.h"
 #include "open_drawing.h"
@@ -29,6 +30,11 @@ int run(int argc, char** argv) {
     const CLI::App* areaCommand = orn::declareArea(app, area);
     orn::PickCommandOptions pick;
     const CLI::App* pickCommand = orn::declarePick(app, pick);
+    orn::SaveOptions save;
+    const CLI::App* saveCommand = orn::declareSave(app, save);
+
+    orn::BoardsOptions boards;
+    const CLI::App* boardsCommand = orn::declareBoards(app, boards);
     orn::RenderOptions render;
     const CLI::App* renderCommand = orn::declareRender(app, render);
     orn::SaveOptions save;
@@ -44,6 +50,7 @@ int run(int argc, char** argv) {
     if (infoCommand->parsed()) return orn::runInfo(info);
     if (areaCommand->parsed()) return orn::runArea(area);
     if (pickCommand->parsed()) return orn::runPick(pick);
+    if (boardsCommand->parsed()) return orn::runBoards(boards);
     if (renderCommand->parsed()) return orn::runRender(render);
     if (saveCommand->parsed()) return orn::runSave(save);
     if (tableCommand->parsed()) return orn::runTable(table);
