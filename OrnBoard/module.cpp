@@ -7,8 +7,8 @@
 #include "blocks_command.h"
 #include "layers_command.h"
 #include "measure_command.h"
-#include "pick_command.h"
 #include "numbering_command.h"
+#include "pick_command.h"
 #include "styles_command.h"
 #include "tables_command.h"
 
@@ -24,10 +24,9 @@ struct Command {
 
 constexpr Command kCommands[] = {
     {L"BOARDAREA", board::measureCommand},  {L"BOARDBLOCK", board::blocksCommand},
-    {L"BOARDLAYERS", board::layersCommand}, {L"BOARDPICK", board::pickCommand},
-    {L"BOARDSTYLES", board::stylesCommand}, {L"BOARDTABLE", board::tablesCommand},
     {L"BOARDLAYERS", board::layersCommand}, {L"BOARDNUMBER", board::numberingCommand},
-    {L"BOARDSTYLES", board::stylesCommand},
+    {L"BOARDPICK", board::pickCommand},     {L"BOARDSTYLES", board::stylesCommand},
+    {L"BOARDTABLE", board::tablesCommand},
 };
 
 AFX_EXTENSION_MODULE extensionModule;

@@ -1,20 +1,54 @@
 // orn: opens drawings and runs the product's commands on them.
 #include <exception>
+#include <functional>
 #include <iostream>
+#include <memory>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
 #include "area_command.h"
+#include "block_command.h"
 #include "boards_command.h"
 #include "console.h"
 #include "info_command.h"
+#include "layers_command.h"
 #include "open_drawing.h"
 #include "pick_command.h"
 #include "render_command.h"
 #include "save_command.h"
+#include "styles_command.h"
 #include "table_command.h"
 
 namespace {
+
+/// A subcommand with the options that its arguments go to.
+struct Subcommand {
+    const CLI::App* app;
+    std::function<int()> run;
+};
+
+template <class Options>
+Subcommand make(CLI::App& app, CLI::App* (*declare)(CLI::App&, Options&),
+                int (*run)(const Options&)) {
+    const auto options = std::make_shared<Options>();
+    return {declare(app, *options), [options, run] { return run(*options); }};
+}
+
+std::vector<Subcommand> makeSubcommands(CLI::App& app) {
+    return {
+        make(app, orn::declareInfo, orn::runInfo),
+        make(app, orn::declareArea, orn::runArea),
+        make(app, orn::declarePick, orn::runPick),
+        make(app, orn::declareBoards, orn::runBoards),
+        make(app, orn::declareTable, orn::runTable),
+        make(app, orn::declareStyles, orn::runStyles),
+        make(app, orn::declareLayers, orn::runLayers),
+        make(app, orn::declareBlock, orn::runBlock),
+        make(app, orn::declareRender, orn::runRender),
+        make(app, orn::declareSave, orn::runSave),
+    };
+}
 
 int run(int argc, char** argv) {
     CLI::App app("Opens a drawing and runs commands on it: `orn FILE` for a console");
@@ -24,36 +58,16 @@ int run(int argc, char** argv) {
     CLI::Option* drawing = app.add_option("FILE", console.drawing, "Drawing (DXF) for the console");
     app.add_option("--script", console.script, "Run the commands of this file, then end")
         ->needs(drawing);
-    orn::InfoOptions info;
-    const CLI::App* infoCommand = orn::declareInfo(app, info);
-    orn::AreaOptions area;
-    const CLI::App* areaCommand = orn::declareArea(app, area);
-    orn::PickCommandOptions pick;
-    const CLI::App* pickCommand = orn::declarePick(app, pick);
-    orn::SaveOptions save;
-    const CLI::App* saveCommand = orn::declareSave(app, save);
-
-    orn::BoardsOptions boards;
-    const CLI::App* boardsCommand = orn::declareBoards(app, boards);
-    orn::RenderOptions render;
-    const CLI::App* renderCommand = orn::declareRender(app, render);
-    orn::SaveOptions save;
-    const CLI::App* saveCommand = orn::declareSave(app, save);
-    orn::TableOptions table;
-    const CLI::App* tableCommand = orn::declareTable(app, table);
+    const std::vector<Subcommand> subcommands = makeSubcommands(app);
 
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& wrong) {
         return app.exit(wrong) == 0 ? orn::kSuccess : orn::kWrongUsage;
     }
-    if (infoCommand->parsed()) return orn::runInfo(info);
-    if (areaCommand->parsed()) return orn::runArea(area);
-    if (pickCommand->parsed()) return orn::runPick(pick);
-    if (boardsCommand->parsed()) return orn::runBoards(boards);
-    if (renderCommand->parsed()) return orn::runRender(render);
-    if (saveCommand->parsed()) return orn::runSave(save);
-    if (tableCommand->parsed()) return orn::runTable(table);
+    for (const Subcommand& subcommand : subcommands) {
+        if (subcommand.app->parsed()) return subcommand.run();
+    }
     if (drawing->count() > 0) return orn::runConsole(console);
     std::cerr << app.help();
     return orn::kWrongUsage;

@@ -202,4 +202,73 @@ TEST_F(Orn, RunsTheOtherCommands) {
     EXPECT_THAT(typed.out, HasSubstr("there is no block NONE"));
 }
 
+// The drawings that changing subcommands write are read again by others.
+class ChangedDrawings : public Orn {
+protected:
+    std::string path(const char* name) const { return (folder_.path() / name).string(); }
+};
+
+TEST_F(ChangedDrawings, CarryTheStylesTheyWereGiven) {
+    const Json::Value before = run("styles list --json " + kPlan).json();
+    EXPECT_EQ(before["source"], "defaults");
+    for (const std::string& plan : {kPlan, kOldPlan}) {
+        SCOPED_TRACE(plan);
+        const std::string out = path("styled.dxf");
+        const Outcome loaded = run("styles load " + plan + " -o " + out);
+        EXPECT_EQ(loaded.status, 0) << loaded.err;
+        const Json::Value after = run("styles list --json " + out).json();
+        EXPECT_EQ(after["source"], "drawing");
+        EXPECT_EQ(after["styles"], before["styles"]);
+    }
+
+    const std::string styles = path("styles.json");
+    EXPECT_EQ(run("styles save " + path("styled.dxf") + " " + styles).status, 0);
+    const Outcome again = run("styles load " + path("styled.dxf") + " " + styles);
+    EXPECT_EQ(again.status, 0) << again.err;
+    EXPECT_EQ(run("styles list --json " + path("styled.dxf")).json()["styles"], before["styles"]);
+    EXPECT_THAT(run("styles list " + kPlan).out, StartsWith("Styles of the product's defaults"));
+
+    EXPECT_EQ(run("styles save " + kPlan + " " + styles).status, 1) << "it carries none";
+    EXPECT_EQ(run("styles load " + kPlan + " /nowhere.json -o " + path("x.dxf")).status, 1);
+    EXPECT_FALSE(std::filesystem::exists(path("x.dxf")));
+}
+
+TEST_F(ChangedDrawings, HaveTheLayersMade) {
+    const Json::Value listed = run("layers --json " + kPlan).json()["layers"];
+    ASSERT_GT(listed.size(), 20U);
+    EXPECT_FALSE(listed[0]["in_drawing"].asBool());
+    const std::string out = path("layers.dxf");
+    const Outcome made = run("layers " + kPlan + " --make 101,108 --json -o " + out);
+    EXPECT_EQ(made.status, 0) << made.err;
+    EXPECT_EQ(made.json()["made"].size(), 2U);
+    Json::Value beam;
+    for (const Json::Value& layer : run("info --json " + out).json()["layers"])
+        if (layer["name"] == "PC-叠合梁") beam = layer;
+    EXPECT_EQ(beam["color"], 4);
+    EXPECT_EQ(beam["linetype"], "DASHED");
+    EXPECT_EQ(beam["lineweight"], 30);
+
+    EXPECT_EQ(run("layers " + kPlan + " --make 7 -o " + path("x.dxf")).status, 1);
+    EXPECT_EQ(run("layers " + kPlan + " --make-all --make 101").status, 2);
+}
+
+TEST_F(ChangedDrawings, HaveTheBlocksMade) {
+    const std::string out = path("blocks.dxf");
+    const Outcome made =
+        run("block make " + kPlan + " --name B --layers BOARD --replace --json -o " + out);
+    EXPECT_EQ(made.status, 0) << made.err;
+    EXPECT_EQ(made.json()["entities"], 9);
+    const Outcome inserted = run("block insert " + out + " --name b --at 100,-200 --layer REFS");
+    EXPECT_EQ(inserted.status, 0) << inserted.err;
+
+    const Json::Value info = run("info --json " + out).json();
+    EXPECT_EQ(info["blocks"]["B"]["LWPOLYLINE"], 9);
+    EXPECT_FALSE(info["by_layer"].isMember("BOARD"));
+    EXPECT_EQ(info["by_layer"]["REFS"], 1);
+
+    EXPECT_EQ(run("block make " + out + " --name B --layers BOARD").status, 1);
+    EXPECT_EQ(run("block insert " + out + " --name NONE").status, 1);
+    EXPECT_EQ(run("block make " + out + " --layers BOARD").status, 2);
+}
+
 } // namespace
