@@ -242,7 +242,8 @@ TEST_F(ChangedDrawings, HaveTheLayersMade) {
     EXPECT_EQ(made.status, 0) << made.err;
     EXPECT_EQ(made.json()["made"].size(), 2U);
     Json::Value beam;
-    for (const Json::Value& layer : run("info --json " + out).json()["layers"])
+    const Json::Value info = run("info --json " + out).json();
+    for (const Json::Value& layer : info["layers"])
         if (layer["name"] == "PC-叠合梁") beam = layer;
     EXPECT_EQ(beam["color"], 4);
     EXPECT_EQ(beam["linetype"], "DASHED");
