@@ -37,4 +37,4 @@
 #define HEADLESS_DXF_DEFINE_MEMBERS(CLASS, PARENT, DXFNAME)                                        \
     HEADLESS_RX_DEFINE(                                                                            \
         CLASS, PARENT, []() -> AcRxObject* { return new CLASS; }, DXFNAME)                         \
-    static_assert(headless::stateCopierOf<CLASS>() != nullptr, "copied by clones and by undo");
+    static_assert(std::is_copy_assignable_v<CLASS>, "copied by clones and by undo");
