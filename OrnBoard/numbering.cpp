@@ -60,18 +60,27 @@ double textHeightFor(const AcDbExtents& board) {
     return std::min(kUsual, std::min(size.x, size.y) * kShare);
 }
 
+/// The middle of the board's extents when it lies inside, else some point that does.
+AcGePoint3d placeFor(AcDbPolyline& outline, const AcDbExtents& extents) {
+    constexpr double kTolerance = 1e-6;
+    const AcGePoint3d middle = CZelDwg::GetLineMidPoint(extents.minPoint(), extents.maxPoint());
+    const bool inside = CZelDwg::PtInClosePolygon(&outline, middle, kTolerance) > 0;
+    return inside ? middle : LineTools::GetPtInPolyLine(&outline);
+}
+
 /// Null when the board cannot be opened or the text not be added.
 AcDbObjectId addNumber(AcDbDatabase* db, AcDbObjectId board, int number) {
+    const AcDbExtents extents = CZelDwg::GetGeomExtents(board);
+    const double height = textHeightFor(extents);
+    if (!(height > 0.0)) return AcDbObjectId::kNull;
     AcGePoint3d point;
     {
         const WriteHandle<AcDbPolyline> outline(board);
         if (!outline) return AcDbObjectId::kNull;
-        point = LineTools::GetPtInPolyLine(outline.get());
+        point = placeFor(*outline, extents);
     }
     CString shown;
     shown.Format(L"%d", number);
-    const double height = textHeightFor(CZelDwg::GetGeomExtents(board));
-    if (!(height > 0.0)) return AcDbObjectId::kNull;
     auto text =
         std::make_unique<AcDbText>(point, shown, kelmor::GetTextStyleId(kNumberStyle), height, 0.0);
     text->setHorizontalMode(AcDb::kTextMid);

@@ -23,8 +23,8 @@ struct NumberedBoard {
 };
 
 /// Numbers the closed lightweight polylines of model space in reading order, from 1. Each gets a
-/// text on the product's layer and in its style for numbers, in the middle of an inner point of the
-/// board, which the text also keeps in its extended data.
+/// text on the product's layer and in its style for numbers, in the middle of the board or at
+/// another inner point, which the text also keeps in its extended data.
 /// @param db  the working database; null numbers nothing.
 AFX_EXT_API std::vector<NumberedBoard> numberBoards(AcDbDatabase* db, const NumberRequest& request);
 
