@@ -17,8 +17,12 @@ struct FontDescriptionCloser {
 
 } // namespace
 
-TextPainter::TextPainter(Canvas& canvas)
-    : canvas_(canvas), layout_(pango_cairo_create_layout(canvas.cairo())) {}
+TextPainter::TextPainter(Canvas& canvas) : canvas_(canvas), fonts_(pango_cairo_font_map_new()) {
+    PangoContext* const context = pango_font_map_create_context(fonts_.get());
+    pango_cairo_update_context(canvas.cairo(), context);
+    layout_.reset(pango_layout_new(context));
+    g_object_unref(context);
+}
 
 void TextPainter::setFont(const TextFont& font, const FontRequest& look) {
     const std::unique_ptr<PangoFontDescription, FontDescriptionCloser> description(

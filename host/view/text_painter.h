@@ -28,14 +28,19 @@ public:
                const TextFrame& frame, const PictureColor& color);
 
 private:
-    struct LayoutCloser {
-        void operator()(PangoLayout* layout) const { g_object_unref(layout); }
+    struct Unref {
+        template <class T>
+        void operator()(T* object) const {
+            g_object_unref(object);
+        }
     };
 
     void setFont(const TextFont& font, const FontRequest& look);
 
     Canvas& canvas_;
-    std::unique_ptr<PangoLayout, LayoutCloser> layout_;
+    // Of its own: the library's default one is never freed.
+    std::unique_ptr<PangoFontMap, Unref> fonts_;
+    std::unique_ptr<PangoLayout, Unref> layout_;
 };
 
 } // namespace headless
