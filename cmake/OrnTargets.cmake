@@ -16,9 +16,11 @@ set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${ORN_PRODUCT_DIR}/bin)
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 set(CMAKE_INSTALL_RPATH "$ORIGIN")
 
+# The compiler cache keeps what was compiled with precompiled headers only when it is told to trust
+# their macros and times.
 find_program(CCACHE ccache)
 if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+    set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
 endif()
 
 option(ORN_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
@@ -89,16 +91,31 @@ function(orn_module name)
     orn_exported(${name})
 endfunction()
 
-# orn_test(<folder> [LINK <targets>...]): the tests of one folder as one program.
+# orn_test(<folder> [LINK <targets>...]): the tests of one folder as one program. All share the
+# precompiled headers of the first; most of the time that a test takes to compile goes into them, and
+# its own code need not be fast.
 function(orn_test folder)
     cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
     string(REPLACE "/" "_" suffix ${folder})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
     add_executable(test_${suffix} ${sources})
     target_include_directories(test_${suffix} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-    target_compile_definitions(test_${suffix} PRIVATE
-        ORN_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/${folder}")
+    # By source: a macro of the target would tie the precompiled headers to one folder.
+    set_source_files_properties(${sources} PROPERTIES
+        COMPILE_DEFINITIONS ORN_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/${folder}")
+    # Libraries of some tests ask for threads, which is a macro of all that share the headers.
+    target_compile_options(test_${suffix} PRIVATE $<$<CONFIG:Release>:-O1> -pthread)
     target_link_libraries(test_${suffix} PRIVATE ${ARG_LINK} GTest::gtest_main GTest::gmock
                                                  orn_warnings)
+    get_property(first GLOBAL PROPERTY ORN_FIRST_TEST)
+    if(first)
+        target_precompile_headers(test_${suffix} REUSE_FROM ${first})
+    else()
+        target_precompile_headers(test_${suffix} PRIVATE support/precompiled.h)
+        set_property(GLOBAL PROPERTY ORN_FIRST_TEST test_${suffix})
+    endif()
+    if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+        target_compile_options(test_${suffix} PRIVATE -fpch-preprocess)
+    endif()
     gtest_discover_tests(test_${suffix} DISCOVERY_MODE PRE_TEST)
 endfunction()
