@@ -3,6 +3,7 @@
 #include <adslib.h>
 #include <dbapserv.h>
 
+#include "OrnCore/zel_dwg.h"
 #include "asked.h"
 #include "blocks.h"
 #include "text/string_list.h"
@@ -12,10 +13,16 @@ namespace {
 
 AcDbDatabase* drawing() { return acdbHostApplicationServices()->workingDatabase(); }
 
+/// In world coordinates, as blocks are made and inserted. Nothing when the user cancelled.
+std::optional<AcGePoint3d> askedPlace(const wchar_t* prompt) {
+    const auto point = askedPoint(prompt);
+    return point ? std::optional(CZelDwg::TransUcs2Wcs(*point)) : std::nullopt;
+}
+
 void make() {
     const auto name = askedText(L"\nName of the new block: ");
     const auto layers = name ? askedText(L"\nLayers, joined by commas: ") : std::nullopt;
-    const auto base = layers ? askedPoint(L"\nBase point: ") : std::nullopt;
+    const auto base = layers ? askedPlace(L"\nBase point: ") : std::nullopt;
     if (!base) return;
     const BlockMade made =
         makeBlock(drawing(), {.name = *name,
@@ -30,7 +37,7 @@ void make() {
 
 void insert() {
     const auto name = askedText(L"\nName of the block: ");
-    const auto position = name ? askedPoint(L"\nPosition: ") : std::nullopt;
+    const auto position = name ? askedPlace(L"\nPosition: ") : std::nullopt;
     const auto layer = position ? askedText(L"\nLayer <0>: ") : std::nullopt;
     if (!layer) return;
     const BlockInserted inserted = insertBlock(
