@@ -14,6 +14,10 @@ protected:
     [[nodiscard]] const wchar_t* source() const override { return L"Excel"; }
 };
 
+[[nodiscard]] inline SheetPlace activePlace(const StatePointer& state, const BookPointer& book) {
+    return {state, book, book->activeSheet()};
+}
+
 // Each answer is one reference, the caller's.
 
 [[nodiscard]] IDispatch* makeApplication(const StatePointer& state);
@@ -21,7 +25,13 @@ protected:
 [[nodiscard]] IDispatch* makeWorkbook(const StatePointer& state, const BookPointer& book);
 [[nodiscard]] IDispatch* makeWindow(const StatePointer& state, const BookPointer& book);
 [[nodiscard]] IDispatch* makeSheets(const StatePointer& state, const BookPointer& book);
+/// The sheet of that number or name.
+[[nodiscard]] IDispatch* sheetItem(const StatePointer& state, const BookPointer& book,
+                                   const CallArguments& arguments);
 [[nodiscard]] IDispatch* makeSheet(const SheetPlace& place);
+/// Where a sheet goes that is told to stand before or after another one; `fallback` when it is not.
+[[nodiscard]] std::size_t newPosition(const OpenBook& book, const CallArguments& arguments,
+                                      std::size_t fallback);
 [[nodiscard]] IDispatch* makeNames(const StatePointer& state, const BookPointer& book);
 [[nodiscard]] IDispatch* makePageSetup(const SheetPlace& place);
 [[nodiscard]] IDispatch* makeShapes(const SheetPlace& place);
@@ -32,6 +42,8 @@ enum class RangeUnit { kCell, kRow, kColumn };
 
 [[nodiscard]] IDispatch* makeRange(const SheetPlace& place, const Area& area,
                                    RangeUnit unit = RangeUnit::kCell);
+/// The selected range of the active sheet; its first cell when nothing was selected there.
+[[nodiscard]] IDispatch* selectionOf(const StatePointer& state, const BookPointer& book);
 [[nodiscard]] IDispatch* makeFont(const SheetPlace& place, const Area& area);
 [[nodiscard]] IDispatch* makeInterior(const SheetPlace& place, const Area& area);
 [[nodiscard]] IDispatch* makeBorders(const SheetPlace& place, const Area& area);
