@@ -1,4 +1,5 @@
-// Where prompts get their answers: one queue fed by typed lines, by values and by a line reader.
+// Where prompts get their answers: one queue fed by typed lines, by values, by clicks and keys, and
+// by a line reader.
 //
 // A typed line is taken word by word as at a real command line: a blank ends an answer, so does the
 // end of the line, and an empty answer is Enter. A prompt for text with blanks takes the rest of
@@ -14,6 +15,7 @@
 #include <variant>
 #include <vector>
 
+#include "ed/gestures.h"
 #include "ge/point3d.h"
 
 namespace headless {
@@ -35,17 +37,20 @@ struct EscapeKey {};
 /// Stands in a command's arguments for an answer that its caller's input shall give.
 struct PauseForUser {};
 
-using InputItem =
-    std::variant<TypedLine, WholeText, AcGePoint3d, double, int, EscapeKey, PauseForUser>;
+using InputItem = std::variant<TypedLine, WholeText, AcGePoint3d, double, int, EscapeKey,
+                               MouseClick, KeyPress, PauseForUser>;
 
 /// There is no more input.
 struct InputEnded {};
 
-/// What a prompt gets: text (empty for Enter), a point in user coordinates, a number, Escape, or
-/// the end of all input.
+/// What the queue gives: text (empty for Enter), a point in user coordinates, a number, Escape, the
+/// end of all input; or a click or a key, which prompts see only for what it means.
 struct InputAnswer {
-    std::variant<std::wstring, AcGePoint3d, double, int, EscapeKey, InputEnded> value;
+    std::variant<std::wstring, AcGePoint3d, double, int, EscapeKey, InputEnded, MouseClick,
+                 KeyPress>
+        value;
     bool shown = false;
+    std::optional<KeyModifiers> clicked = {}; // The keys held, when a click gave the point.
 
     bool isEnter() const {
         const auto* text = std::get_if<std::wstring>(&value);

@@ -29,8 +29,10 @@ struct TypedForm {
     std::wstring operator()(const AcGePoint3d& point) const {
         return formatted(L"%.15g,%.15g,%.15g", {point.x, point.y, point.z});
     }
-    std::wstring operator()(EscapeKey /*answer*/) const { return {}; }
-    std::wstring operator()(InputEnded /*answer*/) const { return {}; }
+    template <class Textless>
+    std::wstring operator()(const Textless& /*answer*/) const {
+        return {};
+    }
 };
 
 std::wstring shownText(const InputAnswer& answer) { return std::visit(TypedForm{}, answer.value); }
@@ -151,13 +153,41 @@ bool showsPrompts(const EdState& state) {
            state.variables.get(L"CMDECHO") != VariableValue(Adesk::Int16{0});
 }
 
+/// A click answers with its point, a key that ends an answer with that; nothing when neither is for
+/// the host.
+std::optional<InputAnswer> meaningOf(InputAnswer answer, MouseAndKeys& hands) {
+    if (const auto* click = std::get_if<MouseClick>(&answer.value)) {
+        const auto point = hands.click(*click);
+        if (!point) return std::nullopt;
+        return InputAnswer{.value = *point, .clicked = click->held};
+    }
+    if (const auto* press = std::get_if<KeyPress>(&answer.value)) {
+        switch (hands.press(*press)) {
+        case KeyMeaning::nothing:
+            return std::nullopt;
+        case KeyMeaning::enter:
+            return InputAnswer{.value = hands.takeTyped()};
+        case KeyMeaning::escape:
+            return InputAnswer{.value = EscapeKey{}};
+        }
+    }
+    return answer;
+}
+
+InputAnswer nextAnswer(EdState& state, bool word) {
+    for (;;) {
+        InputAnswer next = word ? state.input.nextWord() : state.input.nextLine();
+        if (auto answer = meaningOf(std::move(next), state.hands)) return std::move(*answer);
+    }
+}
+
 } // namespace
 
 InputAnswer ask(const ACHAR* prompt, bool word) {
     EdState& state = EdState::current();
     const bool shows = showsPrompts(state);
     if (shows && prompt != nullptr) state.output.print(prompt);
-    InputAnswer answer = word ? state.input.nextWord() : state.input.nextLine();
+    InputAnswer answer = nextAnswer(state, word);
     if (shows && !answer.shown) state.output.print(shownText(answer));
     return answer;
 }
@@ -187,7 +217,9 @@ int acedGetString(int spaces, const ACHAR* prompt, ACHAR* text) {
 int acedGetString(int spaces, const ACHAR* prompt, ACHAR* text, std::size_t size) {
     if (text == nullptr || size == 0) return RTERROR;
     takeRules();
-    const InputAnswer answer = ask(prompt, spaces == 0);
+    InputAnswer answer = ask(prompt, spaces == 0);
+    while (answer.clicked)
+        answer = ask(nullptr, spaces == 0);
     if (const auto cancelled = cancellation(answer)) return *cancelled;
     copyText(shownText(answer), text, size);
     return RTNORM;

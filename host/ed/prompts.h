@@ -27,7 +27,7 @@ int acedGetInput(ACHAR* text, std::size_t size);
 
 /// @param spaces  nonzero: blanks belong to the text, Enter ends it.
 /// @param text    room for 133 characters, or for `size` of them.
-/// Enter alone gives the empty text and RTNORM.
+/// Enter alone gives the empty text and RTNORM. Clicks are passed over.
 int acedGetString(int spaces, const ACHAR* prompt, ACHAR* text);
 int acedGetString(int spaces, const ACHAR* prompt, ACHAR* text, std::size_t size);
 

@@ -10,8 +10,11 @@
 #include "ed/command_runner.h"
 #include "ed/commands.h"
 #include "ed/documents.h"
+#include "ed/drawing_view.h"
 #include "ed/input_queue.h"
 #include "ed/keywords.h"
+#include "ed/message_filters.h"
+#include "ed/mouse_and_keys.h"
 #include "ed/selection_sets.h"
 #include "ed/system_variables.h"
 #include "win/session_state.h"
@@ -37,6 +40,8 @@ public:
 
     CommandLineOutput output;
     InputQueue input;
+    MessageFilters messageFilters;
+    MouseAndKeys hands;
     PromptRules promptRules;
     std::optional<std::wstring> pickedText; ///< The keyword that acedGetInput answers with.
 
@@ -51,6 +56,7 @@ public:
 
     HostApplication application;
     AcGePoint2d drawingArea{1600.0, 900.0}; ///< Pixels.
+    DrawingView drawingView;
 
     int dialogLibraryStarts = 0; ///< How often InitAcUiDLL has been called.
 

@@ -75,6 +75,8 @@ std::vector<std::string> findLeftovers(const EdState& ed, DbState& db) {
         leftovers.push_back(std::to_string(open) + " transactions were not ended");
     if (const std::size_t sets = ed.selections.openCount(); sets > 0)
         leftovers.push_back(std::to_string(sets) + " selection sets were not freed");
+    if (const std::size_t filters = ed.messageFilters.count(); filters > 0)
+        leftovers.push_back(std::to_string(filters) + " message filters were not removed");
     if (db.liveResultBuffers > 0) {
         leftovers.push_back(std::to_string(db.liveResultBuffers) +
                             " result buffers were not released");

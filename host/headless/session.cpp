@@ -129,6 +129,22 @@ void Session::typePoint(const AcGePoint3d& point) { layers_->ed.input.add(point)
 
 void Session::typeEscape() { layers_->ed.input.add(EscapeKey{}); }
 
+void Session::typeText(std::wstring_view text) {
+    layers_->ed.input.add(WholeText{std::wstring(text)});
+}
+
+void Session::clickAt(const AcGePoint3d& point, const KeyModifiers& held) {
+    layers_->ed.input.add(MouseClick{point, held});
+}
+
+void Session::clickPixel(const AcGePoint2d& pixel, const KeyModifiers& held) {
+    layers_->ed.input.add(MouseClick{pixel, held});
+}
+
+void Session::pressKey(int virtualKey, const KeyModifiers& held) {
+    layers_->ed.input.add(KeyPress{virtualKey, held});
+}
+
 void Session::setLineReader(std::function<std::optional<std::wstring>()> reader, bool shown) {
     layers_->ed.input.setReader(std::move(reader), shown);
 }

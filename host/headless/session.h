@@ -20,6 +20,7 @@
 
 #include "dxf/reader.h"
 #include "dxf/writer.h"
+#include "ed/gestures.h"
 #include "ge/point2d.h"
 #include "ge/point3d.h"
 
@@ -86,6 +87,16 @@ public:
     void typeLine(std::wstring_view line);
     void typePoint(const AcGePoint3d& point);
     void typeEscape();
+    /// Queues one answer whatever it holds, blanks included; the empty one is Enter.
+    void typeText(std::wstring_view text);
+    /// Queues a click with the left button on a point of the world, or on a pixel of the drawing
+    /// area. When its turn comes it runs through the message filters as the platform's messages
+    /// do, then answers the prompt that waits.
+    void clickAt(const AcGePoint3d& point, const KeyModifiers& held = {});
+    void clickPixel(const AcGePoint2d& pixel, const KeyModifiers& held = {});
+    /// Queues a key by its virtual key code. Letters and digits become the answer that VK_RETURN or
+    /// VK_SPACE ends; VK_ESCAPE is Escape; any other key is for the message filters alone.
+    void pressKey(int virtualKey, const KeyModifiers& held = {});
     /// Where lines come from when nothing is queued; nothing returned means no more input.
     /// @param shown  the user sees the line already, as at a terminal.
     void setLineReader(std::function<std::optional<std::wstring>()> reader, bool shown = false);
@@ -97,8 +108,9 @@ public:
     std::vector<std::wstring> messageBoxes() const;
 
     /// What is still held and should not be, one line each: objects left open, databases, selection
-    /// sets, result buffers and automation strings never freed, references to automation objects
-    /// and document locks never given back; and objects that were used without being open.
+    /// sets, result buffers and automation strings never freed, message filters never removed,
+    /// references to automation objects and document locks never given back; and objects that were
+    /// used without being open.
     std::vector<std::string> leftovers() const;
 
 private:

@@ -6,4 +6,5 @@
 #include "mfc/extension_module.h"
 #include "mfc/message_box.h"
 #include "mfc/point.h"
+#include "mfc/view.h"
 #include "mfc/win_app.h"

@@ -110,7 +110,7 @@ struct RECT {
 typedef RECT* LPRECT;
 typedef const RECT* LPCRECT;
 
-struct MSG {
+struct tagMSG {
     HWND hwnd;
     UINT message;
     WPARAM wParam;
@@ -118,6 +118,7 @@ struct MSG {
     DWORD time;
     POINT pt;
 };
+typedef tagMSG MSG;
 typedef MSG* LPMSG;
 
 constexpr WORD LOWORD(DWORD_PTR value) { return static_cast<WORD>(value & 0xFFFFU); }

@@ -45,7 +45,8 @@ int MessageBoxW(HWND /*owner*/, LPCWSTR text, LPCWSTR caption, UINT flags) {
 SHORT GetKeyState(int virtualKey) {
     const bool down = isDown(virtualKey) ||
                       (virtualKey == VK_SHIFT && (isDown(VK_LSHIFT) || isDown(VK_RSHIFT))) ||
-                      (virtualKey == VK_CONTROL && (isDown(VK_LCONTROL) || isDown(VK_RCONTROL)));
+                      (virtualKey == VK_CONTROL && (isDown(VK_LCONTROL) || isDown(VK_RCONTROL))) ||
+                      (virtualKey == VK_MENU && (isDown(VK_LMENU) || isDown(VK_RMENU)));
     return down ? static_cast<SHORT>(-0x8000) : SHORT{0};
 }
 

@@ -7,8 +7,8 @@
 /// default button.
 int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT flags);
 
-/// The high bit is set while a key is down; either side's Shift and Control count as VK_SHIFT and
-/// VK_CONTROL.
+/// The high bit is set while a key is down; either side's Shift, Control and Alt count as VK_SHIFT,
+/// VK_CONTROL and VK_MENU.
 SHORT GetKeyState(int virtualKey);
 SHORT GetAsyncKeyState(int virtualKey);
 

@@ -1,6 +1,7 @@
 // Viewports, the variables that tell what they show, and the command ZOOM.
 #include "db/layer_table.h"
 #include "db/line.h"
+#include "ed/prompts.h"
 #include "view_fixture.h"
 
 namespace {
@@ -104,6 +105,16 @@ TEST_F(ViewsTest, Tiles) {
     EXPECT_EQ(pixel, CPoint(1210, 225));
     EXPECT_EQ(set(L"CVPORT", 2), SetOutcome::done);
     expectView(210, 148.5, 297);
+
+    // A click into another tile makes it current, and only the next one answers.
+    ed_.input.add(headless::MouseClick{AcGePoint2d(1210, 225), {}});
+    ed_.input.add(headless::MouseClick{AcGePoint2d(1210, 225), {}});
+    ads_point answer;
+    ASSERT_EQ(acedGetPoint(nullptr, nullptr, answer), RTNORM);
+    expectNear(AcGePoint3d(answer[0], answer[1], answer[2]), {71, 80, 0});
+    EXPECT_TRUE(ed_.input.isEmpty());
+    EXPECT_EQ(integerOf(L"CVPORT"), 3);
+
     EXPECT_EQ(set(L"CVPORT", 1), SetOutcome::outOfRange);
     EXPECT_EQ(set(L"CVPORT", 4), SetOutcome::outOfRange);
 }
