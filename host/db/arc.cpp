@@ -6,12 +6,14 @@
 #include "db/dxf_output.h"
 #include "db/ellipse.h"
 #include "db/flat_transform.h"
+#include "db/named_fields.h"
 #include "ge/angles.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbArc, AcDbCurve, "ARC")
 
 using headless::CurvePiece;
 using headless::normalizedAngle;
+namespace field = headless::field;
 
 namespace {
 
@@ -20,8 +22,6 @@ double sweepBetween(double start, double end) {
     const double sweep = normalizedAngle(end - start);
     return sweep == 0.0 ? headless::kFullTurn : sweep;
 }
-
-double radians(double degrees) { return degrees * std::numbers::pi / 180.0; }
 
 } // namespace
 
@@ -97,39 +97,14 @@ Acad::ErrorStatus AcDbArc::subGetGripPoints(AcGePoint3dArray& points) const {
 
 Acad::ErrorStatus AcDbArc::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbCurve::dxfInFields(filer); status != Acad::eOk) return status;
-    AcGePoint3d center;
-    AcGeVector3d normal = AcGeVector3d::kZAxis;
     // Centre and angles stand in two subclasses, and writers differ in where they put the normal.
-    for (const headless::DxfTag& tag : filer->record().all()) {
-        switch (tag.code) {
-        case 10:
-        case 20:
-        case 30:
-            headless::setCoordinate(center, tag);
-            break;
-        case 39:
-            thickness_ = tag.real();
-            break;
-        case 40:
-            radius_ = std::abs(tag.real());
-            break;
-        case 50:
-            startAngle_ = normalizedAngle(radians(tag.real()));
-            break;
-        case 51:
-            endAngle_ = normalizedAngle(radians(tag.real()));
-            break;
-        case 210:
-        case 220:
-        case 230:
-            headless::setCoordinate(normal, tag);
-            break;
-        default:
-            break;
-        }
-    }
-    normal_ = headless::readNormal(normal);
-    center_ = headless::ocsToWorld(center, normal_);
+    field::read(*filer, filer->record().all(), field::Normal{normal_},
+                field::OcsPoint{10, center_, normal_}, field::Real{39, thickness_},
+                field::Real{40, radius_}, field::Angle{50, startAngle_},
+                field::Angle{51, endAngle_});
+    radius_ = std::abs(radius_);
+    startAngle_ = normalizedAngle(startAngle_);
+    endAngle_ = normalizedAngle(endAngle_);
     return Acad::eOk;
 }
 

@@ -9,12 +9,14 @@
 #include "db/explode.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
+#include "db/named_fields.h"
 #include "ge/angles.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbBlockReference, AcDbEntity, "INSERT")
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbMInsertBlock, AcDbBlockReference, "INSERT")
 
 using headless::Residence;
+namespace field = headless::field;
 
 Acad::ErrorStatus AcDbBlockReference::setScaleFactors(const AcGeScale3d& scale) {
     if (scale.sx == 0.0 || scale.sy == 0.0 || scale.sz == 0.0) return Acad::eInvalidInput;
@@ -184,41 +186,11 @@ Acad::ErrorStatus AcDbBlockReference::subGetGripPoints(AcGePoint3dArray& points)
 
 Acad::ErrorStatus AcDbBlockReference::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
-    AcGePoint3d position;
-    AcGeVector3d normal = AcGeVector3d::kZAxis;
-    for (const headless::DxfTag& tag : filer->record().all()) {
-        switch (tag.code) {
-        case 2:
-            block_ = filer->symbolId(AcDbBlockTableRecord::desc(), tag);
-            break;
-        case 10:
-        case 20:
-        case 30:
-            headless::setCoordinate(position, tag);
-            break;
-        case 41:
-            scale_.sx = tag.real();
-            break;
-        case 42:
-            scale_.sy = tag.real();
-            break;
-        case 43:
-            scale_.sz = tag.real();
-            break;
-        case 50:
-            rotation_ = tag.real() * std::numbers::pi / 180.0;
-            break;
-        case 210:
-        case 220:
-        case 230:
-            headless::setCoordinate(normal, tag);
-            break;
-        default:
-            break;
-        }
-    }
-    normal_ = headless::readNormal(normal);
-    position_ = headless::ocsToWorld(position, normal_);
+    field::read(*filer, filer->record().all(), field::Normal{normal_},
+                field::OcsPoint{10, position_, normal_},
+                field::Symbol{2, AcDbBlockTableRecord::desc(), block_}, field::Real{41, scale_.sx},
+                field::Real{42, scale_.sy}, field::Real{43, scale_.sz},
+                field::Angle{50, rotation_});
     return Acad::eOk;
 }
 
@@ -246,24 +218,9 @@ Acad::ErrorStatus AcDbMInsertBlock::subTransformBy(const AcGeMatrix3d& transform
 Acad::ErrorStatus AcDbMInsertBlock::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbBlockReference::dxfInFields(filer); status != Acad::eOk)
         return status;
-    for (const headless::DxfTag& tag : filer->record().all()) {
-        switch (tag.code) {
-        case 44:
-            columnSpacing_ = tag.real();
-            break;
-        case 45:
-            rowSpacing_ = tag.real();
-            break;
-        case 70:
-            columns_ = static_cast<Adesk::Int16>(tag.integer());
-            break;
-        case 71:
-            rows_ = static_cast<Adesk::Int16>(tag.integer());
-            break;
-        default:
-            break;
-        }
-    }
+    field::read(*filer, filer->record().all(), field::Real{44, columnSpacing_},
+                field::Real{45, rowSpacing_}, field::Integer{70, columns_},
+                field::Integer{71, rows_});
     return Acad::eOk;
 }
 

@@ -11,6 +11,7 @@
 #include "db/dxf_fields.h"
 #include "db/dxf_filer.h"
 #include "db/dxf_output.h"
+#include "db/named_fields.h"
 #include "db/resbuf.h"
 #include "db/residence.h"
 #include "db/sortents_table.h"
@@ -21,6 +22,7 @@ ACRX_CONS_DEFINE_MEMBERS(AcDbBlockTable, AcDbSymbolTable, 0)
 using headless::DrawingVersion;
 using headless::DxfTag;
 using headless::Residence;
+namespace field = headless::field;
 
 namespace {
 
@@ -180,47 +182,21 @@ Acad::ErrorStatus AcDbBlockTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbSymbolTableRecord::dxfInFields(filer); status != Acad::eOk)
         return status;
     anonymous_ = nameOf().starts_with(L'*') && !isSpace();
-    for (const DxfTag& tag : filer->subclass("AcDbBlockTableRecord")) {
-        switch (tag.code) {
-        case 70:
-            insertUnits_ = static_cast<short>(tag.integer());
-            break;
-        case 280:
-            explodable_ = tag.flag();
-            break;
-        case 340:
-            layoutId_ = filer->objectId(tag);
-            break;
-        default:
-            break;
-        }
-    }
+    field::read(*filer, filer->subclass("AcDbBlockTableRecord"), field::Integer{70, insertUnits_},
+                field::Flag{280, explodable_}, field::Id{340, layoutId_});
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::readBegin(AcDbDxfFiler& filer) {
-    for (const DxfTag& tag : filer.subclass("AcDbBlockBegin")) {
-        switch (tag.code) {
-        case 1:
-            path_ = filer.text(tag);
-            break;
-        case 4:
-            comments_ = filer.text(tag);
-            break;
-        case 10:
-        case 20:
-        case 30:
-            headless::setCoordinate(origin_, tag);
-            break;
-        case 70:
-            anonymous_ = (tag.integer() & BeginFlags::kAnonymous) != 0 && !isSpace();
-            external_ = (tag.integer() & (BeginFlags::kExternal | BeginFlags::kOverlay)) != 0;
-            overlay_ = (tag.integer() & BeginFlags::kOverlay) != 0;
-            break;
-        default:
-            break;
-        }
-    }
+    const auto flags = [this](const DxfTag& tag) {
+        if (tag.code != 70) return false;
+        anonymous_ = (tag.integer() & BeginFlags::kAnonymous) != 0 && !isSpace();
+        external_ = (tag.integer() & (BeginFlags::kExternal | BeginFlags::kOverlay)) != 0;
+        overlay_ = (tag.integer() & BeginFlags::kOverlay) != 0;
+        return true;
+    };
+    field::read(filer, filer.subclass("AcDbBlockBegin"), field::Text{1, path_},
+                field::Text{4, comments_}, field::Point{10, origin_}, flags);
     return Acad::eOk;
 }
 

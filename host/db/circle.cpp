@@ -6,11 +6,13 @@
 #include "db/dxf_output.h"
 #include "db/ellipse.h"
 #include "db/flat_transform.h"
+#include "db/named_fields.h"
 #include "ge/angles.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbCircle, AcDbCurve, "CIRCLE")
 
 using headless::CurvePiece;
+namespace field = headless::field;
 
 AcDbCircle::AcDbCircle(const AcGePoint3d& center, const AcGeVector3d& normal, double radius)
     : center_(center), normal_(headless::readNormal(normal)), radius_(std::abs(radius)) {}
@@ -72,32 +74,10 @@ Acad::ErrorStatus AcDbCircle::subGetGripPoints(AcGePoint3dArray& points) const {
 
 Acad::ErrorStatus AcDbCircle::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbCurve::dxfInFields(filer); status != Acad::eOk) return status;
-    AcGePoint3d center;
-    AcGeVector3d normal = AcGeVector3d::kZAxis;
-    for (const headless::DxfTag& tag : filer->subclass("AcDbCircle")) {
-        switch (tag.code) {
-        case 10:
-        case 20:
-        case 30:
-            headless::setCoordinate(center, tag);
-            break;
-        case 39:
-            thickness_ = tag.real();
-            break;
-        case 40:
-            radius_ = std::abs(tag.real());
-            break;
-        case 210:
-        case 220:
-        case 230:
-            headless::setCoordinate(normal, tag);
-            break;
-        default:
-            break;
-        }
-    }
-    normal_ = headless::readNormal(normal);
-    center_ = headless::ocsToWorld(center, normal_);
+    field::read(*filer, filer->subclass("AcDbCircle"), field::Normal{normal_},
+                field::OcsPoint{10, center_, normal_}, field::Real{39, thickness_},
+                field::Real{40, radius_});
+    radius_ = std::abs(radius_);
     return Acad::eOk;
 }
 

@@ -9,6 +9,7 @@
 #include "db/explode.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
+#include "db/named_fields.h"
 #include "db/resbuf.h"
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbDimension, AcDbEntity)
@@ -23,6 +24,7 @@ HEADLESS_DXF_DEFINE_MEMBERS(AcDbArcDimension, AcDbDimension, "ARC_DIMENSION")
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbRadialDimensionLarge, AcDbDimension, "LARGE_RADIAL_DIMENSION")
 
 using headless::DxfTag;
+namespace field = headless::field;
 
 namespace {
 
@@ -89,75 +91,23 @@ Acad::ErrorStatus AcDbDimension::subGetGripPoints(AcGePoint3dArray& points) cons
 
 Acad::ErrorStatus AcDbDimension::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
-    AcGePoint3d textPosition;
-    AcGeVector3d normal = AcGeVector3d::kZAxis;
     for (const DxfTag& tag : filer->record().all())
         readGeometry(tag);
-    for (const DxfTag& tag : filer->subclass("AcDbDimension")) {
-        switch (tag.code) {
-        case 11:
-        case 21:
-        case 31:
-            headless::setCoordinate(textPosition, tag);
-            break;
-        case 12:
-        case 22:
-        case 32:
-            headless::setCoordinate(blockPosition_, tag);
-            break;
-        case 210:
-        case 220:
-        case 230:
-            headless::setCoordinate(normal, tag);
-            break;
-        default:
-            readField(*filer, tag);
-            break;
-        }
-    }
-    normal_ = headless::readNormal(normal);
-    textPosition_ = headless::ocsToWorld(textPosition, normal_);
+    const auto measured = [this](const DxfTag& tag) {
+        if (tag.code == 42) measurement_ = tag.real();
+        // A dimension without a block of its own names none, or an empty one.
+        return tag.code == 42 || (tag.code == 2 && tag.text().empty());
+    };
+    field::read(*filer, filer->subclass("AcDbDimension"), measured, field::Normal{normal_},
+                field::OcsPoint{11, textPosition_, normal_}, field::Point{12, blockPosition_},
+                field::Text{1, text_}, field::Symbol{2, AcDbBlockTableRecord::desc(), block_},
+                field::Symbol{3, AcDbDimStyleTableRecord::desc(), style_},
+                field::Real{41, lineSpacing_}, field::Angle{51, horizontalRotation_},
+                field::Angle{53, textRotation_}, field::Bit{70, kOrdinateX, geometry_.usesX},
+                field::Bit{70, kTextMoved, textMoved_}, field::Integer{71, attachment_},
+                field::Integer{72, lineSpacingStyle_});
     geometryToWorld(geometry_);
     return Acad::eOk;
-}
-
-void AcDbDimension::readField(AcDbDxfFiler& filer, const DxfTag& tag) {
-    switch (tag.code) {
-    case 1:
-        text_ = filer.text(tag);
-        break;
-    case 2:
-        // A dimension without a block of its own names none, or an empty one.
-        if (!tag.text().empty()) block_ = filer.symbolId(AcDbBlockTableRecord::desc(), tag);
-        break;
-    case 3:
-        style_ = filer.symbolId(AcDbDimStyleTableRecord::desc(), tag);
-        break;
-    case 41:
-        lineSpacing_ = tag.real();
-        break;
-    case 42:
-        measurement_ = tag.real();
-        break;
-    case 51:
-        horizontalRotation_ = radians(tag.real());
-        break;
-    case 53:
-        textRotation_ = radians(tag.real());
-        break;
-    case 70:
-        geometry_.usesX = (tag.integer() & kOrdinateX) != 0;
-        textMoved_ = (tag.integer() & kTextMoved) != 0;
-        break;
-    case 71:
-        attachment_ = static_cast<int>(tag.integer());
-        break;
-    case 72:
-        lineSpacingStyle_ = static_cast<int>(tag.integer());
-        break;
-    default:
-        break;
-    }
 }
 
 /// Groups that stand in the parts of the kinds.

@@ -75,7 +75,6 @@ protected:
 
 private:
     void readGeometry(const headless::DxfTag& tag);
-    void readField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
     void writeFlags(headless::DxfOutput& out) const;
 
     Geometry geometry_;

@@ -5,12 +5,14 @@
 #include "db/curve_piece.h"
 #include "db/dxf_output.h"
 #include "db/flat_transform.h"
+#include "db/named_fields.h"
 #include "ge/angles.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbEllipse, AcDbCurve, "ELLIPSE")
 
 using headless::CurvePiece;
 using headless::kFullTurn;
+namespace field = headless::field;
 
 namespace {
 
@@ -144,38 +146,10 @@ Acad::ErrorStatus AcDbEllipse::subGetGripPoints(AcGePoint3dArray& points) const 
 
 Acad::ErrorStatus AcDbEllipse::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbCurve::dxfInFields(filer); status != Acad::eOk) return status;
-    AcGeVector3d normal = AcGeVector3d::kZAxis;
-    for (const headless::DxfTag& tag : filer->subclass("AcDbEllipse")) {
-        switch (tag.code) {
-        case 10:
-        case 20:
-        case 30:
-            headless::setCoordinate(center_, tag);
-            break;
-        case 11:
-        case 21:
-        case 31:
-            headless::setCoordinate(majorAxis_, tag);
-            break;
-        case 40:
-            radiusRatio_ = std::abs(tag.real());
-            break;
-        case 41:
-            startParam_ = tag.real();
-            break;
-        case 42:
-            endParam_ = tag.real();
-            break;
-        case 210:
-        case 220:
-        case 230:
-            headless::setCoordinate(normal, tag);
-            break;
-        default:
-            break;
-        }
-    }
-    normal_ = headless::readNormal(normal);
+    field::read(*filer, filer->subclass("AcDbEllipse"), field::Point{10, center_},
+                field::Point{11, majorAxis_}, field::Real{40, radiusRatio_},
+                field::Real{41, startParam_}, field::Real{42, endParam_}, field::Normal{normal_});
+    radiusRatio_ = std::abs(radiusRatio_);
     return Acad::eOk;
 }
 

@@ -3,14 +3,16 @@
 #include <limits>
 
 #include "db/curve_piece.h"
-#include "db/dxf_fields.h"
 #include "db/dxf_output.h"
 #include "db/geometry_sink.h"
+#include "db/named_fields.h"
 #include "db/ray.h"
 #include "db/xline.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbRay, AcDbCurve, "RAY")
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbXline, AcDbCurve, "XLINE")
+
+namespace field = headless::field;
 
 namespace headless {
 
@@ -46,22 +48,8 @@ bool EndlessLine::forEachPiece(const PieceVisitor& visit) const {
 
 Acad::ErrorStatus EndlessLine::readGeometry(AcDbDxfFiler& filer) {
     AcGeVector3d direction = AcGeVector3d::kXAxis;
-    for (const DxfTag& tag : filer.record().all()) {
-        switch (tag.code) {
-        case 10:
-        case 20:
-        case 30:
-            setCoordinate(basePoint_, tag);
-            break;
-        case 11:
-        case 21:
-        case 31:
-            setCoordinate(direction, tag);
-            break;
-        default:
-            break;
-        }
-    }
+    field::read(filer, filer.record().all(), field::Point{10, basePoint_},
+                field::Point{11, direction});
     unitDir_ = direction.isZeroLength() ? AcGeVector3d::kXAxis : direction.normal();
     return Acad::eOk;
 }

@@ -1,10 +1,12 @@
 #include "db/face.h"
 
-#include "db/dxf_fields.h"
 #include "db/dxf_output.h"
 #include "db/geometry_sink.h"
+#include "db/named_fields.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbFace, AcDbEntity, "3DFACE")
+
+namespace field = headless::field;
 
 AcDbFace::AcDbFace(const AcGePoint3d& pt0, const AcGePoint3d& pt1, const AcGePoint3d& pt2,
                    const AcGePoint3d& pt3, Adesk::Boolean e0vis, Adesk::Boolean e1vis,
@@ -63,18 +65,14 @@ void AcDbFace::subDescribe(headless::GeometrySink& sink) const {
 
 Acad::ErrorStatus AcDbFace::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
-    bool hasFourth = false;
-    for (const headless::DxfTag& tag : filer->subclass("AcDbFace")) {
-        const int corner = tag.code % 10;
-        const int coordinate = tag.code / 10;
-        if (coordinate >= 1 && coordinate <= 3 && corner <= 3) {
-            headless::setCoordinate(corners_[static_cast<std::size_t>(corner)], tag);
-            hasFourth = hasFourth || corner == 3;
-        } else if (tag.code == 70) {
-            hiddenEdges_ = static_cast<unsigned>(tag.integer()) & 0xFU;
-        }
-    }
-    if (!hasFourth) corners_[3] = corners_[2];
+    const auto edges = [this](const headless::DxfTag& tag) {
+        if (tag.code == 70) hiddenEdges_ = static_cast<unsigned>(tag.integer()) & 0xFU;
+        return false;
+    };
+    field::read(*filer, filer->subclass("AcDbFace"), field::Point{10, corners_[0]},
+                field::Point{11, corners_[1]}, field::Point{12, corners_[2]},
+                field::Point{13, corners_[3]}, edges);
+    if (filer->record().find(13) == nullptr) corners_[3] = corners_[2];
     return Acad::eOk;
 }
 

@@ -6,6 +6,7 @@
 #include "db/dxf_filer.h"
 #include "db/dxf_output.h"
 #include "db/entity.h"
+#include "db/named_fields.h"
 #include "db/object_data.h"
 #include "db/resbuf.h"
 #include "db/residence.h"
@@ -17,6 +18,7 @@ ACRX_NO_CONS_DEFINE_MEMBERS(AcDbGroupIterator, AcRxObject)
 using headless::DxfTag;
 using headless::ObjectData;
 using headless::Residence;
+namespace field = headless::field;
 
 namespace {
 
@@ -238,24 +240,12 @@ Acad::ErrorStatus AcDbGroup::subErase(bool erasing) {
 
 Acad::ErrorStatus AcDbGroup::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbObject::dxfInFields(filer); status != Acad::eOk) return status;
-    for (const DxfTag& tag : filer->subclass("AcDbGroup")) {
-        switch (tag.code) {
-        case 300:
-            description_ = filer->text(tag);
-            break;
-        case 70:
-            anonymous_ = tag.flag();
-            break;
-        case 71:
-            selectable_ = tag.flag();
-            break;
-        case 340:
-            members_.push_back(filer->objectId(tag));
-            break;
-        default:
-            break;
-        }
-    }
+    const auto member = [&](const DxfTag& tag) {
+        if (tag.code == 340) members_.push_back(filer->objectId(tag));
+        return tag.code == 340;
+    };
+    field::read(*filer, filer->subclass("AcDbGroup"), member, field::Text{300, description_},
+                field::Flag{70, anonymous_}, field::Flag{71, selectable_});
     return Acad::eOk;
 }
 

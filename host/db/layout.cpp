@@ -4,13 +4,14 @@
 
 #include "db/dxf_fields.h"
 #include "db/dxf_output.h"
+#include "db/named_fields.h"
 #include "db/resbuf.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbPlotSettings, AcDbObject, "PLOTSETTINGS")
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbLayout, AcDbPlotSettings, "LAYOUT")
 
 using headless::DxfTag;
-using headless::setCoordinate;
+namespace field = headless::field;
 
 namespace {
 
@@ -60,58 +61,18 @@ Acad::ErrorStatus AcDbPlotSettings::getCustomPrintScale(double& paper, double& d
 
 Acad::ErrorStatus AcDbPlotSettings::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbObject::dxfInFields(filer); status != Acad::eOk) return status;
-    for (const DxfTag& tag : filer->subclass("AcDbPlotSettings")) {
-        if (double* const length = lengthOf(tag.code); length != nullptr)
-            *length = tag.real();
-        else
-            readField(*filer, tag);
-    }
-    return Acad::eOk;
-}
-
-double* AcDbPlotSettings::lengthOf(int code) {
-    switch (code) {
-    case 40:
-        return &margins_.left;
-    case 41:
-        return &margins_.bottom;
-    case 42:
-        return &margins_.right;
-    case 43:
-        return &margins_.top;
-    case 44:
-        return &paperWidth_;
-    case 45:
-        return &paperHeight_;
-    case 142:
-        return &paperUnits_;
-    case 143:
-        return &drawingUnits_;
-    default:
-        return nullptr;
-    }
-}
-
-void AcDbPlotSettings::readField(AcDbDxfFiler& filer, const DxfTag& tag) {
-    switch (tag.code) {
-    case 1:
-        name_ = filer.text(tag);
-        break;
-    case 2:
-        plotter_ = filer.text(tag);
-        break;
-    case 4:
-        media_ = filer.text(tag);
-        break;
-    case 70:
-        modelType_ = (tag.integer() & kModelType) != 0;
-        break;
-    case 73:
+    const auto rotation = [this](const DxfTag& tag) {
+        if (tag.code != 73) return false;
         rotation_ = static_cast<PlotRotation>(std::clamp<std::int64_t>(tag.integer(), 0, 3));
-        break;
-    default:
-        break;
-    }
+        return true;
+    };
+    field::read(*filer, filer->subclass("AcDbPlotSettings"), field::Text{1, name_},
+                field::Text{2, plotter_}, field::Text{4, media_}, field::Real{40, margins_.left},
+                field::Real{41, margins_.bottom}, field::Real{42, margins_.right},
+                field::Real{43, margins_.top}, field::Real{44, paperWidth_},
+                field::Real{45, paperHeight_}, field::Real{142, paperUnits_},
+                field::Real{143, drawingUnits_}, field::Bit{70, kModelType, modelType_}, rotation);
+    return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbPlotSettings::dxfOutFields(AcDbDxfFiler* filer) const {
@@ -165,68 +126,14 @@ Acad::ErrorStatus AcDbLayout::getExtents(AcGePoint3d& min, AcGePoint3d& max) con
 Acad::ErrorStatus AcDbLayout::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbPlotSettings::dxfInFields(filer); status != Acad::eOk)
         return status;
-    for (const DxfTag& tag : filer->subclass("AcDbLayout"))
-        if (!readPoint(tag)) readField(*filer, tag);
+    field::read(*filer, filer->subclass("AcDbLayout"), field::Text{1, layoutName_},
+                field::Integer{70, flags_}, field::Integer{71, tabOrder_},
+                field::Point{10, limitsMin_}, field::Point{11, limitsMax_},
+                field::Point{12, insertionBase_}, field::Point{13, ucsOrigin_},
+                field::Point{14, extentsMin_}, field::Point{15, extentsMax_},
+                field::Point{16, ucsX_}, field::Point{17, ucsY_}, field::Integer{76, orthographic_},
+                field::Real{146, elevation_}, field::Id{330, block_}, field::Id{331, viewport_});
     return Acad::eOk;
-}
-
-bool AcDbLayout::readPoint(const DxfTag& tag) {
-    switch (tag.code < 10 || tag.code >= 40 ? 0 : tag.code % 10 + 10) {
-    case 10:
-        if (tag.code < 30) setCoordinate(limitsMin_, tag);
-        return true;
-    case 11:
-        if (tag.code < 30) setCoordinate(limitsMax_, tag);
-        return true;
-    case 12:
-        setCoordinate(insertionBase_, tag);
-        return true;
-    case 13:
-        setCoordinate(ucsOrigin_, tag);
-        return true;
-    case 14:
-        setCoordinate(extentsMin_, tag);
-        return true;
-    case 15:
-        setCoordinate(extentsMax_, tag);
-        return true;
-    case 16:
-        setCoordinate(ucsX_, tag);
-        return true;
-    case 17:
-        setCoordinate(ucsY_, tag);
-        return true;
-    default:
-        return false;
-    }
-}
-
-void AcDbLayout::readField(AcDbDxfFiler& filer, const DxfTag& tag) {
-    switch (tag.code) {
-    case 1:
-        layoutName_ = filer.text(tag);
-        break;
-    case 70:
-        flags_ = static_cast<int>(tag.integer());
-        break;
-    case 71:
-        tabOrder_ = static_cast<int>(tag.integer());
-        break;
-    case 76:
-        orthographic_ = static_cast<short>(tag.integer());
-        break;
-    case 146:
-        elevation_ = tag.real();
-        break;
-    case 330:
-        block_ = filer.objectId(tag);
-        break;
-    case 331:
-        viewport_ = filer.objectId(tag);
-        break;
-    default:
-        break;
-    }
 }
 
 Acad::ErrorStatus AcDbLayout::dxfOutFields(AcDbDxfFiler* filer) const {

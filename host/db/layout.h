@@ -52,9 +52,6 @@ private:
         double top = 0.0;
     };
 
-    void readField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
-    double* lengthOf(int code);
-
     std::wstring name_;
     std::wstring plotter_;
     std::wstring media_;
@@ -100,9 +97,6 @@ public:
     AcDbObjectId blockOf() const { return block_; }
 
 private:
-    bool readPoint(const headless::DxfTag& tag);
-    void readField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
-
     std::wstring layoutName_;
     AcDbObjectId block_;
     AcDbObjectId viewport_;

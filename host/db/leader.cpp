@@ -4,15 +4,16 @@
 
 #include "db/curve_piece.h"
 #include "db/dim_style_table.h"
-#include "db/dxf_fields.h"
 #include "db/dxf_output.h"
 #include "db/explode.h"
 #include "db/flat_transform.h"
+#include "db/named_fields.h"
 #include "db/spline.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbLeader, AcDbCurve, "LEADER")
 
 using headless::CurvePiece;
+namespace field = headless::field;
 
 AcGePoint3d AcDbLeader::vertexAt(int index) const {
     const auto at = static_cast<std::size_t>(index);
@@ -81,59 +82,13 @@ Acad::ErrorStatus AcDbLeader::subGetGripPoints(AcGePoint3dArray& points) const {
 
 Acad::ErrorStatus AcDbLeader::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbCurve::dxfInFields(filer); status != Acad::eOk) return status;
-    AcGeVector3d normal = AcGeVector3d::kZAxis;
-    for (const headless::DxfTag& tag : filer->subclass("AcDbLeader")) {
-        switch (tag.code) {
-        case 3:
-            style_ = filer->symbolId(AcDbDimStyleTableRecord::desc(), tag);
-            break;
-        case 10:
-            vertices_.emplace_back();
-            [[fallthrough]];
-        case 20:
-        case 30:
-            if (!vertices_.empty()) headless::setCoordinate(vertices_.back(), tag);
-            break;
-        case 40:
-            textHeight_ = tag.real();
-            break;
-        case 41:
-            textWidth_ = tag.real();
-            break;
-        case 71:
-            arrowHead_ = tag.flag();
-            break;
-        case 72:
-            splined_ = tag.flag();
-            break;
-        case 210:
-        case 220:
-        case 230:
-            headless::setCoordinate(normal, tag);
-            break;
-        case 211:
-        case 221:
-        case 231:
-            headless::setCoordinate(horizontal_, tag);
-            break;
-        case 212:
-        case 222:
-        case 232:
-            headless::setCoordinate(blockOffset_, tag);
-            break;
-        case 213:
-        case 223:
-        case 233:
-            headless::setCoordinate(annotationOffset_, tag);
-            break;
-        case 340:
-            annotation_ = filer->objectId(tag);
-            break;
-        default:
-            break;
-        }
-    }
-    normal_ = headless::readNormal(normal);
+    field::read(*filer, filer->subclass("AcDbLeader"),
+                field::Symbol{3, AcDbDimStyleTableRecord::desc(), style_},
+                field::Points{10, vertices_}, field::Real{40, textHeight_},
+                field::Real{41, textWidth_}, field::Flag{71, arrowHead_}, field::Flag{72, splined_},
+                field::Normal{normal_}, field::Point{211, horizontal_},
+                field::Point{212, blockOffset_}, field::Point{213, annotationOffset_},
+                field::Id{340, annotation_});
     return Acad::eOk;
 }
 

@@ -1,13 +1,14 @@
 #include "db/line.h"
 
 #include "db/curve_piece.h"
-#include "db/dxf_fields.h"
 #include "db/dxf_output.h"
 #include "db/flat_transform.h"
+#include "db/named_fields.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbLine, AcDbCurve, "LINE")
 
 using headless::CurvePiece;
+namespace field = headless::field;
 
 Acad::ErrorStatus AcDbLine::getArea(double& /*area*/) const { return Acad::eNotApplicable; }
 
@@ -39,32 +40,8 @@ Acad::ErrorStatus AcDbLine::subGetGripPoints(AcGePoint3dArray& points) const {
 
 Acad::ErrorStatus AcDbLine::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbCurve::dxfInFields(filer); status != Acad::eOk) return status;
-    AcGeVector3d normal = AcGeVector3d::kZAxis;
-    for (const headless::DxfTag& tag : filer->subclass("AcDbLine")) {
-        switch (tag.code) {
-        case 10:
-        case 20:
-        case 30:
-            headless::setCoordinate(start_, tag);
-            break;
-        case 11:
-        case 21:
-        case 31:
-            headless::setCoordinate(end_, tag);
-            break;
-        case 39:
-            thickness_ = tag.real();
-            break;
-        case 210:
-        case 220:
-        case 230:
-            headless::setCoordinate(normal, tag);
-            break;
-        default:
-            break;
-        }
-    }
-    normal_ = headless::readNormal(normal);
+    field::read(*filer, filer->subclass("AcDbLine"), field::Point{10, start_},
+                field::Point{11, end_}, field::Real{39, thickness_}, field::Normal{normal_});
     return Acad::eOk;
 }
 

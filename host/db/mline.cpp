@@ -7,10 +7,13 @@
 #include "db/geometry_sink.h"
 #include "db/line.h"
 #include "db/mline_style.h"
+#include "db/named_fields.h"
 #include "db/object_pointer.h"
 #include "db/residence.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbMline, AcDbEntity, "MLINE")
+
+namespace field = headless::field;
 
 AcGePoint3d AcDbMline::vertexAt(int index) const {
     const auto at = static_cast<std::size_t>(index);
@@ -100,56 +103,25 @@ Acad::ErrorStatus AcDbMline::subExplode(headless::NewEntities& parts) const {
 
 Acad::ErrorStatus AcDbMline::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
-    AcGeVector3d normal = AcGeVector3d::kZAxis;
-    for (const headless::DxfTag& tag : filer->subclass("AcDbMline")) {
-        if (readVertexGroup(tag)) continue;
-        switch (tag.code) {
-        case 40:
-            scale_ = tag.real();
-            break;
-        case 70:
-            justification_ = static_cast<Adesk::Int8>(tag.integer());
-            break;
-        case 71:
-            closed_ = (tag.integer() & 2) != 0;
-            break;
-        case 210:
-        case 220:
-        case 230:
-            headless::setCoordinate(normal, tag);
-            break;
-        case 340:
-            style_ = filer->objectId(tag);
-            break;
-        default:
-            break;
-        }
-    }
-    normal_ = headless::readNormal(normal);
+    const auto vertices = [this, filer](const headless::DxfTag& tag) {
+        return readVertexGroup(*filer, tag);
+    };
+    field::read(*filer, filer->subclass("AcDbMline"), vertices, field::Real{40, scale_},
+                field::Integer{70, justification_}, field::Bit{71, 2, closed_},
+                field::Normal{normal_}, field::Id{340, style_});
     return Acad::eOk;
 }
 
 /// Reads a group that belongs to the vertex begun last; false for others.
-bool AcDbMline::readVertexGroup(const headless::DxfTag& tag) {
+bool AcDbMline::readVertexGroup(AcDbDxfFiler& filer, const headless::DxfTag& tag) {
     if (tag.code == 11) vertices_.emplace_back();
     if (vertices_.empty()) return false;
     Vertex& vertex = vertices_.back();
+    if (field::Point{11, vertex.place}.take(tag, filer) ||
+        field::Point{12, vertex.direction}.take(tag, filer) ||
+        field::Point{13, vertex.miter}.take(tag, filer))
+        return true;
     switch (tag.code) {
-    case 11:
-    case 21:
-    case 31:
-        headless::setCoordinate(vertex.place, tag);
-        return true;
-    case 12:
-    case 22:
-    case 32:
-        headless::setCoordinate(vertex.direction, tag);
-        return true;
-    case 13:
-    case 23:
-    case 33:
-        headless::setCoordinate(vertex.miter, tag);
-        return true;
     case 74: // how many lengths follow
         vertex.elements.emplace_back();
         return true;

@@ -55,7 +55,7 @@ private:
     /// Adds the lines of an element between two vertices, leaving its breaks open.
     void explodeElement(headless::NewEntities& parts, std::size_t element, const Vertex& from,
                         const Vertex& to) const;
-    bool readVertexGroup(const headless::DxfTag& tag);
+    bool readVertexGroup(AcDbDxfFiler& filer, const headless::DxfTag& tag);
 
     std::vector<Vertex> vertices_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;

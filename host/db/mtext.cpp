@@ -8,6 +8,7 @@
 #include "db/explode.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
+#include "db/named_fields.h"
 #include "db/resbuf.h"
 #include "db/residence.h"
 #include "db/text.h"
@@ -18,6 +19,7 @@
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbMText, AcDbEntity, "MTEXT")
 
 using headless::Residence;
+namespace field = headless::field;
 
 namespace {
 
@@ -164,60 +166,22 @@ Acad::ErrorStatus AcDbMText::subGetGripPoints(AcGePoint3dArray& points) const {
 
 Acad::ErrorStatus AcDbMText::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
-    AcGeVector3d normal = AcGeVector3d::kZAxis;
     AcGeVector3d direction;
     double rotation = 0.0;
     bool turned = false; // The later of direction and rotation counts.
-    for (const headless::DxfTag& tag : filer->subclass("AcDbMText")) {
-        switch (tag.code) {
-        case 1:
-        case 3:
-            contents_ += filer->text(tag);
-            break;
-        case 7:
-            style_ = filer->symbolId(AcDbTextStyleTableRecord::desc(), tag);
-            break;
-        case 10:
-        case 20:
-        case 30:
-            headless::setCoordinate(location_, tag);
-            break;
-        case 11:
-        case 21:
-        case 31:
-            headless::setCoordinate(direction, tag);
-            turned = false;
-            break;
-        case 40:
-            textHeight_ = tag.real();
-            break;
-        case 41:
-            width_ = tag.real();
-            break;
-        case 44:
-            lineSpacing_ = tag.real();
-            break;
-        case 50:
-            rotation = tag.real() * std::numbers::pi / 180.0;
-            turned = true;
-            break;
-        case 71:
-            if (tag.integer() >= kTopLeft && tag.integer() <= kBottomRight)
-                attachment_ = static_cast<AttachmentPoint>(tag.integer());
-            break;
-        case 72:
-            flow_ = static_cast<FlowDirection>(tag.integer());
-            break;
-        case 210:
-        case 220:
-        case 230:
-            headless::setCoordinate(normal, tag);
-            break;
-        default:
-            break;
-        }
-    }
-    normal_ = headless::readNormal(normal);
+    const auto others = [&](const headless::DxfTag& tag) {
+        if (tag.code == 1 || tag.code == 3) contents_ += filer->text(tag);
+        if (tag.code == 11 || tag.code == 50) turned = tag.code == 50;
+        if (tag.code == 71 && tag.integer() >= kTopLeft && tag.integer() <= kBottomRight)
+            attachment_ = static_cast<AttachmentPoint>(tag.integer());
+        return false;
+    };
+    field::read(*filer, filer->subclass("AcDbMText"), others,
+                field::Symbol{7, AcDbTextStyleTableRecord::desc(), style_},
+                field::Point{10, location_}, field::Point{11, direction},
+                field::Real{40, textHeight_}, field::Real{41, width_},
+                field::Real{44, lineSpacing_}, field::Angle{50, rotation},
+                field::Integer{72, flow_}, field::Normal{normal_});
     if (turned || direction.isZeroLength())
         direction = headless::ocsMatrix(normal_) *
                     AcGeVector3d(std::cos(rotation), std::sin(rotation), 0.0);

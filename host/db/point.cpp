@@ -5,8 +5,11 @@
 #include "db/dxf_output.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
+#include "db/named_fields.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbPoint, AcDbEntity, "POINT")
+
+namespace field = headless::field;
 
 Acad::ErrorStatus AcDbPoint::subTransformBy(const AcGeMatrix3d& transform) {
     const headless::FlatTransform flat(transform, normal_);
@@ -26,30 +29,9 @@ void AcDbPoint::subDescribe(headless::GeometrySink& sink) const { sink.point(pos
 
 Acad::ErrorStatus AcDbPoint::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
-    AcGeVector3d normal = AcGeVector3d::kZAxis;
-    for (const headless::DxfTag& tag : filer->subclass("AcDbPoint")) {
-        switch (tag.code) {
-        case 10:
-        case 20:
-        case 30:
-            headless::setCoordinate(position_, tag);
-            break;
-        case 39:
-            thickness_ = tag.real();
-            break;
-        case 50:
-            ecsRotation_ = tag.real() * std::numbers::pi / 180.0;
-            break;
-        case 210:
-        case 220:
-        case 230:
-            headless::setCoordinate(normal, tag);
-            break;
-        default:
-            break;
-        }
-    }
-    normal_ = headless::readNormal(normal);
+    field::read(*filer, filer->subclass("AcDbPoint"), field::Point{10, position_},
+                field::Real{39, thickness_}, field::Angle{50, ecsRotation_},
+                field::Normal{normal_});
     return Acad::eOk;
 }
 

@@ -5,10 +5,12 @@
 #include "db/curve_piece.h"
 #include "db/dxf_output.h"
 #include "db/flat_transform.h"
+#include "db/named_fields.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDb2dPolyline, AcDbCurve, "POLYLINE")
 
 using headless::CurvePiece;
+namespace field = headless::field;
 
 AcDb2dPolyline::AcDb2dPolyline(AcDb::Poly2dType type, AcGePoint3dArray& vertices, double elevation,
                                Adesk::Boolean closed, double defaultStartWidth,
@@ -174,38 +176,15 @@ Acad::ErrorStatus AcDb2dPolyline::subGetGripPoints(AcGePoint3dArray& points) con
 
 Acad::ErrorStatus AcDb2dPolyline::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbCurve::dxfInFields(filer); status != Acad::eOk) return status;
-    AcGeVector3d normal = AcGeVector3d::kZAxis;
-    for (const headless::DxfTag& tag : filer->record().all()) {
-        switch (tag.code) {
-        case 30:
-            elevation_ = tag.real();
-            break;
-        case 39:
-            thickness_ = tag.real();
-            break;
-        case 40:
-            startWidth_ = tag.real();
-            break;
-        case 41:
-            endWidth_ = tag.real();
-            break;
-        case 70:
-            readFlags(tag.integer());
-            break;
-        case 75:
-            if (tag.integer() == 5) type_ = AcDb::k2dQuadSplinePoly;
-            if (tag.integer() == 6) type_ = AcDb::k2dCubicSplinePoly;
-            break;
-        case 210:
-        case 220:
-        case 230:
-            headless::setCoordinate(normal, tag);
-            break;
-        default:
-            break;
-        }
-    }
-    normal_ = headless::readNormal(normal);
+    const auto kind = [this](const headless::DxfTag& tag) {
+        if (tag.code == 70) readFlags(tag.integer());
+        if (tag.code == 75 && tag.integer() == 5) type_ = AcDb::k2dQuadSplinePoly;
+        if (tag.code == 75 && tag.integer() == 6) type_ = AcDb::k2dCubicSplinePoly;
+        return false;
+    };
+    field::read(*filer, filer->record().all(), kind, field::Real{30, elevation_},
+                field::Real{39, thickness_}, field::Real{40, startWidth_},
+                field::Real{41, endWidth_}, field::Normal{normal_});
     return Acad::eOk;
 }
 

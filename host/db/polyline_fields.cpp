@@ -1,47 +1,25 @@
 // Lightweight polylines from their records and back.
 #include <algorithm>
 
-#include "db/dxf_fields.h"
 #include "db/dxf_output.h"
+#include "db/named_fields.h"
 #include "db/polyline.h"
+
+namespace field = headless::field;
 
 Acad::ErrorStatus AcDbPolyline::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbCurve::dxfInFields(filer); status != Acad::eOk) return status;
-    AcGeVector3d normal = AcGeVector3d::kZAxis;
     const auto tags = filer->subclass("AcDbPolyline");
-    for (const headless::DxfTag& tag : tags) {
-        if (readVertexGroup(tag)) continue;
-        switch (tag.code) {
-        case 38:
-            elevation_ = tag.real();
-            break;
-        case 39:
-            thickness_ = tag.real();
-            break;
-        case 43:
-            constantWidth_ = tag.real();
-            break;
-        case 70:
-            closed_ = (tag.integer() & 1) != 0;
-            plinegen_ = (tag.integer() & 128) != 0;
-            break;
-        case 90: {
-            // The count may lie: no more vertices can come than there are pairs of groups.
-            const auto most = static_cast<std::int64_t>(tags.size() / 2);
-            points_.reserve(
-                static_cast<std::size_t>(std::clamp<std::int64_t>(tag.integer(), 0, most)));
-            break;
-        }
-        case 210:
-        case 220:
-        case 230:
-            headless::setCoordinate(normal, tag);
-            break;
-        default:
-            break;
-        }
-    }
-    normal_ = headless::readNormal(normal);
+    const auto vertices = [this, most = static_cast<std::int64_t>(tags.size() / 2)](
+                              const headless::DxfTag& tag) {
+        if (tag.code != 90) return readVertexGroup(tag);
+        // The count may lie: no more vertices can come than there are pairs of groups.
+        points_.reserve(static_cast<std::size_t>(std::clamp<std::int64_t>(tag.integer(), 0, most)));
+        return true;
+    };
+    field::read(*filer, tags, vertices, field::Real{38, elevation_}, field::Real{39, thickness_},
+                field::Real{43, constantWidth_}, field::Bit{70, 1, closed_},
+                field::Bit{70, 128, plinegen_}, field::Normal{normal_});
     completeLists();
     return Acad::eOk;
 }

@@ -5,12 +5,13 @@
 #include "db/dxf_fields.h"
 #include "db/dxf_output.h"
 #include "db/geometry_sink.h"
+#include "db/named_fields.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbRasterImage, AcDbEntity, "IMAGE")
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbWipeout, AcDbRasterImage, "WIPEOUT")
 
 using headless::DxfTag;
-using headless::setCoordinate;
+namespace field = headless::field;
 
 void AcDbRasterImage::getOrientation(AcGePoint3d& origin, AcGeVector3d& u, AcGeVector3d& v) const {
     origin = look(origin_);
@@ -70,66 +71,24 @@ void AcDbRasterImage::subDescribe(headless::GeometrySink& sink) const {
 
 Acad::ErrorStatus AcDbRasterImage::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
-    for (const DxfTag& tag : filer->subclass(marker()))
-        if (!readPoint(tag)) readField(*filer, tag);
+    const auto others = [this](const DxfTag& tag) { return readField(tag); };
+    field::read(*filer, filer->subclass(marker()), field::Point{10, origin_}, field::Point{11, u_},
+                field::Point{12, v_}, field::Point{13, size_}, field::Points{14, boundary_}, others,
+                field::Integer{70, display_}, field::Flag{280, clipped_},
+                field::Flag{290, inverted_}, field::Id{340, definition_});
     return Acad::eOk;
 }
 
-bool AcDbRasterImage::readPoint(const DxfTag& tag) {
-    switch (tag.code < 10 || tag.code >= 40 ? 0 : tag.code % 10 + 10) {
-    case 10:
-        setCoordinate(origin_, tag);
-        return true;
-    case 11:
-        setCoordinate(u_, tag);
-        return true;
-    case 12:
-        setCoordinate(v_, tag);
-        return true;
-    case 13:
-        if (tag.code < 30) setCoordinate(size_, tag);
-        return true;
-    case 14:
-        if (tag.code == 14) boundary_.emplace_back();
-        if (tag.code < 30 && !boundary_.empty()) setCoordinate(boundary_.back(), tag);
-        return true;
-    default:
-        return false;
-    }
-}
-
-void AcDbRasterImage::readField(AcDbDxfFiler& filer, const DxfTag& tag) {
+/// Groups with a range of their own.
+bool AcDbRasterImage::readField(const DxfTag& tag) {
     const auto percent = [&tag] {
         return static_cast<Adesk::Int8>(std::clamp<std::int64_t>(tag.integer(), 0, 100));
     };
-    switch (tag.code) {
-    case 70:
-        display_ = static_cast<int>(tag.integer());
-        break;
-    case 71:
-        boundaryType_ = tag.integer() == kPoly ? kPoly : kRect;
-        break;
-    case 280:
-        clipped_ = tag.flag();
-        break;
-    case 281:
-        brightness_ = percent();
-        break;
-    case 282:
-        contrast_ = percent();
-        break;
-    case 283:
-        fade_ = percent();
-        break;
-    case 290:
-        inverted_ = tag.flag();
-        break;
-    case 340:
-        definition_ = filer.objectId(tag);
-        break;
-    default:
-        break;
-    }
+    if (tag.code == 71) boundaryType_ = tag.integer() == kPoly ? kPoly : kRect;
+    if (tag.code == 281) brightness_ = percent();
+    if (tag.code == 282) contrast_ = percent();
+    if (tag.code == 283) fade_ = percent();
+    return false;
 }
 
 Acad::ErrorStatus AcDbRasterImage::dxfOutFields(AcDbDxfFiler* filer) const {

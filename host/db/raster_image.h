@@ -59,8 +59,7 @@ protected:
     virtual const char* marker() const { return "AcDbRasterImage"; }
 
 private:
-    bool readPoint(const headless::DxfTag& tag);
-    void readField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
+    bool readField(const headless::DxfTag& tag);
     void writeBoundary(headless::DxfOutput& out) const;
     AcGePoint3d placeOf(const AcGePoint2d& pixel) const;
 

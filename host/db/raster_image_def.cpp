@@ -1,9 +1,11 @@
 #include "db/raster_image_def.h"
 
-#include "db/dxf_fields.h"
 #include "db/dxf_output.h"
+#include "db/named_fields.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbRasterImageDef, AcDbObject, "IMAGEDEF")
+
+namespace field = headless::field;
 
 Acad::ErrorStatus AcDbRasterImageDef::setSourceFileName(const ACHAR* file) {
     return file == nullptr ? Acad::eInvalidInput : change(file_, file);
@@ -11,29 +13,9 @@ Acad::ErrorStatus AcDbRasterImageDef::setSourceFileName(const ACHAR* file) {
 
 Acad::ErrorStatus AcDbRasterImageDef::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbObject::dxfInFields(filer); status != Acad::eOk) return status;
-    for (const headless::DxfTag& tag : filer->subclass("AcDbRasterImageDef")) {
-        switch (tag.code) {
-        case 1:
-            file_ = filer->text(tag);
-            break;
-        case 10:
-        case 20:
-            headless::setCoordinate(size_, tag);
-            break;
-        case 11:
-        case 21:
-            headless::setCoordinate(pixelSize_, tag);
-            break;
-        case 280:
-            loaded_ = tag.flag();
-            break;
-        case 281:
-            resolutionUnits_ = static_cast<int>(tag.integer());
-            break;
-        default:
-            break;
-        }
-    }
+    field::read(*filer, filer->subclass("AcDbRasterImageDef"), field::Text{1, file_},
+                field::Point{10, size_}, field::Point{11, pixelSize_}, field::Flag{280, loaded_},
+                field::Integer{281, resolutionUnits_});
     return Acad::eOk;
 }
 

@@ -3,10 +3,13 @@
 #include "db/dxf_output.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
+#include "db/named_fields.h"
 #include "db/trace.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbSolid, AcDbEntity, "SOLID")
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbTrace, AcDbEntity, "TRACE")
+
+namespace field = headless::field;
 
 namespace headless {
 
@@ -51,23 +54,12 @@ void FlatQuad::subDescribe(GeometrySink& sink) const {
 }
 
 Acad::ErrorStatus FlatQuad::readCorners(AcDbDxfFiler& filer) {
-    AcGeVector3d normal = AcGeVector3d::kZAxis;
-    bool hasFourth = false;
-    for (const DxfTag& tag : filer.record().all()) {
-        const int corner = tag.code % 10;
-        const int coordinate = tag.code / 10;
-        if (coordinate >= 1 && coordinate <= 3 && corner <= 3) {
-            setCoordinate(corners_[static_cast<std::size_t>(corner)], tag);
-            hasFourth = hasFourth || corner == 3;
-        } else if (tag.code == 39) {
-            thickness_ = tag.real();
-        } else if (tag.code == 210 || tag.code == 220 || tag.code == 230) {
-            setCoordinate(normal, tag);
-        }
-    }
+    const auto tags = filer.record().all();
+    field::read(filer, tags, field::Normal{normal_}, field::Point{10, corners_[0]},
+                field::Point{11, corners_[1]}, field::Point{12, corners_[2]},
+                field::Point{13, corners_[3]}, field::Real{39, thickness_});
     // A triangle repeats its third corner; careless files leave the fourth out.
-    if (!hasFourth) corners_[3] = corners_[2];
-    normal_ = readNormal(normal);
+    if (filer.record().find(13) == nullptr) corners_[3] = corners_[2];
     for (AcGePoint3d& corner : corners_)
         corner = ocsToWorld(corner, normal_);
     return Acad::eOk;

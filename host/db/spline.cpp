@@ -4,13 +4,14 @@
 #include <cmath>
 
 #include "db/curve_piece.h"
-#include "db/dxf_fields.h"
 #include "db/dxf_output.h"
+#include "db/named_fields.h"
 #include "ge/spline.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbSpline, AcDbCurve, "SPLINE")
 
 using headless::Spline;
+namespace field = headless::field;
 
 namespace {
 
@@ -232,58 +233,17 @@ Acad::ErrorStatus AcDbSpline::dxfInFields(AcDbDxfFiler* filer) {
     AcGeVector3d startTangent;
     AcGeVector3d endTangent;
     const auto tags = filer->subclass("AcDbSpline");
-    for (const headless::DxfTag& tag : tags) {
-        switch (tag.code) {
-        case 10:
-            curve.points.emplace_back();
-            [[fallthrough]];
-        case 20:
-        case 30:
-            if (!curve.points.empty()) headless::setCoordinate(curve.points.back(), tag);
-            break;
-        case 11:
-            fitPoints_.emplace_back();
-            [[fallthrough]];
-        case 21:
-        case 31:
-            if (!fitPoints_.empty()) headless::setCoordinate(fitPoints_.back(), tag);
-            break;
-        case 12:
-        case 22:
-        case 32:
-            headless::setCoordinate(startTangent, tag);
-            break;
-        case 13:
-        case 23:
-        case 33:
-            headless::setCoordinate(endTangent, tag);
-            break;
-        case 40:
-            curve.knots.push_back(tag.real());
-            break;
-        case 41:
-            curve.weights.push_back(tag.real());
-            break;
-        case 42:
-            knotTolerance_ = tag.real();
-            break;
-        case 43:
-            controlPointTolerance_ = tag.real();
-            break;
-        case 44:
-            fitTolerance_ = tag.real();
-            break;
-        case 70:
-            closed_ = (tag.integer() & 1) != 0;
-            periodic_ = (tag.integer() & 2) != 0;
-            break;
-        case 71:
-            curve.degree = static_cast<int>(tag.integer());
-            break;
-        default:
-            break;
-        }
-    }
+    const auto numbers = [&](const headless::DxfTag& tag) {
+        if (tag.code == 40) curve.knots.push_back(tag.real());
+        if (tag.code == 41) curve.weights.push_back(tag.real());
+        return tag.code == 40 || tag.code == 41;
+    };
+    field::read(*filer, tags, numbers, field::Points{10, curve.points},
+                field::Points{11, fitPoints_}, field::Point{12, startTangent},
+                field::Point{13, endTangent}, field::Real{42, knotTolerance_},
+                field::Real{43, controlPointTolerance_}, field::Real{44, fitTolerance_},
+                field::Bit{70, 1, closed_}, field::Bit{70, 2, periodic_},
+                field::Integer{71, curve.degree});
     startTangent_ = asTangent(startTangent);
     endTangent_ = asTangent(endTangent);
     if (curve.isValid())

@@ -6,6 +6,7 @@
 #include "db/dxf_output.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
+#include "db/named_fields.h"
 #include "db/resbuf.h"
 #include "db/text_metrics.h"
 #include "db/text_style_table.h"
@@ -13,6 +14,8 @@
 #include "rx/ac_string.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbText, AcDbEntity, "TEXT")
+
+namespace field = headless::field;
 
 AcDbText::AcDbText(const AcGePoint3d& position, const ACHAR* text, AcDbObjectId style,
                    double height, double rotation)
@@ -201,62 +204,18 @@ void AcDbText::takePlacingFrom(const AcDbText& other) {
 }
 
 void AcDbText::readText(AcDbDxfFiler& filer, std::span<const headless::DxfTag> tags) {
-    AcGePoint3d position;
-    AcGePoint3d alignment;
-    AcGeVector3d normal = AcGeVector3d::kZAxis;
-    for (const headless::DxfTag& tag : tags) {
-        switch (tag.code) {
-        case 1:
-            text_ = filer.text(tag);
-            break;
-        case 7:
-            style_ = filer.symbolId(AcDbTextStyleTableRecord::desc(), tag);
-            break;
-        case 10:
-        case 20:
-        case 30:
-            headless::setCoordinate(position, tag);
-            break;
-        case 11:
-        case 21:
-        case 31:
-            headless::setCoordinate(alignment, tag);
-            break;
-        case 39:
-            thickness_ = tag.real();
-            break;
-        case 40:
-            height_ = tag.real();
-            break;
-        case 41:
-            widthFactor_ = tag.real();
-            break;
-        case 50:
-            rotation_ = tag.real() * std::numbers::pi / 180.0;
-            break;
-        case 51:
-            oblique_ = tag.real() * std::numbers::pi / 180.0;
-            break;
-        case 71:
-            mirroredInX_ = (tag.integer() & 2) != 0;
-            mirroredInY_ = (tag.integer() & 4) != 0;
-            break;
-        case 72:
-            if (tag.integer() >= 0 && tag.integer() <= AcDb::kTextFit)
-                horizontal_ = static_cast<AcDb::TextHorzMode>(tag.integer());
-            break;
-        case 210:
-        case 220:
-        case 230:
-            headless::setCoordinate(normal, tag);
-            break;
-        default:
-            break;
-        }
-    }
-    normal_ = headless::readNormal(normal);
-    position_ = headless::ocsToWorld(position, normal_);
-    alignment_ = headless::ocsToWorld(alignment, normal_);
+    const auto mode = [this](const headless::DxfTag& tag) {
+        if (tag.code == 72 && tag.integer() >= 0 && tag.integer() <= AcDb::kTextFit)
+            horizontal_ = static_cast<AcDb::TextHorzMode>(tag.integer());
+        return tag.code == 72;
+    };
+    field::read(filer, tags, field::Text{1, text_},
+                field::Symbol{7, AcDbTextStyleTableRecord::desc(), style_}, field::Normal{normal_},
+                field::OcsPoint{10, position_, normal_}, field::OcsPoint{11, alignment_, normal_},
+                field::Real{39, thickness_}, field::Real{40, height_},
+                field::Real{41, widthFactor_}, field::Angle{50, rotation_},
+                field::Angle{51, oblique_}, field::Bit{71, 2, mirroredInX_},
+                field::Bit{71, 4, mirroredInY_}, mode);
 }
 
 void AcDbText::readVerticalMode(const headless::DxfTag& tag) {

@@ -6,6 +6,7 @@
 #include "db/dxf_fields.h"
 #include "db/dxf_output.h"
 #include "db/geometry_sink.h"
+#include "db/named_fields.h"
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbVertex, AcDbEntity)
 HEADLESS_DXF_DEFINE_MEMBERS(AcDb2dVertex, AcDbVertex, "VERTEX")
@@ -13,6 +14,8 @@ HEADLESS_DXF_DEFINE_MEMBERS(AcDb3dPolylineVertex, AcDbVertex, "VERTEX")
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbPolygonMeshVertex, AcDbVertex, "VERTEX")
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbPolyFaceMeshVertex, AcDbVertex, "VERTEX")
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbFaceRecord, AcDbVertex, "VERTEX")
+
+namespace field = headless::field;
 
 Acad::ErrorStatus AcDbVertex::dxfOutFields(AcDbDxfFiler* filer) const {
     const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer);
@@ -64,35 +67,15 @@ AcDb2dVertex::AcDb2dVertex(const AcGePoint3d& position, double bulge, double sta
 
 Acad::ErrorStatus AcDb2dVertex::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbVertex::dxfInFields(filer); status != Acad::eOk) return status;
-    for (const headless::DxfTag& tag : filer->record().all()) {
-        switch (tag.code) {
-        case 10:
-        case 20:
-        case 30:
-            headless::setCoordinate(position_, tag);
-            break;
-        case 40:
-        case 41:
-            (tag.code == 40 ? shape_.startWidth : shape_.endWidth) = tag.real();
-            shape_.ownWidths = true;
-            break;
-        case 42:
-            shape_.bulge = tag.real();
-            break;
-        case 50:
-            tangent_ = tag.real() * std::numbers::pi / 180.0;
-            break;
-        case 70:
-            type_ = flatType(tag.integer());
-            tangentUsed_ = (tag.integer() & kTangent) != 0;
-            break;
-        case 91:
-            identifier_ = static_cast<Adesk::Int32>(tag.integer());
-            break;
-        default:
-            break;
-        }
-    }
+    const auto others = [this](const headless::DxfTag& tag) {
+        shape_.ownWidths = shape_.ownWidths || tag.code == 40 || tag.code == 41;
+        if (tag.code == 70) type_ = flatType(tag.integer());
+        return false;
+    };
+    field::read(*filer, filer->record().all(), others, field::Point{10, position_},
+                field::Real{40, shape_.startWidth}, field::Real{41, shape_.endWidth},
+                field::Real{42, shape_.bulge}, field::Angle{50, tangent_},
+                field::Bit{70, kTangent, tangentUsed_}, field::Integer{91, identifier_});
     return Acad::eOk;
 }
 
@@ -117,20 +100,11 @@ namespace headless {
 
 Acad::ErrorStatus SpaceVertex::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbVertex::dxfInFields(filer); status != Acad::eOk) return status;
-    for (const DxfTag& tag : filer->record().all()) {
-        switch (tag.code) {
-        case 10:
-        case 20:
-        case 30:
-            setCoordinate(position_, tag);
-            break;
-        case 70:
-            type_ = spaceType(tag.integer());
-            break;
-        default:
-            break;
-        }
-    }
+    const auto type = [this](const DxfTag& tag) {
+        if (tag.code == 70) type_ = spaceType(tag.integer());
+        return false;
+    };
+    field::read(*filer, filer->record().all(), field::Point{10, position_}, type);
     return Acad::eOk;
 }
 

@@ -1,10 +1,9 @@
 #include "db/view_tables.h"
 
-#include <numbers>
-
 #include "db/dxf_fields.h"
 #include "db/dxf_filer.h"
 #include "db/dxf_output.h"
+#include "db/named_fields.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbUCSTableRecord, AcDbSymbolTableRecord, "UCS")
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbAbstractViewTableRecord, AcDbSymbolTableRecord)
@@ -14,154 +13,56 @@ ACRX_CONS_DEFINE_MEMBERS(AcDbUCSTable, AcDbSymbolTable, 0)
 ACRX_CONS_DEFINE_MEMBERS(AcDbViewTable, AcDbSymbolTable, 0)
 ACRX_CONS_DEFINE_MEMBERS(AcDbViewportTable, AcDbSymbolTable, 0)
 
-using headless::DxfTag;
-using headless::setCoordinate;
+namespace field = headless::field;
 
 namespace {
 
-constexpr double kRadians = std::numbers::pi / 180.0;
 constexpr std::uint32_t kAllModes = 0x1F;
-
-/// Which point of a record a group is of: codes 12, 22 and 32 are of the point 12.
-int pointOf(int code) { return code >= 10 && code <= 39 ? 10 + code % 10 : 0; }
-
-void setCoordinate2d(AcGePoint2d& point, const DxfTag& tag) {
-    if (tag.code < 30) setCoordinate(point, tag);
-}
 
 } // namespace
 
 Acad::ErrorStatus AcDbUCSTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbSymbolTableRecord::dxfInFields(filer); status != Acad::eOk)
         return status;
-    for (const DxfTag& tag : filer->subclass("AcDbUCSTableRecord")) {
-        switch (pointOf(tag.code)) {
-        case 10:
-            setCoordinate(origin_, tag);
-            break;
-        case 11:
-            setCoordinate(xAxis_, tag);
-            break;
-        case 12:
-            setCoordinate(yAxis_, tag);
-            break;
-        default:
-            break;
-        }
-    }
+    field::read(*filer, filer->subclass("AcDbUCSTableRecord"), field::Point{10, origin_},
+                field::Point{11, xAxis_}, field::Point{12, yAxis_});
     return Acad::eOk;
 }
 
-bool AcDbAbstractViewTableRecord::readView(const DxfTag& tag) {
-    switch (tag.code) {
-    case 42:
-        view_.lensLength = tag.real();
-        return true;
-    case 43:
-        view_.frontClip = tag.real();
-        return true;
-    case 44:
-        view_.backClip = tag.real();
-        return true;
-    case 71:
-        view_.mode = static_cast<short>(tag.integer());
-        return true;
-    default:
-        return false;
-    }
+void AcDbAbstractViewTableRecord::readLens(AcDbDxfFiler& filer, const char* marker) {
+    field::read(filer, filer.subclass(marker), field::Real{42, view_.lensLength},
+                field::Real{43, view_.frontClip}, field::Real{44, view_.backClip},
+                field::Integer{71, view_.mode});
 }
 
 Acad::ErrorStatus AcDbViewTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbSymbolTableRecord::dxfInFields(filer); status != Acad::eOk)
         return status;
-    for (const DxfTag& tag : filer->subclass("AcDbViewTableRecord")) {
-        if (!readView(tag)) readField(tag);
-    }
+    constexpr const char* kMarker = "AcDbViewTableRecord";
+    readLens(*filer, kMarker);
+    field::read(*filer, filer->subclass(kMarker), field::Point{10, view_.center},
+                field::Point{11, view_.direction}, field::Point{12, view_.target},
+                field::Real{40, view_.height}, field::Real{41, width_},
+                field::Angle{50, view_.twist}, field::Bit{70, 1, paperSpace_});
     headless::makeUsable(view_);
     return Acad::eOk;
-}
-
-void AcDbViewTableRecord::readField(const DxfTag& tag) {
-    switch (pointOf(tag.code)) {
-    case 10:
-        return setCoordinate2d(view_.center, tag);
-    case 11:
-        return setCoordinate(view_.direction, tag);
-    case 12:
-        return setCoordinate(view_.target, tag);
-    default:
-        break;
-    }
-    switch (tag.code) {
-    case 40:
-        view_.height = tag.real();
-        break;
-    case 41:
-        width_ = tag.real();
-        break;
-    case 50:
-        view_.twist = tag.real() * kRadians;
-        break;
-    case 70:
-        paperSpace_ = (tag.integer() & 1) != 0;
-        break;
-    default:
-        break;
-    }
 }
 
 Acad::ErrorStatus AcDbViewportTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     if (const auto status = AcDbSymbolTableRecord::dxfInFields(filer); status != Acad::eOk)
         return status;
+    constexpr const char* kMarker = "AcDbViewportTableRecord";
     double aspect = 1.0;
-    for (const DxfTag& tag : filer->subclass("AcDbViewportTableRecord")) {
-        if (tag.code == 41)
-            aspect = tag.real();
-        else if (!readPoint(tag) && !readView(tag))
-            readField(tag);
-    }
+    readLens(*filer, kMarker);
+    field::read(*filer, filer->subclass(kMarker), field::Point{10, lowerLeft_},
+                field::Point{11, upperRight_}, field::Point{12, view_.center},
+                field::Point{16, view_.direction}, field::Point{17, view_.target},
+                field::Real{40, view_.height}, field::Real{45, view_.height}, // newer files'
+                field::Real{41, aspect}, field::Angle{50, snapAngle_},
+                field::Angle{51, view_.twist});
     headless::makeUsable(view_);
     width_ = view_.height * aspect;
     return Acad::eOk;
-}
-
-bool AcDbViewportTableRecord::readPoint(const DxfTag& tag) {
-    switch (pointOf(tag.code)) {
-    case 10:
-        setCoordinate2d(lowerLeft_, tag);
-        return true;
-    case 11:
-        setCoordinate2d(upperRight_, tag);
-        return true;
-    case 12:
-        setCoordinate2d(view_.center, tag);
-        return true;
-    case 16:
-        setCoordinate(view_.direction, tag);
-        return true;
-    case 17:
-        setCoordinate(view_.target, tag);
-        return true;
-    default:
-        return false;
-    }
-}
-
-void AcDbViewportTableRecord::readField(const DxfTag& tag) {
-    switch (tag.code) {
-    case 40:
-    case 45: // newer files' height
-        view_.height = tag.real();
-        break;
-    case 50:
-        snapAngle_ = tag.real() * kRadians;
-        break;
-    case 51:
-        view_.twist = tag.real() * kRadians;
-        break;
-    default:
-        break;
-    }
 }
 
 Acad::ErrorStatus AcDbViewportTable::checkName(const AcDbSymbolTableRecord& record) const {

@@ -100,7 +100,7 @@ protected:
         return Acad::eOk;
     }
     /// Reads what views and viewports store under the same codes; false for other groups.
-    bool readView(const headless::DxfTag& tag);
+    void readLens(AcDbDxfFiler& filer, const char* marker);
     void writeLens(headless::DxfOutput& out) const;
     void writeMode(headless::DxfOutput& out) const;
 
@@ -121,8 +121,6 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
-    void readField(const headless::DxfTag& tag);
-
     bool paperSpace_ = false;
 };
 
@@ -155,9 +153,6 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
-    bool readPoint(const headless::DxfTag& tag);
-    void readField(const headless::DxfTag& tag);
-
     AcGePoint2d lowerLeft_;
     AcGePoint2d upperRight_{1.0, 1.0};
     double snapAngle_ = 0.0;

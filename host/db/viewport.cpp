@@ -2,22 +2,21 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 #include "db/dxf_fields.h"
 #include "db/dxf_output.h"
 #include "db/geometry_sink.h"
 #include "db/layer_table.h"
+#include "db/named_fields.h"
 #include "db/residence.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbViewport, AcDbEntity, "VIEWPORT")
 
 using headless::DxfTag;
-using headless::setCoordinate;
+namespace field = headless::field;
 
 namespace {
 
-constexpr double kRadians = std::numbers::pi / 180.0;
 constexpr short kSheetNumber = 1;
 constexpr std::uint32_t kOff = 0x20000;
 constexpr std::uint32_t kClipped = 0x10000; // by another entity
@@ -67,10 +66,20 @@ Acad::ErrorStatus AcDbViewport::dxfInFields(AcDbDxfFiler* filer) {
     number_ = 0;
     view_.height = 0.0;
     bool hasViewCenter = false;
-    for (const DxfTag& tag : filer->subclass("AcDbViewport")) {
+    const auto others = [&](const DxfTag& tag) {
         hasViewCenter = hasViewCenter || tag.code == 12;
-        if (!readPoint(tag)) readField(*filer, tag);
-    }
+        if (tag.code == 90) readModes(tag.integer());
+        const bool frozen = tag.code == 331 || tag.code == 341; // that one in files before 2000
+        if (frozen) frozenLayers_.push_back(filer->objectId(tag));
+        return frozen;
+    };
+    field::read(*filer, filer->subclass("AcDbViewport"), others, field::Point{10, centerPoint_},
+                field::Point{12, view_.center}, field::Point{16, view_.direction},
+                field::Point{17, view_.target}, field::Real{40, width_}, field::Real{41, height_},
+                field::Real{42, view_.lensLength}, field::Real{43, view_.frontClip},
+                field::Real{44, view_.backClip}, field::Real{45, view_.height},
+                field::Angle{51, view_.twist}, field::Integer{69, number_},
+                field::Id{340, clipEntity_});
     // Older files tell the view in extended data, if at all: it shows its own part of the sheet.
     if (!hasViewCenter) view_.center.set(centerPoint_.x, centerPoint_.y);
     if (!(view_.height > 0.0)) view_.height = height_;
@@ -78,66 +87,10 @@ Acad::ErrorStatus AcDbViewport::dxfInFields(AcDbDxfFiler* filer) {
     return Acad::eOk;
 }
 
-bool AcDbViewport::readPoint(const DxfTag& tag) {
-    switch (tag.code % 10 + (tag.code >= 10 && tag.code < 40 ? 10 : 0)) {
-    case 10:
-        setCoordinate(centerPoint_, tag);
-        return true;
-    case 12:
-        if (tag.code < 30) setCoordinate(view_.center, tag);
-        return true;
-    case 16:
-        setCoordinate(view_.direction, tag);
-        return true;
-    case 17:
-        setCoordinate(view_.target, tag);
-        return true;
-    default:
-        return false;
-    }
-}
-
-void AcDbViewport::readField(AcDbDxfFiler& filer, const DxfTag& tag) {
-    switch (tag.code) {
-    case 40:
-        width_ = tag.real();
-        break;
-    case 41:
-        height_ = tag.real();
-        break;
-    case 42:
-        view_.lensLength = tag.real();
-        break;
-    case 43:
-        view_.frontClip = tag.real();
-        break;
-    case 44:
-        view_.backClip = tag.real();
-        break;
-    case 45:
-        view_.height = tag.real();
-        break;
-    case 51:
-        view_.twist = tag.real() * kRadians;
-        break;
-    case 69:
-        number_ = static_cast<short>(tag.integer());
-        break;
-    case 90:
-        on_ = (tag.integer() & kOff) == 0;
-        clipped_ = (tag.integer() & kClipped) != 0;
-        view_.mode = static_cast<short>(tag.integer() & kModes);
-        break;
-    case 331:
-    case 341: // of files before 2000
-        frozenLayers_.push_back(filer.objectId(tag));
-        break;
-    case 340:
-        clipEntity_ = filer.objectId(tag);
-        break;
-    default:
-        break;
-    }
+void AcDbViewport::readModes(std::int64_t flags) {
+    on_ = (flags & kOff) == 0;
+    clipped_ = (flags & kClipped) != 0;
+    view_.mode = static_cast<short>(flags & kModes);
 }
 
 Acad::ErrorStatus AcDbViewport::dxfOutFields(AcDbDxfFiler* filer) const {

@@ -94,8 +94,7 @@ protected:
     void subDescribe(headless::GeometrySink& sink) const override;
 
 private:
-    bool readPoint(const headless::DxfTag& tag);
-    void readField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
+    void readModes(std::int64_t flags);
 
     AcGePoint3d centerPoint_;
     double width_ = 1.0;
