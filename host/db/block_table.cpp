@@ -11,6 +11,7 @@
 #include "db/dxf_fields.h"
 #include "db/dxf_filer.h"
 #include "db/dxf_output.h"
+#include "db/fault_hook.h"
 #include "db/named_fields.h"
 #include "db/resbuf.h"
 #include "db/residence.h"
@@ -47,6 +48,7 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbE
     if (entity == nullptr) return Acad::eNullEntityPointer;
     if (database() == nullptr) return Acad::eMustFirstAddBlockToDb;
     if (!entity->objectId().isNull()) return Acad::eAlreadyInDb;
+    if (headless::FaultHook::fails("appendAcDbEntity")) return Acad::eOutOfMemory;
     if (entity->layerId().isNull() && !database()->clayer().isNull())
         entity->setLayer(database()->clayer(), true, true);
     if (const auto status = Residence::enter(*database(), *entity, objectId()); status != Acad::eOk)

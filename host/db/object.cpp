@@ -3,6 +3,7 @@
 #include "db/database.h"
 #include "db/dictionary.h"
 #include "db/dxf_filer.h"
+#include "db/fault_hook.h"
 #include "db/layer_lock.h"
 #include "db/object_data.h"
 #include "db/object_state.h"
@@ -60,6 +61,7 @@ Acad::ErrorStatus AcDbObject::upgradeOpen() {
     if (stub_->readers == 0) return Acad::eNotOpenForRead;
     if (stub_->readers > 1) return Acad::eHadMultipleReaders;
     if (headless::isOnLockedLayer(*this)) return Acad::eOnLockedLayer;
+    if (headless::FaultHook::fails("upgradeOpen")) return Acad::eHadMultipleReaders;
     stub_->readers = 0;
     stub_->openForWrite = true;
     return Acad::eOk;
@@ -95,6 +97,7 @@ Acad::ErrorStatus AcDbObject::downgradeToNotify(bool wasWritable) {
 
 Acad::ErrorStatus AcDbObject::erase(bool erasing) {
     if (stub_ == nullptr) return Acad::eNotInDatabase;
+    if (headless::FaultHook::fails("erase")) return Acad::eCannotBeErasedByCaller;
     const Acad::ErrorStatus status = eraseAlone(erasing);
     if (status != Acad::eOk) return status;
     if (erasing)

@@ -1,6 +1,7 @@
 #include "db/open.h"
 
 #include "db/entity.h"
+#include "db/fault_hook.h"
 #include "db/layer_lock.h"
 #include "db/layer_table.h"
 #include "db/residence.h"
@@ -40,6 +41,8 @@ Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb:
     AcDbStub* const stub = id;
     const Acad::ErrorStatus status = refusal(stub, mode, openErasedObject, openOnLockedLayer);
     if (status != Acad::eOk) return status;
+    if (headless::FaultHook::fails("acdbOpenAcDbObject"))
+        return mode == AcDb::kForRead ? Acad::eWasOpenForWrite : Acad::eWasOpenForRead;
     if (mode == AcDb::kForRead)
         ++stub->readers;
     else if (mode == AcDb::kForWrite)

@@ -3,8 +3,9 @@
 #include <cstdarg>
 #include <optional>
 
+#include "db/fault_hook.h"
 #include "db/undo_journal.h"
-#include "ed/prompts.h"
+#include "ed/prompt_answers.h"
 #include "ed/state.h"
 #include "win/casing.h"
 
@@ -21,10 +22,12 @@ public:
             beginUndoStep(*document_);
         constexpr Adesk::Int32 kNoLock = ACRX_CMD_SESSION | ACRX_CMD_NOINTERNALLOCK;
         if ((command.commandFlags() & kNoLock) != 0) document_ = nullptr;
-        acDocManager->lockDocument(document_, lockMode(command.commandFlags()));
+        locked_ =
+            acDocManager->lockDocument(document_, lockMode(command.commandFlags())) == Acad::eOk;
     }
     ~Activation() {
-        acDocManager->unlockDocument(document_); // Refused harmlessly when it has been closed.
+        // Refused harmlessly when it has been closed.
+        if (locked_) acDocManager->unlockDocument(document_);
         runner_.active_.pop_back();
         endUndoStep();
     }
@@ -51,6 +54,7 @@ private:
 
     CommandRunner& runner_;
     AcApDocument* document_;
+    bool locked_ = false;
     AcDbDatabase* undoDatabase_ = nullptr;
 };
 
@@ -83,6 +87,7 @@ bool CommandRunner::runPending(bool fromReader) {
     while (!quitting_ && (fromReader || !state.input.isEmpty())) {
         const InputAnswer answer = ask(L"\nCommand: ", true);
         if (std::holds_alternative<InputEnded>(answer.value)) break;
+        if (std::holds_alternative<EscapeKey>(answer.value)) state.output.print(L"*Cancel*");
         const auto* text = std::get_if<std::wstring>(&answer.value);
         if (text == nullptr) continue; // Escape, or a click that nobody asked for.
         if (!text->empty()) last_ = *text;
@@ -153,7 +158,8 @@ std::optional<InputItem> itemOf(const resbuf& value) {
 }
 
 /// Runs the commands that the items start, with the items as their only input.
-int runWith(std::vector<InputItem> items) {
+int runWith(const char* call, std::vector<InputItem> items) {
+    if (items.empty() || FaultHook::fails(call)) return RTERROR;
     EdState& state = EdState::current();
     const NestedInput nested(state.input, std::move(items));
     while (!state.input.isEmpty()) {
@@ -181,7 +187,7 @@ int acedCommandS(int rtype, ...) {
     }
     va_end(list);
     if (!valid) return RTREJ;
-    return items.empty() ? RTERROR : headless::runWith(std::move(items));
+    return headless::runWith("acedCommandS", std::move(items));
 }
 
 int acedCmdS(const resbuf* list) {
@@ -192,5 +198,5 @@ int acedCmdS(const resbuf* list) {
         if (!item) return RTREJ;
         items.push_back(std::move(*item));
     }
-    return items.empty() ? RTERROR : headless::runWith(std::move(items));
+    return headless::runWith("acedCmdS", std::move(items));
 }

@@ -1,6 +1,7 @@
 #include "ed/commands.h"
 
 #include <algorithm>
+#include <set>
 
 #include "ed/state.h"
 #include "win/casing.h"
@@ -77,6 +78,15 @@ AcEdCommand* AcEdCommandStack::lookupCmd(const ACHAR* name, bool globalLookup) c
         }
     }
     return nullptr;
+}
+
+std::vector<std::wstring> AcEdCommandStack::globalNames() const {
+    std::set<std::wstring> names;
+    for (const Group& group : groups_) {
+        for (const auto& command : group.commands)
+            names.insert(command->globalName());
+    }
+    return {names.begin(), names.end()};
 }
 
 AcEdCommandIterator* AcEdCommandStack::iterator() {

@@ -84,6 +84,9 @@ public:
     /// @param globalLookup  compares global names, else local ones.
     AcEdCommand* lookupCmd(const ACHAR* name, bool globalLookup) const;
 
+    /// The global names of all commands, in alphabetical order.
+    std::vector<std::wstring> globalNames() const;
+
     /// All commands; the caller deletes it. It is to be used before the stack changes.
     AcEdCommandIterator* iterator();
 

@@ -4,6 +4,7 @@
 #include <limits>
 #include <variant>
 
+#include "db/fault_hook.h"
 #include "db/residence.h"
 #include "db/state.h"
 #include "ed/current_view.h"
@@ -163,7 +164,7 @@ int acedTrans(const ads_point pt, const resbuf* from, const resbuf* to, int disp
     if (db == nullptr || pt == nullptr || from == nullptr || to == nullptr || result == nullptr)
         return RTERROR;
     const auto answer = translated(*db, asPnt3d(pt), *from, *to, disp != 0);
-    if (!answer) return RTERROR;
+    if (!answer || FaultHook::fails("acedTrans")) return RTERROR;
     asPnt3d(result) = *answer;
     return RTNORM;
 }

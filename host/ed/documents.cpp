@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "db/database.h"
+#include "db/fault_hook.h"
 #include "db/state.h"
 #include "ed/state.h"
 
@@ -122,6 +123,7 @@ Acad::ErrorStatus AcApDocManager::lockDocument(AcApDocument* document, AcAp::Doc
                                                const ACHAR* /*localCommand*/, bool /*prompt*/) {
     if (!documents_.contains(document)) return Acad::eInvalidInput;
     if (mode == AcAp::kNone || mode == AcAp::kNotLocked) return Acad::eInvalidInput;
+    if (headless::FaultHook::fails("lockDocument")) return Acad::eLockViolation;
     document->locks_.push_back(mode);
     return Acad::eOk;
 }

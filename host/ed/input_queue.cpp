@@ -60,9 +60,9 @@ InputAnswer InputQueue::nextOf(std::size_t frame, bool word) {
 bool InputQueue::refill(std::size_t frame) {
     if (!frames_[frame].empty()) return true;
     if (frame > 0 || !reader_) return false;
-    std::optional<std::wstring> line = reader_();
-    if (!line) return false;
-    frames_[frame].emplace_back(TypedLine{std::move(*line), readerShows_});
+    std::optional<InputItem> item = reader_();
+    if (!item) return false;
+    frames_[frame].push_back(std::move(*item));
     return true;
 }
 

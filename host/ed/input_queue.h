@@ -3,7 +3,7 @@
 //
 // A typed line is taken word by word as at a real command line: a blank ends an answer, so does the
 // end of the line, and an empty answer is Enter. A prompt for text with blanks takes the rest of
-// the line. When nothing is queued the reader is asked for a line; when it has none either, prompts
+// the line. When nothing is queued the reader is asked for more; when it has none either, prompts
 // are told so and cancel, so that no prompt ever waits for input that cannot come.
 #pragma once
 
@@ -60,7 +60,7 @@ struct InputAnswer {
 
 class InputQueue {
 public:
-    using LineReader = std::function<std::optional<std::wstring>()>;
+    using Reader = std::function<std::optional<InputItem>()>;
 
     InputQueue() : frames_(1) {}
 
@@ -73,12 +73,8 @@ public:
     /// Types the text's lines; a blank at the end of the last one is its Enter.
     void typeText(std::wstring_view text);
 
-    /// Asked for a line whenever nothing is queued. An empty function takes the reader away.
-    /// @param shown  the reader's user sees the line already, as at a terminal.
-    void setReader(LineReader reader, bool shown = false) {
-        reader_ = std::move(reader);
-        readerShows_ = shown;
-    }
+    /// Asked for an item whenever nothing is queued. An empty function takes the reader away.
+    void setReader(Reader reader) { reader_ = std::move(reader); }
 
     /// The next answer of one word.
     InputAnswer nextWord() { return next(true); }
@@ -101,8 +97,7 @@ private:
     bool refill(std::size_t frame);
 
     std::vector<Frame> frames_; // The last belongs to the command that runs; never empty.
-    LineReader reader_;
-    bool readerShows_ = false;
+    Reader reader_;
 };
 
 /// While it lives, prompts are answered by these items alone.

@@ -60,6 +60,13 @@ Keywords::Keywords(std::wstring_view list) {
     }
 }
 
+std::vector<std::wstring> Keywords::names() const {
+    std::vector<std::wstring> result;
+    for (const Keyword& keyword : keywords_)
+        result.push_back(fullForm(keyword.local));
+    return result;
+}
+
 std::optional<std::wstring> Keywords::match(std::wstring_view input) const {
     const bool global = !input.empty() && input.front() == L'_';
     if (global) input.remove_prefix(1);

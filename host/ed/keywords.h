@@ -19,6 +19,8 @@ public:
     explicit Keywords(std::wstring_view list);
 
     bool isEmpty() const { return keywords_.empty(); }
+    /// The keywords in full, as a user may type them.
+    [[nodiscard]] std::vector<std::wstring> names() const;
 
     /// The keyword that `input` stands for, in the form that commands receive; the first of the
     /// list where several fit. An input that starts with an underscore names the

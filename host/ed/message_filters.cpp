@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "db/fault_hook.h"
 #include "ed/state.h"
 
 namespace headless {
@@ -25,6 +26,7 @@ bool MessageFilters::pass(MSG message) {
 
 BOOL acedRegisterFilterWinMsg(AcedFilterWinMsgFn filter) {
     if (filter == nullptr) return FALSE;
+    if (headless::FaultHook::fails("acedRegisterFilterWinMsg")) return FALSE;
     headless::EdState::current().messageFilters.add(filter);
     return TRUE;
 }

@@ -45,13 +45,13 @@ std::optional<double> parseFraction(std::wstring_view text) {
     return text.front() == L'-' ? *whole - fraction : *whole + fraction;
 }
 
-/// "distance<degrees" as an offset.
-std::optional<AcGeVector3d> parsePolar(std::wstring_view text, std::size_t bracket) {
+/// "distance<degrees" in a plane at z.
+std::optional<AcGeVector3d> parsePolar(std::wstring_view text, std::size_t bracket, double z) {
     const auto distance = parseReal(text.substr(0, bracket));
     const auto degrees = parseReal(text.substr(bracket + 1));
     if (!distance || !degrees) return std::nullopt;
     const double angle = *degrees * std::numbers::pi / 180.0;
-    return AcGeVector3d(*distance * std::cos(angle), *distance * std::sin(angle), 0.0);
+    return AcGeVector3d(*distance * std::cos(angle), *distance * std::sin(angle), z);
 }
 
 /// Two or three numbers separated by commas.
@@ -91,14 +91,18 @@ std::optional<AcGePoint3d> parsePoint(std::wstring_view text, const PointFrame& 
     if (relative) text.remove_prefix(1);
     if (relative && text.empty()) return frame.last;
 
+    const bool ofWorld = text.starts_with(L'*');
+    if (ofWorld) text.remove_prefix(1);
+
     const std::size_t bracket = text.find(L'<');
     const bool polar = bracket != std::wstring_view::npos;
     const double missingZ = relative ? 0.0 : frame.elevation;
-    const auto offset = polar ? parsePolar(text, bracket) : parseCoordinates(text, missingZ);
+    const auto offset =
+        polar ? parsePolar(text, bracket, missingZ) : parseCoordinates(text, missingZ);
     if (!offset) return std::nullopt;
-    if (relative) return frame.last + *offset;
-    const double z = polar ? frame.elevation : offset->z;
-    return AcGePoint3d(offset->x, offset->y, z);
+    const AcGeMatrix3d& toUser = ofWorld ? frame.worldToUser : AcGeMatrix3d::kIdentity;
+    if (relative) return frame.last + toUser * *offset;
+    return toUser * AcGePoint3d(offset->x, offset->y, offset->z);
 }
 
 } // namespace headless

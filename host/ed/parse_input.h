@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "ge/matrix3d.h"
 #include "ge/point3d.h"
 
 namespace headless {
@@ -17,13 +18,14 @@ namespace headless {
 
 /// How the coordinates of a typed point are meant.
 struct PointFrame {
-    AcGePoint3d last;       // what "@" starts from
-    double elevation = 0.0; // z of a point given by two coordinates
+    AcGePoint3d last;         // what "@" starts from
+    double elevation = 0.0;   // z of a point given by two coordinates
+    AcGeMatrix3d worldToUser; // what "*" goes through
 };
 
-/// A typed point: "x,y", "x,y,z", "distance<degrees", and each after "@" relative to the last
-/// point;
-/// "@" alone is the last point. Nothing for other text.
+/// A typed point in user coordinates: "x,y", "x,y,z", "distance<degrees", and each after "@"
+/// relative to the last point; "@" alone is the last point. After "*", which may follow "@", they
+/// are coordinates of the world. Nothing for other text.
 [[nodiscard]] std::optional<AcGePoint3d> parsePoint(std::wstring_view text,
                                                     const PointFrame& frame);
 

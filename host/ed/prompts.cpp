@@ -1,41 +1,21 @@
 #include "ed/prompts.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <optional>
 #include <string>
 #include <utility>
 #include <variant>
 
+#include "db/fault_hook.h"
 #include "ed/parse_input.h"
+#include "ed/point_arrays.h"
+#include "ed/prompt_answers.h"
 #include "ed/state.h"
-#include "win/format.h"
 
 namespace headless {
 namespace {
 
 constexpr std::size_t kDefaultTextSize = 133;
-
-std::wstring formatted(const wchar_t* format, std::initializer_list<FormatValue> values) {
-    ValueArguments arguments({values.begin(), values.size()});
-    return formatText(format, arguments);
-}
-
-/// An answer as it would be typed; Escape and the end of input have no text.
-struct TypedForm {
-    std::wstring operator()(const std::wstring& text) const { return text; }
-    std::wstring operator()(int number) const { return formatted(L"%d", {number}); }
-    std::wstring operator()(double number) const { return formatted(L"%.15g", {number}); }
-    std::wstring operator()(const AcGePoint3d& point) const {
-        return formatted(L"%.15g,%.15g,%.15g", {point.x, point.y, point.z});
-    }
-    template <class Textless>
-    std::wstring operator()(const Textless& /*answer*/) const {
-        return {};
-    }
-};
-
-std::wstring shownText(const InputAnswer& answer) { return std::visit(TypedForm{}, answer.value); }
 
 /// What is wrong with an answer, for the user to read.
 struct Refusal {
@@ -52,36 +32,6 @@ void copyText(std::wstring_view text, ACHAR* buffer, std::size_t size) {
     buffer[count] = L'\0';
 }
 
-/// The rules of acedInitGet for this prompt; the next one starts without any.
-PromptRules takeRules() { return std::exchange(EdState::current().promptRules, PromptRules{}); }
-
-/// RTCAN when the answer ends the prompt: Escape, or no more input.
-std::optional<int> cancellation(const InputAnswer& answer) {
-    CommandLineOutput& output = EdState::current().output;
-    if (std::holds_alternative<EscapeKey>(answer.value)) {
-        output.print(L"*Cancel*");
-        return RTCAN;
-    }
-    if (std::holds_alternative<InputEnded>(answer.value)) {
-        output.print(L"\nThere is no more input: the prompt is cancelled.");
-        return RTCAN;
-    }
-    return std::nullopt;
-}
-
-int giveText(std::wstring text) {
-    EdState::current().pickedText = std::move(text);
-    return RTKWORD;
-}
-
-/// RTKWORD when the answer is one of the keywords.
-std::optional<int> keywordOf(const InputAnswer& answer, const PromptRules& rules) {
-    const auto* text = std::get_if<std::wstring>(&answer.value);
-    if (text == nullptr) return std::nullopt;
-    if (auto keyword = rules.keywords.match(*text)) return giveText(std::move(*keyword));
-    return std::nullopt;
-}
-
 bool isTextOrNumber(const InputAnswer& answer) {
     return std::holds_alternative<std::wstring>(answer.value) ||
            std::holds_alternative<double>(answer.value) ||
@@ -92,6 +42,7 @@ bool isTextOrNumber(const InputAnswer& answer) {
 /// @param convert  InputAnswer -> Converted<Value>
 template <class Value, class Convert>
 int askUntilValid(const ACHAR* prompt, const PromptRules& rules, Convert convert, Value& result) {
+    const OfferedKeywords offered(rules.keywords);
     for (;;) {
         const InputAnswer answer = ask(prompt, true);
         if (const auto cancelled = cancellation(answer)) return *cancelled;
@@ -129,67 +80,18 @@ std::optional<double> realOf(const InputAnswer& answer) {
     return std::nullopt;
 }
 
-/// Where a typed point is counted from.
-PointFrame pointFrame(const double* base) {
-    const SystemVariables& variables = EdState::current().variables;
-    PointFrame frame;
-    frame.elevation = variables.real(L"ELEVATION");
-    frame.last =
-        base == nullptr ? variables.point(L"LASTPOINT") : AcGePoint3d(base[0], base[1], base[2]);
-    return frame;
-}
-
-std::optional<AcGePoint3d> pointOf(const InputAnswer& answer, const double* base) {
-    if (const auto* text = std::get_if<std::wstring>(&answer.value)) {
-        return parsePoint(*text, pointFrame(base));
-    }
-    if (const auto* point = std::get_if<AcGePoint3d>(&answer.value)) return *point;
-    return std::nullopt;
-}
-
-/// CMDECHO 0 silences commands that are run by commands.
-bool showsPrompts(const EdState& state) {
-    return !state.input.isNested() ||
-           state.variables.get(L"CMDECHO") != VariableValue(Adesk::Int16{0});
-}
-
-/// A click answers with its point, a key that ends an answer with that; nothing when neither is for
-/// the host.
-std::optional<InputAnswer> meaningOf(InputAnswer answer, MouseAndKeys& hands) {
-    if (const auto* click = std::get_if<MouseClick>(&answer.value)) {
-        const auto point = hands.click(*click);
-        if (!point) return std::nullopt;
-        return InputAnswer{.value = *point, .clicked = click->held};
-    }
-    if (const auto* press = std::get_if<KeyPress>(&answer.value)) {
-        switch (hands.press(*press)) {
-        case KeyMeaning::nothing:
-            return std::nullopt;
-        case KeyMeaning::enter:
-            return InputAnswer{.value = hands.takeTyped()};
-        case KeyMeaning::escape:
-            return InputAnswer{.value = EscapeKey{}};
-        }
-    }
-    return answer;
-}
-
-InputAnswer nextAnswer(EdState& state, bool word) {
-    for (;;) {
-        InputAnswer next = word ? state.input.nextWord() : state.input.nextLine();
-        if (auto answer = meaningOf(std::move(next), state.hands)) return std::move(*answer);
-    }
-}
-
 } // namespace
 
-InputAnswer ask(const ACHAR* prompt, bool word) {
-    EdState& state = EdState::current();
-    const bool shows = showsPrompts(state);
-    if (shows && prompt != nullptr) state.output.print(prompt);
-    InputAnswer answer = nextAnswer(state, word);
-    if (shows && !answer.shown) state.output.print(shownText(answer));
-    return answer;
+PointAnswer askPoint(const ACHAR* prompt, const PromptRules& rules, const double* base) {
+    PointAnswer given{};
+    const auto convert = [&](const InputAnswer& answer) -> Converted<AcGePoint3d> {
+        const auto value = pointOf(answer, base);
+        given.clicked = answer.clicked;
+        if (value) return *value;
+        return Refusal{L"\nA point is needed, for example 100,50 or @20<45."};
+    };
+    given.result = askUntilValid(prompt, rules, convert, given.point);
+    return given;
 }
 
 } // namespace headless
@@ -216,7 +118,8 @@ int acedGetString(int spaces, const ACHAR* prompt, ACHAR* text) {
 
 int acedGetString(int spaces, const ACHAR* prompt, ACHAR* text, std::size_t size) {
     if (text == nullptr || size == 0) return RTERROR;
-    takeRules();
+    EdState::current().promptRules = {};
+    if (FaultHook::fails("acedGetString")) return RTERROR;
     InputAnswer answer = ask(prompt, spaces == 0);
     while (answer.clicked)
         answer = ask(nullptr, spaces == 0);
@@ -232,6 +135,7 @@ int acedGetKword(const ACHAR* prompt, ACHAR* keyword) {
 int acedGetKword(const ACHAR* prompt, ACHAR* keyword, std::size_t size) {
     const PromptRules rules = takeRules();
     if (keyword == nullptr || rules.keywords.isEmpty()) return RTERROR;
+    if (FaultHook::fails("acedGetKword")) return RTERROR;
     const auto convert = [](const InputAnswer& /*answer*/) -> Converted<std::wstring> {
         return Refusal{L"\nThat is none of the options."};
     };
@@ -245,6 +149,7 @@ int acedGetKword(const ACHAR* prompt, ACHAR* keyword, std::size_t size) {
 int acedGetInt(const ACHAR* prompt, int* result) {
     if (result == nullptr) return RTERROR;
     const PromptRules rules = takeRules();
+    if (FaultHook::fails("acedGetInt")) return RTERROR;
     const auto convert = [&](const InputAnswer& answer) -> Converted<int> {
         const auto value = integerOf(answer);
         if (value) return checkSign(*value, rules);
@@ -256,6 +161,7 @@ int acedGetInt(const ACHAR* prompt, int* result) {
 int acedGetReal(const ACHAR* prompt, ads_real* result) {
     if (result == nullptr) return RTERROR;
     const PromptRules rules = takeRules();
+    if (FaultHook::fails("acedGetReal")) return RTERROR;
     const auto convert = [&](const InputAnswer& answer) -> Converted<double> {
         const auto value = realOf(answer);
         if (value) return checkSign(*value, rules);
@@ -267,16 +173,12 @@ int acedGetReal(const ACHAR* prompt, ads_real* result) {
 int acedGetPoint(const ads_point base, const ACHAR* prompt, ads_point result) {
     if (result == nullptr) return RTERROR;
     const PromptRules rules = takeRules();
-    const auto convert = [&](const InputAnswer& answer) -> Converted<AcGePoint3d> {
-        const auto value = pointOf(answer, base);
-        if (value) return *value;
-        return Refusal{L"\nA point is needed, for example 100,50 or @20<45."};
-    };
-    AcGePoint3d point;
-    const int answered = askUntilValid(prompt, rules, convert, point);
-    if (answered != RTNORM) return answered;
-    result[0] = point.x;
-    result[1] = point.y;
-    result[2] = point.z;
-    return RTNORM;
+    if (FaultHook::fails("acedGetPoint")) return RTERROR;
+    const PointAnswer answer = askPoint(prompt, rules, base);
+    if (answer.result == RTNORM) asPnt3d(result) = answer.point;
+    return answer.result;
+}
+
+int acedGetCorner(const ads_point base, const ACHAR* prompt, ads_point result) {
+    return base == nullptr ? RTERROR : acedGetPoint(base, prompt, result);
 }

@@ -43,14 +43,5 @@ int acedGetReal(const ACHAR* prompt, ads_real* result);
 /// A point in user coordinates.
 /// @param base  what relative coordinates start from, or null for the last point (LASTPOINT).
 int acedGetPoint(const ads_point base, const ACHAR* prompt, ads_point result);
-
-namespace headless {
-
-struct InputAnswer;
-
-/// Prints the prompt, takes the next answer and shows it on the command line as typed; prints
-/// nothing for a command run by another one while CMDECHO is 0.
-/// @param word  a blank ends the answer.
-InputAnswer ask(const ACHAR* prompt, bool word);
-
-} // namespace headless
+/// The same with a base that is needed: RTERROR without. Programs draw a box from there.
+int acedGetCorner(const ads_point base, const ACHAR* prompt, ads_point result);

@@ -15,13 +15,16 @@
 ///                any case, an underscore may stand before it. By place, from the current space:
 ///                "W" and "C" what lies inside a box and what crosses it, too; "WP" and "CP" the
 ///                same of a polygon; "F" what a chain of lines crosses; null or empty the newest
-///                that the pick box at a point crosses.
+///                that the pick box at a point crosses. Null or empty without a point, and ":" with
+///                letters: the user chooses (see headless::chooseEntities); "S" the first choice
+///                ends it, "L" without entities on locked layers, "$" with the prompts that
+///                `point1` points to, one for adding and one for removing.
 /// @param point1, point2  user coordinates: two corners or one point as ads_point; for polygons and
 ///                chains `point1` is a chain of buffers with points.
 /// @param filter  which of them, see EntityFilter; null for all.
 /// @param set     gets the set's name. The newest entity comes first.
 /// @return        RTNORM; RTERROR, without a set, when nothing was selected, for another mode, for
-///                a malformed filter and when 128 sets are open.
+///                a malformed filter and when 128 sets are open; RTCAN when the user cancels.
 int acedSSGet(const ACHAR* mode, const void* point1, const void* point2, const resbuf* filter,
               ads_name set);
 

@@ -1,15 +1,83 @@
 #include "ed/selection_modes.h"
 
+#include <algorithm>
 #include <cmath>
+#include <ranges>
 
+#include "db/block_table.h"
+#include "db/entity.h"
+#include "db/layer_table.h"
 #include "db/resbuf.h"
+#include "db/residence.h"
+#include "ed/entity_filter.h"
+#include "ed/state.h"
 #include "ed/user_coordinates.h"
 
 namespace headless {
-
 namespace {
 
+using Ids = std::vector<AcDbObjectId>;
 using Outline = std::vector<AcGePoint2d>;
+
+const AcDbEntity* livingEntity(AcDbObjectId id) {
+    return id.isErased() ? nullptr : Residence::peek<AcDbEntity>(id);
+}
+
+/// What a user could select with the mouse.
+bool isSelectable(const AcDbEntity& entity) {
+    if (entity.visibility() == AcDb::kInvisible) return false;
+    const auto* layer = Residence::peek<AcDbLayerTableRecord>(entity.layerId());
+    return layer == nullptr ||
+           (layer->showsEntities() && !layer->locksEntities() && !layer->isHiddenLayer());
+}
+
+/// The entities of a space, the newest first.
+template <class Take>
+void takeFrom(const AcDbBlockTableRecord& space, Take take) {
+    for (const AcDbObjectId id : space.entityIds() | std::views::reverse) {
+        const auto* entity = livingEntity(id);
+        if (entity != nullptr && !take(id, *entity)) return;
+    }
+}
+
+Ids wholeDrawing(const AcDbDatabase& db, const EntityFilter& filter, bool selectableOnly) {
+    Ids result;
+    const auto take = [&](AcDbObjectId id, const AcDbEntity& entity) {
+        if ((!selectableOnly || isSelectable(entity)) && filter.matches(entity))
+            result.push_back(id);
+        return true;
+    };
+    const auto* blocks = Residence::peek<AcDbBlockTable>(db.blockTableId());
+    if (blocks == nullptr) return result;
+    for (const AcDbObjectId id : blocks->recordIds()) {
+        const auto* block = Residence::peek<AcDbBlockTableRecord>(id);
+        if (block != nullptr && !id.isErased() && block->isSpace()) takeFrom(*block, take);
+    }
+    return result;
+}
+
+Ids lastOf(const AcDbDatabase& db, const EntityFilter& filter) {
+    Ids result;
+    const auto* space = Residence::peek<AcDbBlockTableRecord>(db.currentSpaceId());
+    if (space == nullptr) return result;
+    takeFrom(*space, [&](AcDbObjectId id, const AcDbEntity& entity) {
+        if (!isSelectable(entity)) return true;
+        if (filter.matches(entity)) result.push_back(id);
+        return false;
+    });
+    return result;
+}
+
+/// Those of a former selection that are still there; its drawing may be closed by now.
+Ids stillThere(const AcDbDatabase& db, const Ids& ids, const EntityFilter& filter) {
+    Ids result;
+    std::ranges::copy_if(ids, std::back_inserter(result), [&](AcDbObjectId id) {
+        if (!db.ownsStub(id)) return false;
+        const auto* entity = livingEntity(id);
+        return entity != nullptr && filter.matches(*entity);
+    });
+    return result;
+}
 
 /// Where a point of user coordinates is seen.
 std::optional<AcGePoint2d> seen(const AcDbDatabase& db, const void* point) {
@@ -47,11 +115,24 @@ std::optional<Outline> pickBox(const AcDbDatabase& db, const void* point) {
     return place ? std::optional(pickBoxAround(db, *place)) : std::nullopt;
 }
 
+/// What a mode selects that goes by no place; nothing for another mode.
+std::optional<Ids> selectedAnywhere(const AcDbDatabase& db, std::wstring_view mode,
+                                    const EntityFilter& filter) {
+    const SelectionSets& sets = EdState::current().selections;
+    if (mode == L"X") return wholeDrawing(db, filter, false);
+    if (mode == L"A") return wholeDrawing(db, filter, true);
+    if (mode == L"L") return lastOf(db, filter);
+    if (mode == L"P") return stillThere(db, sets.previous, filter);
+    if (mode == L"I") return stillThere(db, sets.implied, filter);
+    return std::nullopt;
+}
+
 } // namespace
 
-std::optional<std::vector<AcDbObjectId>> selectByMode(const AcDbDatabase& db,
-                                                      std::wstring_view mode, const void* point1,
-                                                      const void* point2, const Accepts& accepts) {
+std::optional<Ids> selectByMode(const AcDbDatabase& db, std::wstring_view mode, const void* point1,
+                                const void* point2, const EntityFilter& filter) {
+    if (auto ids = selectedAnywhere(db, mode, filter)) return ids;
+    const Accepts accepts = [&](const AcDbEntity& entity) { return filter.matches(entity); };
     const auto select = [&](PickBy how, const std::optional<Outline>& outline,
                             std::size_t most = SIZE_MAX) {
         return outline ? std::optional(selectByPlace(db, how, *outline, accepts, most))
@@ -64,6 +145,17 @@ std::optional<std::vector<AcDbObjectId>> selectByMode(const AcDbDatabase& db,
     if (mode == L"F") return select(PickBy::fence, seenChain(db, point1, 2));
     if (mode.empty()) return select(PickBy::crossing, pickBox(db, point1), 1);
     return std::nullopt;
+}
+
+std::vector<AcDbObjectId> selectableInSpace(const AcDbDatabase& db, const EntityFilter& filter) {
+    Ids result;
+    const auto* space = Residence::peek<AcDbBlockTableRecord>(db.currentSpaceId());
+    if (space == nullptr) return result;
+    takeFrom(*space, [&](AcDbObjectId id, const AcDbEntity& entity) {
+        if (isSelectable(entity) && filter.matches(entity)) result.push_back(id);
+        return true;
+    });
+    return result;
 }
 
 } // namespace headless

@@ -1,4 +1,4 @@
-// What the modes of acedSSGet that go by place mean.
+// What the modes of acedSSGet mean.
 #pragma once
 
 #include <optional>
@@ -9,13 +9,21 @@
 
 namespace headless {
 
-/// @param mode    "W", "C": window and crossing box by two corners; "WP", "CP", "F": by a chain of
-///                result buffers that hold points; "": what the pick box at a point holds, the
-///                newest alone. In capitals.
-/// @param point1, point2  an ads_point each, or the chain; user coordinates.
+class EntityFilter;
+
+/// The entities that a mode selects, the newest first where it makes no order.
+///
+/// @param mode    one that acedSSGet names, in capitals.
+/// @param point1, point2  an ads_point each, or a chain of result buffers that hold points; user
+///                coordinates.
 /// @return        nothing for another mode, for missing points and for fewer than a mode needs.
 [[nodiscard]] std::optional<std::vector<AcDbObjectId>>
 selectByMode(const AcDbDatabase& db, std::wstring_view mode, const void* point1, const void* point2,
-             const Accepts& accepts);
+             const EntityFilter& filter);
+
+/// What a user could select of the current space: not what is invisible or on a layer that is off,
+/// frozen, locked or hidden. The newest first.
+[[nodiscard]] std::vector<AcDbObjectId> selectableInSpace(const AcDbDatabase& db,
+                                                          const EntityFilter& filter);
 
 } // namespace headless

@@ -12,22 +12,14 @@
 #include "ed/documents.h"
 #include "ed/drawing_view.h"
 #include "ed/input_queue.h"
-#include "ed/keywords.h"
 #include "ed/message_filters.h"
 #include "ed/mouse_and_keys.h"
+#include "ed/prompt_answers.h"
 #include "ed/selection_sets.h"
 #include "ed/system_variables.h"
 #include "win/session_state.h"
 
 namespace headless {
-
-/// What acedInitGet sets for the next prompt.
-struct PromptRules {
-    int flags = 0; // RSG_...
-    Keywords keywords;
-
-    bool has(int flag) const { return (flags & flag) != 0; }
-};
 
 /// The session's side of the editor. The platform's calls read and change the current one.
 class EdState : public SessionState<EdState> {
@@ -42,8 +34,9 @@ public:
     InputQueue input;
     MessageFilters messageFilters;
     MouseAndKeys hands;
-    PromptRules promptRules;
-    std::optional<std::wstring> pickedText; ///< The keyword that acedGetInput answers with.
+    PromptRules promptRules;                   ///< What acedInitGet set for the next prompt.
+    const Keywords* offeredKeywords = nullptr; ///< Of the prompt that waits; null for none.
+    std::optional<std::wstring> pickedText;    ///< The keyword that acedGetInput answers with.
 
     SelectionSets selections;
     SystemVariables variables;

@@ -3,6 +3,7 @@
 #include <unordered_map>
 
 #include "db/database.h"
+#include "db/fault_hook.h"
 #include "db/resbuf.h"
 #include "db/state.h"
 #include "ed/state.h"
@@ -204,7 +205,7 @@ HostError errorOf(SetOutcome outcome) {
 int acedGetVar(const ACHAR* name, resbuf* result) {
     if (name == nullptr || result == nullptr) return RTERROR;
     const auto value = headless::EdState::current().variables.get(name);
-    if (!value) return RTERROR;
+    if (!value || headless::FaultHook::fails("acedGetVar")) return RTERROR;
     std::visit(headless::IntoBuffer{*result}, *value);
     return RTNORM;
 }
@@ -212,7 +213,7 @@ int acedGetVar(const ACHAR* name, resbuf* result) {
 int acedSetVar(const ACHAR* name, const resbuf* value) {
     if (name == nullptr || value == nullptr) return RTERROR;
     const auto given = headless::valueOf(*value);
-    if (!given) return RTERROR;
+    if (!given || headless::FaultHook::fails("acedSetVar")) return RTERROR;
     const auto outcome = headless::EdState::current().variables.set(name, *given);
     if (outcome == headless::SetOutcome::done) return RTNORM;
     headless::setHostError(headless::errorOf(outcome));

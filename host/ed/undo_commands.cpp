@@ -7,6 +7,7 @@
 #include "db/state.h"
 #include "db/undo_journal.h"
 #include "ed/commands.h"
+#include "ed/prompt_answers.h"
 #include "ed/prompts.h"
 #include "ed/state.h"
 

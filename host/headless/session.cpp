@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "db/database.h"
+#include "db/fault_hook.h"
 #include "db/state.h"
 #include "ed/state.h"
 #include "excel/server.h"
@@ -65,7 +66,11 @@ Session::Session(const SessionOptions& options) : layers_(std::make_unique<Layer
     };
 }
 
-Session::~Session() = default;
+Session::~Session() { FaultHook::set({}); }
+
+void Session::setFaultHook(std::function<bool(const char* call)> hook) {
+    FaultHook::set(std::move(hook));
+}
 
 OpenResult Session::openDrawing(const std::filesystem::path& path, const DxfReadOptions& options) {
     OpenResult result;
@@ -146,7 +151,22 @@ void Session::pressKey(int virtualKey, const KeyModifiers& held) {
 }
 
 void Session::setLineReader(std::function<std::optional<std::wstring>()> reader, bool shown) {
-    layers_->ed.input.setReader(std::move(reader), shown);
+    if (!reader) return setReader({});
+    setReader([reader = std::move(reader), shown]() -> std::optional<InputItem> {
+        std::optional<std::wstring> line = reader();
+        if (!line) return std::nullopt;
+        return TypedLine{std::move(*line), shown};
+    });
+}
+
+void Session::setReader(std::function<std::optional<InputItem>()> reader) {
+    layers_->ed.input.setReader(std::move(reader));
+}
+
+std::vector<std::wstring> Session::offeredWords() const {
+    if (layers_->ed.offeredKeywords != nullptr) return layers_->ed.offeredKeywords->names();
+    return layers_->ed.runner.isQuiescent() ? layers_->ed.commands.globalNames()
+                                            : std::vector<std::wstring>();
 }
 
 const std::wstring& Session::output() const { return layers_->ed.output.text(); }

@@ -20,7 +20,7 @@
 
 #include "dxf/reader.h"
 #include "dxf/writer.h"
-#include "ed/gestures.h"
+#include "ed/input_queue.h"
 #include "ge/point2d.h"
 #include "ge/point3d.h"
 
@@ -100,12 +100,21 @@ public:
     /// Where lines come from when nothing is queued; nothing returned means no more input.
     /// @param shown  the user sees the line already, as at a terminal.
     void setLineReader(std::function<std::optional<std::wstring>()> reader, bool shown = false);
+    /// The same with items of any kind, such as a line or Escape.
+    void setReader(std::function<std::optional<InputItem>()> reader);
+    /// What could stand next where something is asked for now: the keywords of the prompt that
+    /// waits, or the names of the commands where none is at work.
+    std::vector<std::wstring> offeredWords() const;
 
     /// Everything that the command line printed since the start or since clearOutput().
     const std::wstring& output() const;
     void clearOutput();
     /// The texts of the message boxes shown, the oldest first.
     std::vector<std::wstring> messageBoxes() const;
+
+    /// Asked at each call of the platform that can fail, by the call's name, whether it shall: see
+    /// FaultHook. An empty function takes it away; the session's end does, too.
+    void setFaultHook(std::function<bool(const char* call)> hook);
 
     /// What is still held and should not be, one line each: objects left open, databases, selection
     /// sets, result buffers and automation strings never freed, message filters never removed,

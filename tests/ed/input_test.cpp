@@ -1,3 +1,5 @@
+#include <numbers>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -64,12 +66,10 @@ TEST(InputQueue, NestedInputHidesTheRestUntilItPauses) {
 TEST(InputQueue, ReaderIsAskedOnlyWhenNothingIsQueued) {
     InputQueue queue;
     int asked = 0;
-    queue.setReader(
-        [&]() -> std::optional<std::wstring> {
-            if (++asked > 1) return std::nullopt;
-            return L"read";
-        },
-        true);
+    queue.setReader([&]() -> std::optional<InputItem> {
+        if (++asked > 1) return std::nullopt;
+        return TypedLine{L"read", true};
+    });
     queue.type(L"queued");
     const InputAnswer queued = queue.nextWord();
     EXPECT_EQ(asked, 0);
@@ -143,7 +143,9 @@ TEST(ParseInput, ReadsPoints) {
         const wchar_t* text;
         std::optional<AcGePoint3d> point;
     };
-    const PointFrame frame{AcGePoint3d(10, 20, 30), 7.0};
+    // The user's x runs along the world's y.
+    const PointFrame frame{AcGePoint3d(10, 20, 30), 7.0,
+                           AcGeMatrix3d::rotation(-std::numbers::pi / 2, AcGeVector3d::kZAxis)};
     const Case cases[] = {
         {L"1,2", AcGePoint3d(1, 2, 7)},
         {L"1,2,3", AcGePoint3d(1, 2, 3)},
@@ -156,6 +158,10 @@ TEST(ParseInput, ReadsPoints) {
         {L"1,", std::nullopt},
         {L"1,2,3,4", std::nullopt},
         {L"1,b", std::nullopt},
+        {L"*1,2", AcGePoint3d(2, -1, 7)},
+        {L"*5<90,", std::nullopt},
+        {L"*5<90", AcGePoint3d(5, 0, 7)},
+        {L"@*1,2,3", AcGePoint3d(12, 19, 33)},
         {L"<90", std::nullopt},
         {L"", std::nullopt},
     };

@@ -124,8 +124,6 @@ TEST_F(SelectionTest, ModesTakeWhatTheyPromise) {
     EXPECT_THAT(take(L"P"), ElementsAre(onLocked));
     EXPECT_THAT(take(L"I"), IsEmpty());
     EXPECT_THAT(take(L"W"), IsEmpty());
-    ads_name none;
-    EXPECT_EQ(acedSSGet(nullptr, nullptr, nullptr, nullptr, none), RTERROR);
 }
 
 TEST_F(SelectionTest, FiltersCompareGroups) {
