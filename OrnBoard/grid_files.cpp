@@ -32,7 +32,7 @@ CString writeWorkbook(std::span<const CDrawGrid* const> grids, const CString& pa
 
 bool isWorkbook(const CString& path) {
     const CString ending = endingOf(path);
-    return ending == L".xlsx" || ending == L".xls";
+    return ending == L".xlsx" || ending == L".xls" || ending == L".ods";
 }
 
 CString writeGrids(std::span<const CDrawGrid* const> grids, const CString& path) {
@@ -41,7 +41,7 @@ CString writeGrids(std::span<const CDrawGrid* const> grids, const CString& path)
     if (ending == L".csv") return writeWhole(path, table::toCsv(grids));
     if (ending == L".json") return writeWhole(path, table::toJson(grids));
     if (ending == L".html") return writeWhole(path, table::toHtml(grids));
-    return path + L": files end in .xlsx, .xls, .csv, .json or .html";
+    return path + L": files end in .xlsx, .xls, .ods, .csv, .json or .html";
 }
 
 } // namespace board

@@ -51,7 +51,7 @@ CString writeMeasurement(const Measurement& measurement, const CString& path) {
     for (const CDrawGrid& sheet : sheets)
         grids.push_back(&sheet);
     return isWorkbook(path) ? writeGrids(grids, path)
-                            : path + L": a take-off is written as .xlsx or .xls";
+                            : path + L": a take-off is written as .xlsx, .xls or .ods";
 }
 
 } // namespace board

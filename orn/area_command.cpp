@@ -57,7 +57,8 @@ CLI::App* declareArea(CLI::App& app, AreaOptions& options) {
     area->add_option("--max-b", options.maxB, "Second side at most this long, mm");
     CLI::Option* json = area->add_flag("--json", options.json, "Print JSON");
     area->add_flag("--csv", options.csv, "Print CSV")->excludes(json);
-    area->add_option("-o,--output", options.output, "Write this workbook (.xlsx)");
+    area->add_option("-o,--output", options.output,
+                     "Write this workbook (.xlsx; .xls and .ods need LibreOffice)");
     return area;
 }
 

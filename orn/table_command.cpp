@@ -61,7 +61,8 @@ CLI::App* declareTable(CLI::App& app, TableOptions& options) {
         ->expected(4)
         ->excludes(layers);
     table->add_option("-o,--output", options.output,
-                      "Write this file (.xlsx, .csv, .json or .html)");
+                      "Write this file (.xlsx, .csv, .json or .html; .xls and .ods need "
+                      "LibreOffice)");
     table->add_flag("--json", options.json, "Print JSON");
     return table;
 }

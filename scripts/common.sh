@@ -63,13 +63,15 @@ build_folder() {
     if [ "$1" = release ]; then echo "$root/build"; else echo "$root/build-$1"; fi
 }
 
-# configure PRESET ON|OFF: with tests or not, unless that has been done. A folder that has tests
-# keeps them.
+# configure PRESET ON|OFF: with tests or not, unless that has been done for the packages of today.
+# A folder that has tests keeps them.
 configure() {
-    local folder stamp
+    local folder stamp absent
     folder=$(build_folder "$1")
     stamp="$folder/build.ninja"
+    absent=$(packages office | missing)
     if [ -f "$stamp" ] && [ "$stamp" -nt "$root/CMakePresets.json" ] &&
+        [ "$absent" = "$(cat "$folder/absent-packages" 2>/dev/null)" ] &&
         { [ "$2" = OFF ] || grep -q '^ORN_BUILD_TESTS:BOOL=ON' "$folder/CMakeCache.txt"; }; then
         return
     fi
@@ -79,6 +81,7 @@ configure() {
     (cd "$root" && cmake --preset "$1" --log-level=WARNING "${tests[@]}") >&2 ||
         fail "could not configure the $1 build"
     touch "$stamp"
+    printf '%s' "$absent" >"$folder/absent-packages"
 }
 
 # build PRESET [TARGET]: builds with all cores; everything unless a target is named.

@@ -39,6 +39,7 @@ public:
     void setFlag(const VARIANT& value) {
         state_.get()->*Member = booleanOf(value);
     }
+    void setVisible(const VARIANT& value) { state_->setVisible(booleanOf(value)); }
     LONG windowState() const { return state_->windowState; }
     void setWindowState(const VARIANT& value) { state_->windowState = integerOf(value); }
     LONG sheetsInNewBook() const { return state_->sheetsInNewBook; }
@@ -49,7 +50,10 @@ public:
     }
     bool cutCopyMode() const { return state_->clipboard.has_value(); }
     void setCutCopyMode(const VARIANT&) { state_->clipboard.reset(); }
-    void calculate() const {}
+    void calculate() const {
+        for (const BookPointer& book : state_->books)
+            state_->calculate(*book);
+    }
     void quit() const { state_->quit(); }
 
 protected:
@@ -68,7 +72,7 @@ protected:
             {197, L"Range", reads<&A::range>},
             {110, L"Name", reads<&A::name>},
             {392, L"Version", reads<&A::version>},
-            {558, L"Visible", reads<&A::flag<&S::visible>>, writes<&A::setFlag<&S::visible>>},
+            {558, L"Visible", reads<&A::flag<&S::visible>>, writes<&A::setVisible>},
             {343, L"DisplayAlerts", reads<&A::flag<&S::displayAlerts>>,
              writes<&A::setFlag<&S::displayAlerts>>},
             {382, L"ScreenUpdating", reads<&A::flag<&S::screenUpdating>>,

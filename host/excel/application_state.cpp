@@ -32,6 +32,12 @@ std::wstring fileName(const std::string& path) {
     return fromUtf8(std::filesystem::path(path).filename().string());
 }
 
+FileKind kindByName(const std::string& path) {
+    const auto kind = kindOfEnding(path);
+    if (!kind) fail(path + " cannot be written: workbooks end in .xlsx, .xls or .ods");
+    return *kind;
+}
+
 /// Runs an action of the engine; its errors become the application's.
 template <class Action>
 auto guarded(Action action) {
@@ -75,13 +81,40 @@ std::shared_ptr<OpenBook> ApplicationState::openBook(const std::wstring& path) {
     if (open != books.end()) return activeBook = *open;
     auto book = add(guarded([&] { return engine->open(full); }), fileName(full));
     book->path = full;
+    book->kind = kindOfEnding(full).value_or(FileKind::kXlsx);
+    show(*book);
     return book;
 }
 
-void ApplicationState::write(OpenBook& book, const std::string& path) {
+std::vector<std::string> ApplicationState::write(OpenBook& book, const std::string& path,
+                                                 FileKind kind) {
     for (const auto& sheet : book.workbook->sheets)
         fitColumns(*sheet, book.workbook->formats);
-    guarded([&] { engine->save(*book.workbook, path); });
+    calculate(book);
+    return guarded([&] { return engine->save(*book.workbook, path, kind); });
+}
+
+void ApplicationState::tellLost(const std::string& path,
+                                const std::vector<std::string>& lost) const {
+    if (lost.empty() || !displayAlerts) return;
+    const std::string text = path + " was saved without what could not be kept: " + joined(lost);
+    MessageBoxW(nullptr, fromUtf8(text).c_str(), L"Excel", MB_OK | MB_ICONWARNING);
+}
+
+void ApplicationState::show(OpenBook& book) {
+    if (visible) guarded([&] { engine->show(*book.workbook, toUtf8(book.name)); });
+}
+
+void ApplicationState::calculate(OpenBook& book) {
+    if (book.calculated) return;
+    guarded([&] { engine->calculate(*book.workbook); });
+    book.calculated = true;
+}
+
+void ApplicationState::setVisible(bool on) {
+    visible = on;
+    for (const auto& book : books)
+        show(*book);
 }
 
 void ApplicationState::save(OpenBook& book) {
@@ -90,31 +123,37 @@ void ApplicationState::save(OpenBook& book) {
         fail(*book.path + " was not saved: it holds " + joined(book.workbook->leftOut) +
              ", which would be lost. Save it under a new name.");
     }
-    write(book, *book.path);
+    const std::vector<std::string> lost = write(book, *book.path, book.kind);
     book.saved = true;
+    show(book);
+    tellLost(*book.path, lost);
 }
 
-void ApplicationState::saveAs(OpenBook& book, const std::wstring& path) {
+void ApplicationState::saveAs(OpenBook& book, const std::wstring& path,
+                              std::optional<FileKind> kind) {
     std::string full = fullPath(path);
-    if (std::filesystem::path(full).extension().empty()) full += ".xlsx";
-    if (book.path == full) return save(book);
+    if (std::filesystem::path(full).extension().empty()) {
+        full += endingOf(kind.value_or(FileKind::kXlsx));
+    }
+    if (!kind) kind = kindByName(full);
+    if (book.path == full && book.kind == *kind) return save(book);
     const auto other = std::ranges::find_if(books, [&](const auto& b) { return b->path == full; });
     if (other != books.end()) fail("another open workbook is " + full);
-    write(book, full);
-    std::vector<std::string> lost;
-    std::swap(lost, book.workbook->leftOut);
+    const std::vector<std::string> lost = write(book, full, *kind);
+    std::vector<std::string> all;
+    std::swap(all, book.workbook->leftOut);
+    all.insert(all.end(), lost.begin(), lost.end());
     book.path = full;
+    book.kind = *kind;
     book.name = fileName(full);
     book.saved = true;
-    if (!lost.empty() && displayAlerts) {
-        const std::string text =
-            full + " was saved without what could not be kept: " + joined(lost);
-        MessageBoxW(nullptr, fromUtf8(text).c_str(), L"Excel", MB_OK | MB_ICONWARNING);
-    }
+    show(book);
+    tellLost(full, all);
 }
 
 void ApplicationState::saveCopy(OpenBook& book, const std::wstring& path) {
-    write(book, fullPath(path));
+    const std::string full = fullPath(path);
+    tellLost(full, write(book, full, kindByName(full)));
 }
 
 bool ApplicationState::close(const std::shared_ptr<OpenBook>& book,
@@ -141,6 +180,7 @@ bool ApplicationState::quit() {
     while (!books.empty()) {
         if (!close(books.back(), std::nullopt)) return false;
     }
+    engine->rest();
     return true;
 }
 

@@ -18,7 +18,7 @@ public:
     void setRefersTo(const VARIANT& value) {
         const std::string text = toUtf8(textOf(value));
         defined().refersTo = text.starts_with('=') ? text.substr(1) : text;
-        book_->saved = false;
+        book_->noteChange();
     }
     IDispatch* range() const {
         const std::string target = defined().refersTo;
@@ -33,7 +33,7 @@ public:
     void remove() {
         (void)defined();
         std::erase_if(workbook().names, [&](const DefinedName& name) { return isThis(name); });
-        book_->saved = false;
+        book_->noteChange();
     }
 
 protected:
@@ -95,7 +95,7 @@ public:
             return other.sheet == nullptr && equalNoCase(fromUtf8(other.name), fromUtf8(name));
         });
         workbook().names.push_back({name, target, nullptr});
-        book_->saved = false;
+        book_->noteChange();
         return newServed<NameObject>(state_, book_, workbook().names.back());
     }
 

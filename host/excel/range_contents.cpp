@@ -39,7 +39,7 @@ OwnedVariant Range::hasFormula() const {
 }
 
 OwnedVariant Range::text() const {
-    place_.check();
+    calculate();
     const Cell* cell = place_.sheet->find(area_.top, area_.left);
     if (cell == nullptr) return L"";
     return fromUtf8(shownText(*cell, place_.formats().at(cell->format)));
@@ -72,7 +72,7 @@ void Range::clearComments() {
 }
 
 OwnedVariant Range::find(const CallArguments& arguments) const {
-    place_.check();
+    calculate();
     const std::wstring wanted = arguments.text(0);
     constexpr LONG kWhole = 1;
     const bool whole = arguments.integer(3, 2) == kWhole;
@@ -103,8 +103,16 @@ IDispatch* Range::comment() const {
     return there ? makeComment(place_, area_.top, area_.left) : nullptr;
 }
 
-OwnedVariant Range::contents(bool typed) const {
+void Range::calculate() const {
     place_.check();
+    bool formulas = false;
+    place_.sheet->forEach(
+        area_, [&](int, int, const Cell& cell) { formulas = formulas || !cell.formula.empty(); });
+    if (formulas) place_.application->calculate(*place_.book);
+}
+
+OwnedVariant Range::contents(bool typed) const {
+    calculate();
     return readValues(area_, [&](int row, int column) {
         const Cell* cell = place_.sheet->find(row, column);
         if (cell == nullptr) return OwnedVariant();

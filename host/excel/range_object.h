@@ -115,6 +115,8 @@ protected:
 private:
     /// The sheet, its columns as wide as they are to be.
     Sheet& fitted() const;
+    /// Brings the results that are about to be read up to date.
+    void calculate() const;
     OwnedVariant contents(bool typed) const;
     OwnedVariant formulaOf(int row, int column) const;
     IDispatch* checked(const Area& area) const;

@@ -24,7 +24,7 @@ public:
         for (LONG i = 0; i < count; ++i)
             sheet = book.addSheet(at);
         book.activeSheet = at;
-        book_->saved = false;
+        book_->noteChange();
         return makeSheet({state_, book_, sheet});
     }
 

@@ -60,7 +60,7 @@ private:
     }
     SheetView& edit() {
         (void)workbook();
-        book_->saved = false;
+        book_->noteChange();
         return book_->activeSheet()->view;
     }
 

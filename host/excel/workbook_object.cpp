@@ -5,8 +5,6 @@
 namespace headless::excel {
 namespace {
 
-constexpr LONG kXlOpenXmlWorkbook = 51;
-
 class WorkbookObject final : public BookPart {
 public:
     using BookPart::BookPart;
@@ -32,11 +30,13 @@ public:
     /// @param arguments  file name, file format, ...
     void saveAs(const CallArguments& arguments) {
         (void)workbook();
-        if (arguments.integer(1, kXlOpenXmlWorkbook) != kXlOpenXmlWorkbook) {
-            fail("the workbook can only be saved as .xlsx");
+        std::optional<FileKind> kind;
+        if (arguments.has(1)) {
+            kind = kindOfFormat(arguments.integer(1, 0));
+            if (!kind) fail("workbooks are saved as .xlsx (51), .xls (56) or .ods (60)");
         }
         if (!arguments.has(0)) return save();
-        state_->saveAs(*book_, arguments.text(0));
+        state_->saveAs(*book_, arguments.text(0), kind);
     }
     void saveCopyAs(const CallArguments& arguments) {
         (void)workbook();
@@ -49,6 +49,10 @@ public:
         const bool save = arguments.boolean(0, false);
         if (save && arguments.has(1) && !book_->path) state_->saveAs(*book_, arguments.text(1));
         return state_->close(book_, save);
+    }
+    LONG fileFormat() const {
+        (void)workbook();
+        return static_cast<LONG>(formatOf(book_->kind));
     }
     void activate() {
         (void)workbook();
@@ -74,7 +78,7 @@ public:
     template <std::string DocumentProperties::*Member>
     void setProperty(const VARIANT& value) {
         workbook().properties.*Member = toUtf8(textOf(value));
-        book_->saved = false;
+        book_->noteChange();
     }
 
 protected:
@@ -85,6 +89,7 @@ protected:
             {110, L"Name", reads<&W::name>},
             {289, L"FullName", reads<&W::fullName>},
             {291, L"Path", reads<&W::path>},
+            {288, L"FileFormat", reads<&W::fileFormat>},
             {298, L"Saved", reads<&W::saved>, writes<&W::setSaved>},
             {283, L"Save", nullptr, nullptr, calls<&W::save>},
             {1925, L"SaveAs", nullptr, nullptr, calls<&W::saveAs>},

@@ -1,12 +1,10 @@
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <set>
+#include <sstream>
 
+#include "excel/file_kind.h"
 #include "excel/formula_references.h"
 #include "excel/image_info.h"
 #include "excel/number_formats.h"
@@ -64,17 +62,33 @@ const std::pair<std::string_view, const char*> kForeignParts[] = {
     {"xl/chartsheets/", "chart sheets"},
     {"xl/macrosheets/", "macros"},
     {"xl/dialogsheets/", "dialog sheets"},
-    {"docProps/custom.xml", "properties of its own"},
 };
 
-std::string textOfRuns(const pugi::xml_node& node, bool& rich) {
+/// Whether a run of letters looks different from the cell, apart from its font's name if told so.
+bool hasLooks(const pugi::xml_node& run, const pugi::xml_node& first, LetterFonts fonts) {
+    const auto written = [](const pugi::xml_node& looks) {
+        std::ostringstream text;
+        for (const pugi::xml_node& one : looks.children()) {
+            const std::string_view name = localName(one.name());
+            if (name != "rFont" && name != "family" && name != "charset" && name != "scheme")
+                one.print(text, "", pugi::format_raw);
+        }
+        return text.str();
+    };
+    const pugi::xml_node looks = child(run, "rPr");
+    if (fonts == LetterFonts::kFormat) return static_cast<bool>(looks);
+    return written(looks) != written(child(first, "rPr"));
+}
+
+std::string textOfRuns(const pugi::xml_node& node, LetterFonts fonts, bool& rich) {
     std::string text;
+    const pugi::xml_node first = child(node, "r");
     for (const pugi::xml_node& piece : node.children()) {
         const std::string_view name = localName(piece.name());
         if (name == "t") {
             text += piece.text().get();
         } else if (name == "r") {
-            rich = rich || child(piece, "rPr");
+            rich = rich || hasLooks(piece, first, fonts);
             text += child(piece, "t").text().get();
         }
     }
@@ -96,7 +110,8 @@ std::string unescaped(std::string text) {
 
 class Reader {
 public:
-    explicit Reader(const std::string& path) : package_(path) {}
+    Reader(const std::string& path, LetterFonts letterFonts)
+        : package_(path), letterFonts_(letterFonts) {}
 
     std::unique_ptr<Workbook> read() {
         const auto root = readRelations(package_, "");
@@ -117,6 +132,9 @@ public:
                 if (name.find(piece) != std::string::npos) foreign_.add(phrase);
             }
         }
+        // Some programs always write the list, mostly empty.
+        if (package_.readXml("docProps/custom.xml").document_element().first_child())
+            foreign_.add("properties of its own");
         book_->leftOut.assign(foreign_.phrases.begin(), foreign_.phrases.end());
         return std::move(book_);
     }
@@ -142,7 +160,7 @@ private:
 
     std::string plainText(const pugi::xml_node& node) {
         bool rich = false;
-        std::string text = unescaped(textOfRuns(node, rich));
+        std::string text = unescaped(textOfRuns(node, letterFonts_, rich));
         if (rich) foreign_.add("formats of single letters");
         return text;
     }
@@ -420,7 +438,7 @@ private:
             if (!place) continue;
             Comment comment;
             bool rich = false; // Comments always have a font of their own.
-            comment.text = unescaped(textOfRuns(child(node, "text"), rich));
+            comment.text = unescaped(textOfRuns(child(node, "text"), letterFonts_, rich));
             const auto author = static_cast<std::size_t>(node.attribute("authorId").as_uint());
             if (author < authors.size()) comment.author = authors[author];
             sheet.comments[{place->top, place->left}] = comment;
@@ -553,6 +571,7 @@ private:
     };
 
     ZipPackage package_;
+    LetterFonts letterFonts_;
     std::unique_ptr<Workbook> book_ = std::make_unique<Workbook>();
     std::vector<Relation> relations_;
     std::vector<FormatId> formats_;
@@ -564,32 +583,14 @@ private:
     Leftovers foreign_;
 };
 
-/// What the first bytes say is wrong; throws when they do.
-void checkKind(const std::string& path) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) throw WorkbookError("it is a folder");
-    std::ifstream file(path, std::ios::binary);
-    if (!file) throw WorkbookError(std::strerror(errno));
-    std::string start(4096, '\0');
-    file.read(start.data(), static_cast<std::streamsize>(start.size()));
-    start.resize(static_cast<std::size_t>(file.gcount()));
-    if (start.starts_with("PK")) return;
-    if (!start.starts_with("\xD0\xCF\x11\xE0")) throw WorkbookError("it is not a workbook");
-    // The stream that a protected file keeps its contents in, as the folder of the file lists it.
-    const std::string protectedStream("E\0n\0c\0r\0y\0p\0t\0e\0d\0P\0a\0c\0k\0a\0g\0e\0", 32);
-    std::ifstream whole(path, std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(whole)), {});
-    throw WorkbookError(bytes.find(protectedStream) != std::string::npos
-                            ? "it is protected by a password"
-                            : "it is of the old binary kind (.xls); save it as .xlsx first");
-}
-
 } // namespace
 
-std::unique_ptr<Workbook> readWorkbook(const std::string& path) {
+std::unique_ptr<Workbook> readWorkbook(const std::string& path, LetterFonts letterFonts) {
     try {
-        checkKind(path);
-        return Reader(path).read();
+        if (const FileKind kind = kindOfContent(path); kind != FileKind::kXlsx) {
+            throw WorkbookError(std::string("it is of the kind ") + endingOf(kind) + kNeedsOffice);
+        }
+        return Reader(path, letterFonts).read();
     } catch (const WorkbookError& error) {
         throw WorkbookError(path + " cannot be opened: " + error.what());
     }

@@ -50,7 +50,7 @@ public:
         if (visibleSheets() == 1 && !place_.sheet->hidden) {
             fail("a workbook must keep one visible sheet");
         }
-        place_.book->saved = false;
+        place_.book->noteChange();
         Workbook& workbook = *place_.book->workbook;
         std::erase(workbook.sheets, place_.sheet);
         std::erase_if(workbook.names,
@@ -68,7 +68,7 @@ public:
         const std::size_t at = positionFor(arguments);
         workbook.sheets.insert(workbook.sheets.begin() + static_cast<std::ptrdiff_t>(at), copied);
         workbook.activeSheet = at;
-        place_.book->saved = false;
+        place_.book->noteChange();
     }
     void move(const CallArguments& arguments) {
         place_.check();
@@ -80,7 +80,7 @@ public:
         workbook.sheets.insert(workbook.sheets.begin() + static_cast<std::ptrdiff_t>(at),
                                place_.sheet);
         workbook.activeSheet = at;
-        place_.book->saved = false;
+        place_.book->noteChange();
     }
     void paste(const CallArguments& arguments) {
         const VARIANT* target = arguments.find(0);

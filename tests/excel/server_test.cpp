@@ -307,8 +307,10 @@ public:
         book->leftOut = {"charts", "macros"};
         return book;
     }
-    void save(const headless::excel::Workbook&, const std::string& path) override {
+    std::vector<std::string> save(const headless::excel::Workbook&, const std::string& path,
+                                  headless::excel::FileKind) override {
         saved.push_back(path);
+        return {};
     }
     std::vector<std::string> saved;
 };

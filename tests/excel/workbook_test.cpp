@@ -7,91 +7,17 @@
 #include <sys/stat.h>
 
 #include "excel/formula_references.h"
+#include "excel/full_workbook.h"
 #include "excel/number_formats.h"
 #include "excel/workbook_error.h"
 #include "excel/workbook_files.h"
-#include "support/png.h"
 #include "support/temporary_folder.h"
 #include "support/workbook_dump.h"
 
 using namespace headless::excel;
+using excel_test::fullWorkbook;
 
 namespace {
-
-FormatId formatOf(Workbook& book, void (*change)(CellFormat&)) {
-    return book.formats.changed(kDefaultFormat, change);
-}
-
-/// One of everything that the engine carries.
-std::unique_ptr<Workbook> fullWorkbook() {
-    auto book = newWorkbook(3);
-    book->properties.title = "楼板";
-    book->sheets[1]->name = "Board list";
-    book->sheets[2]->hidden = true;
-    book->activeSheet = 1;
-    book->names.push_back({"Total", "Sheet1!$B$2:$B$9", nullptr});
-    book->names.push_back({"Local", "'Board list'!$A$1", book->sheets[1]});
-    Sheet& sheet = *book->sheets[0];
-    sheet.at(1, 1).value = std::string("板 <1> & \"2\"\nsecond line ");
-    sheet.at(2, 1).value = 12.5;
-    sheet.at(2, 2).value = true;
-    sheet.at(3, 1).formula = "A2*2";
-    sheet.at(3, 1).value = 25.0;
-    sheet.at(3, 2).formula = "UPPER(\"ab\")";
-    sheet.at(3, 2).value = std::string("AB");
-    sheet.at(4, 1).value = CellError{"#N/A"};
-    sheet.at(5, 1).value = 45292.5;
-    sheet.at(5, 1).format =
-        formatOf(*book, [](CellFormat& f) { f.numberFormat = "yyyy-mm-dd hh:mm:ss"; });
-    sheet.at(6, 1).value = std::string("styled");
-    sheet.at(6, 1).format = formatOf(*book, [](CellFormat& f) {
-        f.font = {"Arial", 14.0, true, true, true, Underline::kDouble, Script::kSuperscript, 0xFF};
-        f.fill = {Pattern::kSolid, 0x00FFFF, {}};
-        f.alignment = {Horizontal::kRight, Vertical::kTop, 2, 0, true, false};
-        f.locked = false;
-    });
-    sheet.at(7, 1).format = formatOf(*book, [](CellFormat& f) {
-        f.borders = {{LineStyle::kThin, 0x112233},
-                     {LineStyle::kMedium, {}},
-                     {LineStyle::kDashed, {}},
-                     {LineStyle::kDouble, 0},
-                     {LineStyle::kHair, {}},
-                     true,
-                     false};
-        f.fill = {Pattern::kDarkGrid, 0x0000FF, 0x00FF00};
-        f.alignment.rotation = -45;
-        f.alignment.shrink = true;
-    });
-    sheet.at(8, 1).format =
-        formatOf(*book, [](CellFormat& f) { f.alignment.rotation = kStackedText; });
-    sheet.at(10, 3).value = 1.0;
-    sheet.merges = {{10, 3, 12, 5}};
-    sheet.comments[{2, 1}] = {"measured", "Li", true};
-    sheet.comments[{9, 9}] = {"beside", "", false};
-    sheet.columns.change(2, 4, [](ColumnProperties& c) { c.width = widthOfPixels(145); });
-    sheet.columns.change(6, 6, [](ColumnProperties& c) { c.hidden = true; });
-    const FormatId percent = formatOf(*book, [](CellFormat& f) { f.numberFormat = "0%"; });
-    sheet.columns.change(8, 8, [&](ColumnProperties& c) { c.format = percent; });
-    sheet.rows.change(2, 3, [](RowProperties& r) { r.height = 30.0; });
-    sheet.rows.change(4, 4, [](RowProperties& r) { r.hidden = true; });
-    sheet.rows.change(5, 5, [&](RowProperties& r) { r.format = percent; });
-    sheet.tabColor = 0x0000FF;
-    sheet.view = {2, 1, 150, false};
-    sheet.autoFilter = Area{1, 1, 9, 3};
-    sheet.page.landscape = true;
-    sheet.page.paper = 9;
-    sheet.page.leftMargin = 0.5;
-    sheet.page.header = "&CBoards";
-    sheet.page.printArea = Area{1, 1, 20, 5};
-    sheet.page.titleRows = Area{1, 1, 2, kColumns};
-    sheet.page.titleColumns = Area{1, 1, kRows, 1};
-    sheet.page.fitToPages = true;
-    sheet.page.fitTall = 0;
-    sheet.page.centerHorizontally = true;
-    sheet.pictures.push_back(
-        {1, "logo", test_support::onePixelPng(), 14, 2, 3.0, 1.5, 90.0, 45.0, true});
-    return book;
-}
 
 class Workbooks : public testing::Test {
 protected:
@@ -237,7 +163,7 @@ TEST_F(Workbooks, BadFilesAreRefusedInWords) {
         {"empty.xlsx", "it is not a workbook"},
         {"cut.xlsx", "damaged"},
         {"protected.xlsx", "protected by a password"},
-        {"old.xls", "old binary kind"},
+        {"old.xls", "of the kind .xls, which takes LibreOffice"},
         {"zip.xlsx", "it is not a workbook"},
         {"scrambled.xlsx", "damaged"},
         {"missing.xlsx", "No such file"},

@@ -53,6 +53,7 @@ def sheet_facts(sheet):
 
 def main(path):
     book = openpyxl.load_workbook(path)
+    results = openpyxl.load_workbook(path, data_only=True)
     print("sheets", " ".join(book.sheetnames), "active", book.active.title)
     print("title", book.properties.title)
     for name in book.defined_names.definedName:
@@ -67,6 +68,9 @@ def main(path):
                 if cell.has_style or cell.value is not None or getattr(cell, "comment", None):
                     for what, fact in cell_facts(cell):
                         print(f"{sheet.title}!{cell.coordinate}", what, fact)
+                if cell.data_type == "f":
+                    print(f"{sheet.title}!{cell.coordinate}", "result",
+                          repr(results[sheet.title][cell.coordinate].value))
 
 
 main(sys.argv[1])

@@ -27,6 +27,7 @@ BELOW = {
     "dxf": {"ed", "db", "ge", "rx", "mfc", "win"},
     "view": {"db", "ge", "rx", "win"},
     "excel": {"win"},
+    "office": {"excel"},
     "headless": {"dxf", "view", "excel", "ed", "db", "ge", "rx", "mfc", "win"},
 }
 LIBRARIES = ("json/",)  # what product sources may use besides the platform

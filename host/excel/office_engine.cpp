@@ -1,0 +1,252 @@
+#include "excel/office_engine.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <utility>
+
+#include <dlfcn.h>
+#include <sys/stat.h>
+
+#include "excel/workbook_error.h"
+#include "excel/workbook_files.h"
+#include "win/replace_file.h"
+
+namespace headless::excel {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The module's way to start an office; it stays loaded, since what it brings in has threads.
+StartOffice starter() {
+    Dl_info here{};
+    dladdr(reinterpret_cast<const void*>(&officeEngine), &here);
+    const fs::path module = fs::path(here.dli_fname).replace_filename(kOfficeModule);
+    std::error_code ignored;
+    if (!fs::exists(module, ignored)) {
+        throw WorkbookError("this was built without LibreOffice: install libreoffice-calc-nogui "
+                            "and libreoffice-dev, then build again");
+    }
+    void* handle = dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* start = handle == nullptr ? nullptr : dlsym(handle, kStartOffice);
+    if (start == nullptr) {
+        const char* reason = dlerror();
+        throw WorkbookError(std::string("LibreOffice is not installed: ") +
+                            (reason == nullptr ? "its module is damaged" : reason));
+    }
+    return reinterpret_cast<StartOffice>(start);
+}
+
+/// A file in the office's folder for as long as the object lives.
+class ExchangeFile {
+public:
+    ExchangeFile(const Office& office, const char* name, FileKind kind)
+        : file_{office.folder() + "/" + name + endingOf(kind), kind} {}
+    ~ExchangeFile() {
+        std::error_code ignored;
+        fs::remove(file_.path, ignored);
+    }
+    ExchangeFile(const ExchangeFile&) = delete;
+    ExchangeFile& operator=(const ExchangeFile&) = delete;
+
+    [[nodiscard]] const OfficeFile& file() const { return file_; }
+    [[nodiscard]] std::string bytes() const {
+        std::ifstream file(file_.path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+private:
+    OfficeFile file_;
+};
+
+void checkSize(const Workbook& workbook, FileKind kind) {
+    if (kind != FileKind::kXls) return;
+    constexpr int kMostRows = 65536;
+    constexpr int kMostColumns = 256;
+    for (const auto& sheet : workbook.sheets) {
+        const auto used = sheet->usedArea();
+        if (used && (used->bottom > kMostRows || used->right > kMostColumns)) {
+            throw WorkbookError("sheets of .xls files have 65536 rows and 256 columns, \"" +
+                                sheet->name + "\" has more");
+        }
+    }
+}
+
+/// What the office does not take over into files of the other kinds.
+std::vector<std::string> lostBeyondXlsx(const Workbook& workbook) {
+    std::vector<std::string> lost;
+    const auto add = [&](bool there, const char* phrase) {
+        if (there && std::ranges::find(lost, phrase) == lost.end()) lost.emplace_back(phrase);
+    };
+    for (const auto& sheet : workbook.sheets) {
+        const SheetView& view = sheet->view;
+        add(view.frozenRows > 0 || view.frozenColumns > 0, "frozen panes");
+        add(view.zoom != 100 || !view.gridlines, "zoom and hidden grid lines");
+        for (const auto& [cell, comment] : sheet->comments)
+            add(!comment.author.empty(), "authors of comments");
+        sheet->forEach(wholeSheet(), [&](int, int, const Cell& cell) {
+            add(workbook.formats.at(cell.format).fill.pattern > Pattern::kSolid, "fill patterns");
+        });
+    }
+    return lost;
+}
+
+/// Takes over what the formulas came to in another copy of the workbook.
+void takeResults(Workbook& workbook, Workbook& calculated) {
+    const std::size_t sheets = std::min(workbook.sheets.size(), calculated.sheets.size());
+    for (std::size_t i = 0; i < sheets; ++i) {
+        workbook.sheets[i]->forEach(wholeSheet(), [&](int row, int column, Cell& cell) {
+            if (cell.formula.empty()) return;
+            const Cell* result = calculated.sheets[i]->find(row, column);
+            if (result != nullptr) cell.value = result->value;
+        });
+    }
+}
+
+bool hasFormulas(const Workbook& workbook) {
+    bool found = false;
+    for (const auto& sheet : workbook.sheets) {
+        sheet->forEach(wholeSheet(),
+                       [&](int, int, const Cell& cell) { found = found || !cell.formula.empty(); });
+    }
+    return found;
+}
+
+/// Macros are nothing that a workbook of the kind .xlsx could hold, so its copy tells of none.
+bool holdsMacros(const OfficeFile& source) {
+    const std::string mark = source.kind == FileKind::kXls
+                                 ? std::string("_\0V\0B\0A\0_\0P\0R\0O\0J\0E\0C\0T\0", 24)
+                                 : std::string("Basic/script-lc.xml");
+    std::ifstream file(source.path, std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(file)), {});
+    return bytes.find(mark) != std::string::npos;
+}
+
+/// The office writes truth values as formulas, and areas to print as names of its own, too.
+void useOwnWays(Workbook& workbook) {
+    for (const auto& sheet : workbook.sheets) {
+        sheet->forEach(wholeSheet(), [](int, int, Cell& cell) {
+            if (cell.formula != "TRUE()" && cell.formula != "FALSE()") return;
+            cell.value = cell.formula == "TRUE()";
+            cell.formula.clear();
+        });
+    }
+    std::erase_if(workbook.names, [](const DefinedName& name) {
+        return name.name.starts_with("_xlnm_") || name.name.starts_with("Excel_BuiltIn_");
+    });
+}
+
+/// Names the file in what goes wrong with it.
+template <class Action>
+auto about(const std::string& path, const char* what, Action action) {
+    try {
+        return action();
+    } catch (const WorkbookError& error) {
+        const std::string text = error.what();
+        // The reader says so itself.
+        if (text.starts_with(path)) throw;
+        throw WorkbookError(path + " cannot be " + what + ": " + text);
+    }
+}
+
+class OfficeEngine final : public Engine {
+public:
+    explicit OfficeEngine(OfficeOptions options) : options_(std::move(options)) {}
+
+    std::unique_ptr<Workbook> open(const std::string& path) override {
+        return about(path, "opened", [&] {
+            (void)starter();
+            const FileKind kind = kindOfContent(path);
+            if (kind != FileKind::kXlsx) return openForeign({path, kind});
+            auto workbook = readWorkbook(path);
+            if (hasFormulas(*workbook)) takeResults(*workbook, *read({path, kind}));
+            return workbook;
+        });
+    }
+
+    std::vector<std::string> save(const Workbook& workbook, const std::string& path,
+                                  FileKind kind) override {
+        return about(path, "written", [&]() -> std::vector<std::string> {
+            (void)starter();
+            // What was calculated is in the model, and this kind needs nobody else.
+            if (kind == FileKind::kXlsx) {
+                writeWorkbook(workbook, path);
+                return {};
+            }
+            checkSize(workbook, kind);
+            const ExchangeFile source(office(), "source", FileKind::kXlsx);
+            const ExchangeFile target(office(), "target", kind);
+            writeWorkbook(workbook, source.file().path);
+            office().convert(source.file(), target.file());
+            struct stat status {};
+            const int error = replaceFile(path, target.bytes(), Durability::kProcess, status);
+            if (error != 0) throw WorkbookError(std::strerror(error));
+            return lostBeyondXlsx(workbook);
+        });
+    }
+
+    void calculate(Workbook& workbook) override {
+        if (!hasFormulas(workbook)) return;
+        const ExchangeFile source(office(), "source", FileKind::kXlsx);
+        writeWorkbook(workbook, source.file().path);
+        takeResults(workbook, *read(source.file()));
+    }
+
+    void show(const Workbook& workbook, const std::string& name) override {
+        const bool hasDesktop =
+            std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr;
+        if (!hasDesktop || withoutWindows_) return;
+        // An office without windows is ended for one with them; nothing is kept in it.
+        if (!std::exchange(options_.visible, true)) rest();
+        try {
+            const OfficeFile file{office().folder() + "/" + fs::path(name).stem().string() +
+                                      ".xlsx",
+                                  FileKind::kXlsx};
+            writeWorkbook(workbook, file.path);
+            office().show(file);
+        } catch (const WorkbookError&) {
+            // There are offices without windows; the work goes on in one that is not seen.
+            withoutWindows_ = true;
+            options_.visible = false;
+            rest();
+        }
+    }
+
+    void rest() override { office_.reset(); }
+
+private:
+    std::unique_ptr<Workbook> openForeign(const OfficeFile& file) {
+        auto workbook = read(file);
+        useOwnWays(*workbook);
+        if (holdsMacros(file)) workbook->leftOut.emplace_back("macros");
+        return workbook;
+    }
+
+    /// Reads what the office makes of a file.
+    std::unique_ptr<Workbook> read(const OfficeFile& file) {
+        const ExchangeFile target(office(), "target", FileKind::kXlsx);
+        office().convert(file, target.file());
+        return readWorkbook(target.file().path, LetterFonts::kScript);
+    }
+
+    Office& office() {
+        if (office_ != nullptr && !office_->runs()) office_.reset();
+        if (office_ == nullptr) office_.reset(starter()(options_));
+        return *office_;
+    }
+
+    OfficeOptions options_;
+    bool withoutWindows_ = false;
+    std::unique_ptr<Office> office_;
+};
+
+} // namespace
+
+std::shared_ptr<Engine> officeEngine(const OfficeOptions& options) {
+    return std::make_shared<OfficeEngine>(options);
+}
+
+} // namespace headless::excel
