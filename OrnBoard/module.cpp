@@ -2,9 +2,12 @@
 #include <aced.h>
 #include <afxdllx.h>
 #include <afxwin.h>
+#include <dbapserv.h>
 #include <rxregsvc.h>
 
 #include "blocks_command.h"
+#include "clean.h"
+#include "clean_command.h"
 #include "layers_command.h"
 #include "measure_command.h"
 #include "numbering_command.h"
@@ -23,10 +26,10 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {L"BOARDAREA", board::measureCommand},  {L"BOARDBLOCK", board::blocksCommand},
-    {L"BOARDLAYERS", board::layersCommand}, {L"BOARDNUMBER", board::numberingCommand},
-    {L"BOARDPICK", board::pickCommand},     {L"BOARDSTYLES", board::stylesCommand},
-    {L"BOARDTABLE", board::tablesCommand},
+    {L"BOARDAREA", board::measureCommand},     {L"BOARDBLOCK", board::blocksCommand},
+    {L"BOARDCLEAN", board::cleanCommand},      {L"BOARDLAYERS", board::layersCommand},
+    {L"BOARDNUMBER", board::numberingCommand}, {L"BOARDPICK", board::pickCommand},
+    {L"BOARDSTYLES", board::stylesCommand},    {L"BOARDTABLE", board::tablesCommand},
 };
 
 AFX_EXTENSION_MODULE extensionModule;
@@ -57,6 +60,9 @@ extern "C" AFX_EXT_API AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message,
         break;
     case AcRx::kUnloadAppMsg:
         acedRegCmds->removeGroup(kCommandGroup);
+        break;
+    case AcRx::kUnloadDwgMsg:
+        board::forgetMark(acdbHostApplicationServices()->workingDatabase());
         break;
     default:
         break;

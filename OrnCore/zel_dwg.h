@@ -111,6 +111,15 @@ public:
 
     /// The entities of a selection set in its order; none for what is no set.
     static AcDbObjectIdArray GetObjectids(ads_name set);
+    /// All entities of the spaces of a drawing, model space and the sheets, in their order there;
+    /// of the working database for null.
+    static AcDbObjectIdArray GetDatabaseEntitys(AcDbDatabase* db);
+    /// Erases the entities, also those on locked layers, and takes them out of the array; what the
+    /// host refuses stays in it.
+    static void ClearEntity(AcDbObjectIdArray& ids);
+    /// Makes the host show what the drawing has become.
+    static void UpdateDisplay();
+
     /// All entities of the groups that an entity is in, each once, in the groups' order; none when
     /// it cannot be opened.
     static AcDbObjectIdArray GetGroupEntIdsFromOneEntity(const AcDbObjectId& id);

@@ -10,6 +10,7 @@
 #include "area_command.h"
 #include "block_command.h"
 #include "boards_command.h"
+#include "clean_command.h"
 #include "console.h"
 #include "info_command.h"
 #include "layers_command.h"
@@ -45,6 +46,7 @@ std::vector<Subcommand> makeSubcommands(CLI::App& app) {
         make(app, orn::declareStyles, orn::runStyles),
         make(app, orn::declareLayers, orn::runLayers),
         make(app, orn::declareBlock, orn::runBlock),
+        make(app, orn::declareClean, orn::runClean),
         make(app, orn::declareRender, orn::runRender),
         make(app, orn::declareSave, orn::runSave),
     };

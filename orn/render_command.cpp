@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstring>
 #include <iostream>
-#include <sstream>
 
+#include "ed/viewports.h"
+#include "layerpick/layer_highlight.h"
 #include "numbers.h"
 #include "open_drawing.h"
+#include "text/string_list.h"
 #include "view/picture.h"
 #include "win/code_page.h"
 #include "win/replace_file.h"
@@ -19,12 +21,8 @@ int fail(const std::string& reason, int status) {
     return status;
 }
 
-std::vector<std::wstring> layerNames(const std::string& list) {
-    std::vector<std::wstring> names;
-    std::istringstream parts(list);
-    for (std::string part; std::getline(parts, part, ',');)
-        names.push_back(headless::fromUtf8(part));
-    return names;
+std::vector<CString> layerNames(const std::string& list) {
+    return kelmor::splitLongString(headless::fromUtf8(list).c_str(), L",", 0, 0);
 }
 
 /// Puts what the arguments say into `picture`; the answer says which of them is wrong, or is empty.
@@ -45,8 +43,15 @@ std::string readArguments(const RenderOptions& options, headless::PictureOptions
         const auto [bottom, top] = std::minmax((*corners)[1], (*corners)[3]);
         picture.window = {left, bottom, right, top};
     }
-    picture.highlighted = layerNames(options.highlighted);
     return {};
+}
+
+/// @param layers  highlighted as picking them would, with copies of what blocks show on them.
+auto drawHighlighted(AcDbDatabase& db, const std::vector<CString>& layers,
+                     const headless::PictureOptions& options) {
+    std::optional<layerpick::LayerHighlight> highlight;
+    if (!layers.empty()) highlight.emplace().show(layers);
+    return headless::drawPicture(db, options);
 }
 
 } // namespace
@@ -68,7 +73,9 @@ int runRender(const RenderOptions& options) {
         return fail(wrong, kWrongUsage);
     OpenDrawing opened(options.drawing);
     if (!opened) return kFailure;
-    const auto picture = headless::drawPicture(*opened.database(), wanted);
+    headless::showModel(*opened.database());
+    const auto picture =
+        drawHighlighted(*opened.database(), layerNames(options.highlighted), wanted);
     if (const auto* failure = std::get_if<headless::PictureFailure>(&picture))
         return fail(options.drawing.string() + ": " + failure->reason, kFailure);
     struct stat written {};

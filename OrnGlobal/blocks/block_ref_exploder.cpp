@@ -33,7 +33,8 @@ Acad::ErrorStatus AcUtBlockReferenceExploder::explode(const AcDbObjectId& refere
         parts = taker.take(*open, open->layerId());
         leftOut_ += taker.leftOut();
     }
-    const WriteHandle<AcDbBlockTableRecord> space(Common::CurrentSpaceId(reference.database()));
+    const WriteHandle<AcDbBlockTableRecord> space(
+        param_.space.isNull() ? Common::CurrentSpaceId(reference.database()) : param_.space);
     if (!space) return space.status();
     for (auto& part : parts) {
         const AcDbObjectId id = blocks::appendAndClose(*space, std::move(part));

@@ -16,9 +16,11 @@ public:
     bool nested = true;
     /// Clips hide what they hide in the drawing.
     bool clips = true;
+    /// Block that the entities come into; null: the current space.
+    AcDbObjectId space;
 };
 
-/// Turns a block reference into entities in the current space that look like it.
+/// Turns a block reference into entities in a space that look like it.
 ///
 /// An entity on layer "0" comes onto the layer of the reference that holds it, and what is by-block
 /// takes the reference's colour, linetype and lineweight, up through all references. Clipped

@@ -4,6 +4,7 @@
 
 #include <dbsymtb.h>
 
+#include "frame/layer_lock.h"
 #include "frame/object_handle.h"
 #include "frame/working_database.h"
 
@@ -33,11 +34,6 @@ AcDbObjectIdArray kelmor::OpenAllLockLayer(AcDbDatabase* /*db*/) {
 AutoOpenLockLayer::AutoOpenLockLayer() : unlocked_(kelmor::OpenAllLockLayer(nullptr)) {}
 
 AutoOpenLockLayer::~AutoOpenLockLayer() {
-    for (int i = 0; i < unlocked_.length(); ++i) {
-        const WriteHandle<AcDbLayerTableRecord> layer(unlocked_[i]);
-        if (!layer) continue;
-        layer->setIsLocked(true);
-        // Makes the host show the layer's state again.
-        layer->setIsOff(layer->isOff());
-    }
+    for (int i = 0; i < unlocked_.length(); ++i)
+        frame::lockLayer(unlocked_[i]);
 }

@@ -54,6 +54,11 @@ public:
         : spot_(local), layer_(layer), rules_(rules) {
         makeSquare(local, rotation, square_);
         square_.getGeomExtents(squareBox_);
+        AcDbExtents reach = squareBox_;
+        reach.addPoint(local.at);
+        const AcGeVector3d margin(1e-5, 1e-5, 0.0); // more than any test's tolerance
+        reachFrom_ = reach.minPoint() - margin;
+        reachTo_ = reach.maxPoint() + margin;
     }
 
     /// Takes the block's entities in order until one is hit.
@@ -116,7 +121,16 @@ private:
 
     bool isHit(const AcDbExtents& box) const {
         constexpr double kTolerance = 1e-6;
+        if (!isNear(box)) return false;
         return CZelDwg::GetInterSect(box, squareBox_, kTolerance) > 0 || holds(box, spot_.at);
+    }
+
+    /// False for nearly all boxes that are not hit, at next to no cost.
+    bool isNear(const AcDbExtents& box) const {
+        const AcGePoint3d low = box.minPoint();
+        const AcGePoint3d high = box.maxPoint();
+        return low.x <= reachTo_.x && high.x >= reachFrom_.x && low.y <= reachTo_.y &&
+               high.y >= reachFrom_.y;
     }
 
     /// The box of the entity was hit; now its kind tells what else must be.
@@ -145,6 +159,8 @@ private:
     const SearchRules& rules_;
     AcDbPolyline square_;
     AcDbExtents squareBox_;
+    AcGePoint3d reachFrom_; // Corners of a rectangle around all that can be hit.
+    AcGePoint3d reachTo_;
     std::vector<AcDbObjectId> hatches_;
 };
 

@@ -36,6 +36,26 @@ struct BeginFlags {
     static constexpr std::uint32_t kAll = 15;
 };
 
+/// True when an object outside of the block cannot be without it: a reference, a dimension, a
+/// dimension style. What is erased, or stands in an erased block, needs nothing.
+bool isNeeded(const AcDbBlockTableRecord& block) {
+    if (block.database() == nullptr) return false;
+    const AcDbObjectId self = block.objectId();
+    bool needed = false;
+    const headless::ReferenceVisitor look = [&](AcDbObjectId& id, headless::ReferenceKind kind) {
+        needed = needed || (kind == headless::ReferenceKind::kHardPointer && id == self);
+    };
+    for (const AcDbObjectId id : Residence::residents(*block.database())) {
+        auto* const object = Residence::peek<AcDbObject>(id);
+        if (object == nullptr || object->isErased()) continue;
+        const AcDbObjectId owner = object->ownerId();
+        if (owner == self || owner.isErased()) continue;
+        object->forEachReference(look);
+        if (needed) return true;
+    }
+    return false;
+}
+
 } // namespace
 
 Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbEntity* entity) {
@@ -208,7 +228,7 @@ void AcDbBlockTableRecord::setEnds(headless::SourceSpan begin, headless::SourceS
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::subErase(bool erasing) {
-    if (erasing && isLayout()) return Acad::eCannotBeErasedByCaller;
+    if (erasing && (isLayout() || isNeeded(*this))) return Acad::eCannotBeErasedByCaller;
     return AcDbSymbolTableRecord::subErase(erasing);
 }
 

@@ -11,6 +11,7 @@
 #include "db/dim_style_table.h"
 #include "db/handle_table.h"
 #include "db/header_variables.h"
+#include "db/highlight_set.h"
 #include "db/layer_table.h"
 #include "db/linetype_table.h"
 #include "db/regapp_table.h"
@@ -252,6 +253,8 @@ public:
     void exchangeSettings(headless::DrawingSettings& settings) { std::swap(settings_, settings); }
     /// Null for a drawing that never recorded.
     headless::UndoJournal* undoJournal() const { return undoJournal_.get(); }
+    headless::HighlightSet& highlights() { return highlights_; }
+    const headless::HighlightSet& highlights() const { return highlights_; }
     headless::HeaderVariables& headerVariables() { return header_; }
     const headless::HeaderVariables& headerVariables() const { return header_; }
     void setFilename(std::wstring name) { filename_ = std::move(name); }
@@ -306,6 +309,7 @@ private:
     mutable FixedIds fixed_;
     Settings settings_;
     std::unique_ptr<headless::UndoJournal> undoJournal_;
+    headless::HighlightSet highlights_;
     headless::HeaderVariables header_;
     std::wstring filename_;
     std::shared_ptr<const void> sourceOwner_;

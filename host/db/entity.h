@@ -12,6 +12,7 @@
 #include "db/extents.h"
 #include "db/intersect_type.h"
 #include "db/object.h"
+#include "db/subentity_path.h"
 #include "ge/arrays.h"
 #include "ge/matrix3d.h"
 #include "ge/plane.h"
@@ -103,6 +104,15 @@ public:
                                     Adesk::GsMarker otherMarker = 0) const;
 
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& transform);
+
+    /// Shows the entity highlighted until unhighlight, however often it is asked; no part of the
+    /// entity's state, so being open for reading is enough. eNotInDatabase for an entity that is
+    /// in no drawing, eNotApplicable for a path that names anything but the whole of this entity.
+    Acad::ErrorStatus highlight(const AcDbFullSubentPath& path = kNullSubent,
+                                Adesk::Boolean highlightAll = Adesk::kFalse) const;
+    /// Errors as above; eOk for one that is not highlighted.
+    Acad::ErrorStatus unhighlight(const AcDbFullSubentPath& path = kNullSubent,
+                                  Adesk::Boolean highlightAll = Adesk::kFalse) const;
 
     /// A new entity, in no database, like this one under the transform; the caller owns it. Circles
     /// and arcs become ellipses where they must. Else as transformBy, with a null copy.

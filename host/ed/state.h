@@ -51,6 +51,7 @@ public:
     AcGePoint2d drawingArea{1600.0, 900.0}; ///< Pixels.
     DrawingView drawingView;
 
+    long displayUpdates = 0;     ///< How often the display was asked to show all changes.
     int dialogLibraryStarts = 0; ///< How often InitAcUiDLL has been called.
 
 private:

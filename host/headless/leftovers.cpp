@@ -33,6 +33,11 @@ void addOpenObjects(const AcDbDatabase& database, std::vector<std::string>& left
     }
 }
 
+void addHighlights(const AcDbDatabase& database, std::vector<std::string>& leftovers) {
+    if (const std::size_t shown = database.highlights().shown(); shown > 0)
+        leftovers.push_back(std::to_string(shown) + " entities are still highlighted");
+}
+
 void addLocks(const AcApDocument& document, std::vector<std::string>& leftovers) {
     const std::size_t locks = Documents::lockCount(document);
     if (locks == 0) return;
@@ -64,6 +69,7 @@ std::vector<std::string> findLeftovers(const EdState& ed, DbState& db) {
     std::vector<std::string> leftovers;
     for (const AcDbDatabase* database : db.databases) {
         addOpenObjects(*database, leftovers);
+        addHighlights(*database, leftovers);
         if (ed.documents.ofDatabase(database) == nullptr) {
             leftovers.emplace_back("a database that belongs to no document was not deleted");
         }

@@ -4,6 +4,7 @@
 #include "ed/command_line.h"
 #include "ed/commands.h"
 #include "ed/coordinate_calls.h"
+#include "ed/display.h"
 #include "ed/entity_selection.h"
 #include "ed/prompts.h"
 #include "ed/selection.h"

@@ -7,3 +7,4 @@
 #include "db/object_data.h"
 #include "db/open.h"
 #include "db/resbuf.h"
+#include "db/subentity_path.h"

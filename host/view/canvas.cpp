@@ -55,6 +55,13 @@ void Canvas::stroke(const PictureColor& color, double width, std::span<const dou
     cairo_stroke(cairo());
 }
 
+void Canvas::strokeAndKeep(const PictureColor& color, double width) {
+    setColor(color);
+    cairo_set_line_width(cairo(), width);
+    cairo_set_dash(cairo(), nullptr, 0, 0.0);
+    cairo_stroke_preserve(cairo());
+}
+
 void Canvas::fill(const PictureColor& color) {
     setColor(color);
     cairo_fill(cairo());

@@ -22,6 +22,9 @@ struct PictureColor {
     friend bool operator==(const PictureColor&, const PictureColor&) = default;
 };
 
+/// White.
+inline constexpr PictureColor kPaper{255, 255, 255, 255};
+
 class Canvas {
 public:
     /// @param width, height  pixels (PNG, SVG) or points of 1/72 inch (PDF), above 0.
@@ -45,6 +48,8 @@ public:
 
     /// @param dashes  pixels on and off; empty for a solid line.
     void stroke(const PictureColor& color, double width, std::span<const double> dashes = {});
+    /// A solid line; the path stays for the next.
+    void strokeAndKeep(const PictureColor& color, double width);
     /// Areas that the path goes round an even number of times stay empty.
     void fill(const PictureColor& color);
     /// What is drawn until the state is given back shows only within the path.

@@ -16,7 +16,6 @@
 #include "db/xline.h"
 #include "view/clip_path.h"
 #include "view/hatch_pattern.h"
-#include "win/casing.h"
 
 namespace headless {
 namespace {
@@ -46,13 +45,8 @@ TextFrame frameOf(const AcGePoint3d& origin, const AcGeVector3d& along, const Ac
 
 } // namespace
 
-bool LayerNameLess::operator()(std::wstring_view a, std::wstring_view b) const {
-    return compareNoCase(a, b) < 0;
-}
-
-EntityPainter::EntityPainter(Canvas& canvas, const SheetMap& map, const PenScale& scale,
-                             const LayerNames& highlighted)
-    : canvas_(canvas), map_(map), scale_(scale), highlighted_(highlighted), texts_(canvas) {}
+EntityPainter::EntityPainter(Canvas& canvas, const SheetMap& map, const PenScale& scale)
+    : canvas_(canvas), map_(map), scale_(scale), texts_(canvas) {}
 
 void EntityPainter::paintSpace(AcDbObjectId block) { paintBlock(block, {}); }
 
@@ -85,9 +79,13 @@ bool EntityPainter::isDrawn(const AcDbEntity& entity) const {
 
 Pen EntityPainter::penFor(const Traits& traits) const {
     const Pen pen = penOf(traits, scale_);
-    const auto* const layer = Residence::peek<AcDbLayerTableRecord>(traits.layer);
-    const bool stands = layer != nullptr && highlighted_.contains(layer->nameOf());
-    return stands ? highlighted(pen) : pen;
+    return traits.isHighlighted ? highlighted(pen) : pen;
+}
+
+void EntityPainter::stroke(const Pen& pen, double width) {
+    constexpr double kSmoothed = 2.0; // pixels beside a line that smoothing greys
+    if (pen.clearsGaps) canvas_.strokeAndKeep(kPaper, width + kSmoothed);
+    canvas_.stroke(pen.color, width, pen.dashes);
 }
 
 void EntityPainter::paintEntity(const AcDbEntity& entity, const View& view) {
@@ -137,7 +135,7 @@ void EntityPainter::paintCurves(const AcDbEntity& entity, const View& view, cons
             entity, view.toWorld *
                         AcGeMatrix3d::mirroring(static_cast<const AcDbXline&>(entity).basePoint()));
     const Pen pen = penFor(traits);
-    canvas_.stroke(pen.color, pen.width, pen.dashes);
+    stroke(pen, pen.width);
     for (const AcGePoint2d& point : path.points()) {
         const AcGeVector2d half(pen.width, 0.0);
         canvas_.moveTo(point - half);
@@ -172,7 +170,7 @@ bool EntityPainter::paintWide(const AcDbPolyline& polyline, const View& view,
     if (pixels <= pen.width) return false;
     PathSink path(canvas_, map_);
     path.describe(polyline, view.toWorld);
-    canvas_.stroke(pen.color, pixels, pen.dashes);
+    stroke(pen, pixels);
     return true;
 }
 

@@ -1,8 +1,6 @@
 // Draws the entities of a space with everything inside their references.
 #pragma once
 
-#include <set>
-#include <string>
 #include <vector>
 
 #include "db/hatch.h"
@@ -18,17 +16,9 @@ class AcDbBlockTableRecord;
 
 namespace headless {
 
-struct LayerNameLess {
-    using is_transparent = void;
-    bool operator()(std::wstring_view a, std::wstring_view b) const;
-};
-using LayerNames = std::set<std::wstring, LayerNameLess>;
-
 class EntityPainter {
 public:
-    /// @param highlighted  layers whose entities are drawn dashed.
-    EntityPainter(Canvas& canvas, const SheetMap& map, const PenScale& scale,
-                  const LayerNames& highlighted);
+    EntityPainter(Canvas& canvas, const SheetMap& map, const PenScale& scale);
 
     /// Draws a block's entities in their draw order, as a space shows them.
     void paintSpace(AcDbObjectId block);
@@ -51,13 +41,14 @@ private:
     void paintText(const AcDbText& text, const View& view, const Traits& traits);
     void paintMText(const AcDbMText& text, const View& view, const Traits& traits);
 
+    /// Strokes the canvas's path.
+    void stroke(const Pen& pen, double width);
     Pen penFor(const Traits& traits) const;
     bool isDrawn(const AcDbEntity& entity) const;
 
     Canvas& canvas_;
     const SheetMap& map_;
     PenScale scale_;
-    const LayerNames& highlighted_;
     TextPainter texts_;
     std::vector<AcDbStub*> openBlocks_; // being drawn, outermost first
 };

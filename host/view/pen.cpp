@@ -63,6 +63,7 @@ Pen highlighted(Pen pen) {
     constexpr double kGap = 3.0;
     pen.width = std::max(pen.width, 1.5);
     pen.dashes = {kDash, kGap};
+    pen.clearsGaps = true;
     return pen;
 }
 

@@ -11,6 +11,7 @@ struct Pen {
     PictureColor color;
     double width;               // pixels
     std::vector<double> dashes; // pixels on and off by turns; empty for a solid line
+    bool clearsGaps = false;    // Paper shows between the dashes, whatever was drawn there.
 };
 
 struct PenScale {
@@ -21,7 +22,8 @@ struct PenScale {
 
 [[nodiscard]] Pen penOf(const Traits& traits, const PenScale& scale);
 
-/// What highlighted things are drawn with: dashes of the sheet's own.
+/// What highlighted things are drawn with: dashes of the sheet's own, to be seen on top of the same
+/// line drawn solid, too.
 [[nodiscard]] Pen highlighted(Pen pen);
 
 } // namespace headless

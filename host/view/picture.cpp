@@ -75,10 +75,9 @@ std::variant<std::string, PictureFailure> drawPicture(AcDbDatabase& db,
     }
 
     Canvas canvas(options.format, options.width, options.height);
-    canvas.fillAll({255, 255, 255, 255});
+    canvas.fillAll(kPaper);
     const SheetMap map(window, options.width, options.height);
-    const LayerNames highlighted(options.highlighted.begin(), options.highlighted.end());
-    EntityPainter painter(canvas, map, penScaleOf(db, options, map), highlighted);
+    EntityPainter painter(canvas, map, penScaleOf(db, options, map));
     painter.paintSpace(db.modelSpaceId());
     std::string bytes = canvas.finish();
     if (bytes.empty()) return PictureFailure{"there is not enough memory for the picture"};

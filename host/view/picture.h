@@ -4,7 +4,6 @@
 #include <optional>
 #include <string>
 #include <variant>
-#include <vector>
 
 #include "view/picture_format.h"
 #include "view/sheet_map.h"
@@ -20,8 +19,6 @@ struct PictureOptions {
     double height = 1200.0;
     /// Empty: all that is drawn, with a margin.
     std::optional<PictureWindow> window;
-    /// Entities on these layers, named in any case, are drawn dashed.
-    std::vector<std::wstring> highlighted;
 };
 
 /// What went wrong, in words.
@@ -30,7 +27,8 @@ struct PictureFailure {
 };
 
 /// Draws model space: linetypes, lineweights and colours through layers and references, hatches,
-/// texts with the machine's fonts, in draw order. What is off or frozen is left out.
+/// texts with the machine's fonts, in draw order. What is off or frozen is left out, what is
+/// highlighted is dashed.
 [[nodiscard]] std::variant<std::string, PictureFailure> drawPicture(AcDbDatabase& db,
                                                                     const PictureOptions& options);
 

@@ -76,6 +76,9 @@ Traits traitsOf(const AcDbEntity& entity, const Traits& outer) {
     traits.alpha = alphaOf(entity.transparency(), layer, outer);
     traits.isOff = layer.isOff;
     traits.isFrozen = layer.isFrozen;
+    const AcDbDatabase* const db = entity.database();
+    traits.isHighlighted =
+        outer.isHighlighted || (db != nullptr && db->highlights().contains(entity.objectId()));
     return traits;
 }
 

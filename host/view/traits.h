@@ -20,6 +20,7 @@ struct Traits {
     Adesk::UInt8 alpha = 255;
     bool isOff = false;    // nothing on the layer shows, yet a reference's contents may
     bool isFrozen = false; // neither does
+    bool isHighlighted = false;
 
     static constexpr double kDefaultWeight = 0.25;
 };

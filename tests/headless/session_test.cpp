@@ -8,6 +8,7 @@
 #include <adslib.h>
 #include <afxwin.h>
 #include <dbapserv.h>
+#include <dbents.h>
 #include <dbmain.h>
 #include <dbpl.h>
 #include <dbsymtb.h>
@@ -64,6 +65,21 @@ TEST(Session, LeftoversNameWhatIsLeft) {
     table->upgradeOpen();
     EXPECT_THAT(session.leftovers(), ElementsAre(HasSubstr("is open for writing")));
     table->close();
+
+    auto line = std::make_unique<AcDbLine>(AcGePoint3d::kOrigin, AcGePoint3d(1, 0, 0));
+    AcDbBlockTableRecord* space = nullptr;
+    ASSERT_EQ(acdbOpenObject(space, session.database()->modelSpaceId(), AcDb::kForWrite),
+              Acad::eOk);
+    space->appendAcDbEntity(line.get());
+    space->close();
+    line->highlight();
+    line->close();
+    EXPECT_THAT(session.leftovers(), ElementsAre("1 entities are still highlighted"));
+    AcDbEntity* shown = nullptr;
+    ASSERT_EQ(acdbOpenObject(shown, line.release()->objectId(), AcDb::kForWrite), Acad::eOk);
+    shown->erase();
+    shown->close();
+    EXPECT_THAT(session.leftovers(), IsEmpty()) << "what is erased shows no more";
 
     auto database = std::make_unique<AcDbDatabase>(true, true);
     EXPECT_THAT(session.leftovers(), ElementsAre(HasSubstr("belongs to no document")));

@@ -63,12 +63,11 @@ private:
 
 class PictureTest : public test_support::SessionTest {
 protected:
-    Pixels draw(const std::vector<std::wstring>& highlighted = {}) {
+    Pixels draw() {
         PictureOptions options;
         options.width = 100;
         options.height = 100;
         options.window = {0, 0, 100, 100};
-        options.highlighted = highlighted;
         png_ = std::get<std::string>(headless::drawPicture(*database(), options));
         return Pixels(png_);
     }
@@ -265,9 +264,19 @@ TEST_F(PictureTest, LinesAreAsWideAndAsBrokenAsTheyAsk) {
     EXPECT_GE(picture.marked(0, 79, 100, 82), 100);
     EXPECT_EQ(picture.marked(50, 85, 51, 95), 6);
 
-    const Pixels highlighted = draw({L"0"});
-    const int gaps = 100 * highlighted.marked(2, 79, 3, 82) - highlighted.marked(0, 79, 100, 82);
-    EXPECT_GT(gaps, 20) << "highlighted lines are dashed";
+    const auto gaps = [this] {
+        const Pixels now = draw();
+        return 100 * now.marked(2, 79, 3, 82) - now.marked(0, 79, 100, 82);
+    };
+    EXPECT_EQ(gaps(), 0);
+    const AcDbObjectId twin = add(line(80));
+    AcDbEntity* highlighted = nullptr;
+    ASSERT_EQ(acdbOpenObject(highlighted, twin, AcDb::kForRead), Acad::eOk);
+    EXPECT_EQ(highlighted->highlight(), Acad::eOk);
+    EXPECT_GT(gaps(), 20) << "dashes, with the solid line below out of sight";
+    EXPECT_EQ(highlighted->unhighlight(), Acad::eOk);
+    highlighted->close();
+    EXPECT_EQ(gaps(), 0);
 }
 
 TEST_F(PictureTest, CurvesKeepTheirShape) {

@@ -1,0 +1,5 @@
+#include "ed/display.h"
+
+#include "ed/state.h"
+
+void acedUpdateDisplay() { ++headless::EdState::current().displayUpdates; }

@@ -1,0 +1,3 @@
+// Forwards to the host.
+#pragma once
+#include "db/subentity_path.h"
