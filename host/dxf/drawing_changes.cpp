@@ -11,7 +11,6 @@
 #include "db/sortents_table.h"
 
 namespace headless {
-namespace {} // namespace
 
 DrawingChanges::DrawingChanges(AcDbDatabase& db) {
     claimBlocks(db);

@@ -1,5 +1,6 @@
 #include "dxf/group_writer.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -30,9 +31,9 @@ void appendPadded(std::string_view digits, std::size_t width, std::string& to) {
 void appendReal(double value, std::string& to) {
     char digits[32];
     const auto [end, error] = std::to_chars(digits, digits + sizeof digits, value);
-    const std::string_view text(digits, static_cast<std::size_t>(end - digits));
-    to += text;
-    if (text.find_first_of(".e") == std::string_view::npos) to += ".0";
+    to.append(digits, end);
+    const auto isPart = [](char c) { return c == '.' || c == 'e'; };
+    if (std::none_of(digits, end, isPart)) to += ".0";
 }
 
 std::string_view handleDigits(std::uint64_t value, char (&room)[16]) {
@@ -49,11 +50,13 @@ std::string_view handleDigits(std::uint64_t value, char (&room)[16]) {
 void GroupWriter::code(int code) {
     if (!form_.binary) {
         constexpr std::size_t kWidth = 3;
-        char digits[8];
-        const auto [end, error] = std::to_chars(digits, digits + sizeof digits, code);
-        appendPadded({digits, static_cast<std::size_t>(end - digits)}, form_.padded ? kWidth : 0,
-                     to_);
-        to_ += form_.lineEnd;
+        char line[16];
+        char* const digits = line + kWidth;
+        const auto [end, error] = std::to_chars(digits, digits + sizeof line / 2, code);
+        char* begin = digits;
+        std::fill(line, digits, ' ');
+        if (form_.padded && end - begin < std::ptrdiff_t{kWidth}) begin = end - kWidth;
+        to_.append(begin, std::copy(form_.lineEnd.begin(), form_.lineEnd.end(), end));
         return;
     }
     if (form_.oneByteCodes && code >= 0 && code <= kLastOfOneByte) {

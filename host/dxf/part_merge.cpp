@@ -1,7 +1,9 @@
 #include "dxf/part_merge.h"
 
 #include <algorithm>
+#include <cmath>
 
+#include "db/dxf_code.h"
 #include "db/residence.h"
 #include "db/symbol_table.h"
 
@@ -11,8 +13,26 @@ namespace {
 constexpr int kSubclassMarker = 100;
 constexpr int kPaperSpace = 67;
 constexpr int kTrueColor = 420;
+constexpr std::string_view kEntity = "AcDbEntity";
 
 bool isHandleCode(int code) { return code >= 320 && code <= 369; }
+
+/// True when the file states another number than the object writes, with neither rounding nor the
+/// sense of a radius or an angle between them.
+bool isOtherNumber(int code, double stated, double written) {
+    constexpr double kRounding = 1e-9;
+    constexpr double kFullTurn = 360.0;
+    const double slack = kRounding * std::max({std::abs(stated), std::abs(written), 1.0});
+    if (std::abs(stated - written) <= slack || std::abs(stated + written) <= slack) return false;
+    const bool angle = code >= AcDb::kDxfAngle && code <= AcDb::kDxfAngle + 8;
+    return !angle || std::abs(std::remainder(stated - written, kFullTurn)) > slack;
+}
+
+bool contains(std::span<const std::int16_t> codes, int code) {
+    return std::find(codes.begin(), codes.end(), code) != codes.end();
+}
+
+bool isNormalCode(int code) { return code >= AcDb::kDxfNormalX && code <= 239; }
 
 bool isMarker(const DxfOutTag& tag) {
     return tag.code == kSubclassMarker && tag.kind == DxfOutTag::Kind::kName;
@@ -79,6 +99,7 @@ bool PartMerge::says(const DxfTag& group, const DxfOutTag& tag) const {
     case DxfOutTag::Kind::kReal:
         return group.real() == tag.real;
     case DxfOutTag::Kind::kFlags:
+        return (group.integer() & std::int64_t{tag.mask}) == tag.integer;
     case DxfOutTag::Kind::kInteger:
         return group.integer() == tag.integer;
     case DxfOutTag::Kind::kNumber:
@@ -106,66 +127,75 @@ bool PartMerge::namesRecord(const DxfTag& group, AcDbObjectId id) const {
     return decoder_->decode(bytes) == name;
 }
 
-/// True when no way of reading the group makes the value that is written now.
-bool PartMerge::surelyChanged(const DxfTag& group, const DxfOutTag& tag) const {
+bool PartMerge::statesCode(const FilePart& part, int code) const {
+    for (std::size_t at = part.begin; at < part.end; ++at)
+        if ((*file_)[at].code == code) return true;
+    return false;
+}
+
+/// True for a value that the file would state if the object had had it. What all entities have is
+/// written only where it is not the usual; of other values the file alone does not tell.
+bool PartMerge::isNew(const FilePart& part, const DxfOutTag& tag) const {
+    return part.name == kEntity && !statesCode(part, tag.code);
+}
+
+/// True when no way of reading the group makes the value, no number with decimals, that an entity
+/// writes now.
+bool PartMerge::surelyChanged(const FilePart& part, std::size_t at, const DxfOutTag& tag) const {
     constexpr int kColor = 62;
     constexpr std::int64_t kMostColor = 256;
+    if (part.name != kEntity) return false;
     if (tag.kind == DxfOutTag::Kind::kSymbol) return renamed_.empty();
-    if (tag.code != kColor) return false;
+    const DxfTag& group = (*file_)[at];
     // Next to a colour by its parts the index does not count.
-    const CodeUse& parts = uses_[kTrueColor - kFirstGroupCode];
-    const bool alone = parts.epoch != epoch_ || parts.inFile == 0;
-    return alone && group.integer() > 0 && group.integer() <= kMostColor;
+    return tag.code == kColor && group.integer() > 0 && group.integer() <= kMostColor &&
+           !statesCode(part, kTrueColor);
 }
 
-bool PartMerge::states(const FilePart& part, const PartValues& values) const {
-    if (values.whole) return false;
-    const auto isModelled = [&](std::size_t at) {
-        const auto& codes = values.codes;
-        return layout_->role(at) == GroupRole::kOwn &&
-               std::find(codes.begin(), codes.end(), (*file_)[at].code) != codes.end();
-    };
-    std::size_t at = part.begin;
-    for (const DxfOutTag& tag : values.now) {
-        while (at < part.end && (*file_)[at].code != tag.code) {
-            if (isModelled(at)) return false;
-            ++at;
-        }
-        if (at == part.end || layout_->role(at) != GroupRole::kOwn || !says((*file_)[at], tag))
-            return false;
-        ++at;
+bool PartMerge::isModelled(std::size_t at, const PartValues& values) const {
+    return layout_->role(at) == GroupRole::kOwn && contains(values.codes, (*file_)[at].code);
+}
+
+/// What the file alone tells of a group and the value that the object writes for it.
+PartMerge::Said PartMerge::compare(const FilePart& part, std::size_t at,
+                                   const DxfOutTag& tag) const {
+    const DxfTag& group = (*file_)[at];
+    if (tag.kind != DxfOutTag::Kind::kReal) {
+        if (says(group, tag)) return Said::kSame;
+        return surelyChanged(part, at, tag) ? Said::kOther : Said::kUnclear;
     }
-    while (at < part.end && !isModelled(at))
-        ++at;
-    return at == part.end;
+    const double stated = group.real();
+    if (stated == tag.real) return Said::kSame;
+    const bool other = !isNormalCode(tag.code) && layout_->parts()[1].name == kEntity &&
+                       isOtherNumber(tag.code, stated, tag.real);
+    return other ? Said::kOther : Said::kUnclear;
 }
 
-bool PartMerge::findStated(const FilePart& part, const PartValues& values,
-                           std::vector<DxfOutTag>& stated) {
-    // What all entities have is written only where it is not the usual, so what the file does not
-    // state is new.
-    const bool usualUnsaid = part.name == "AcDbEntity";
-    if (values.whole || values.newPlace || namesLost(part, values)) return false;
-    learn(part, {values.now, {}, values.codes});
-    chooseModelled(values, false);
+bool PartMerge::putInStep(const FilePart& part, const PartValues& values) {
+    if (values.whole || namesLost(part, values)) return false;
+    std::size_t at = part.begin;
+    std::size_t kept = at; // Groups from here on are still to be put.
     for (const DxfOutTag& tag : values.now) {
-        CodeUse& known = use(tag.code);
-        if (!known.modelled) {
-            stated.push_back(tag);
-            continue;
+        const auto isNext = [&] {
+            return (*file_)[at].code == tag.code && layout_->role(at) == GroupRole::kOwn;
+        };
+        while (at < part.end && !isNext() && !isModelled(at, values))
+            ++at;
+        const bool stated = at < part.end && isNext();
+        const Said said = stated ? compare(part, at, tag) : Said::kOther;
+        if (said == Said::kUnclear || (!stated && !isNew(part, tag))) return false;
+        if (said == Said::kOther) {
+            keep(kept, at);
+            putTag_(tag);
+            kept = at + (stated ? 1 : 0);
         }
-        const std::size_t at = known.nextInFile;
-        if (at == kNone && !usualUnsaid) return false;
-        if (at == kNone) continue;
-        known.nextInFile = sameInFile_[at - partBegin_];
-        stated.push_back(tag);
-        if (says((*file_)[at], tag)) continue;
-        if (!usualUnsaid || !surelyChanged((*file_)[at], tag)) return false;
-        stated.back().kind = DxfOutTag::Kind::kNumber; // Whatever it was, it was another value.
+        at += stated ? 1 : 0;
     }
     // What the file states beyond that may have been dropped.
-    return std::all_of(values.codes.begin(), values.codes.end(),
-                       [this](std::int16_t code) { return use(code).nextInFile == kNone; });
+    for (; at < part.end; ++at)
+        if (isModelled(at, values)) return false;
+    keep(kept, part.end);
+    return true;
 }
 
 bool PartMerge::sameAsFile(const FilePart& part, const PartValues& values) const {
@@ -189,9 +219,7 @@ bool PartMerge::namesLost(const FilePart& part, const PartValues& values) const 
     for (std::size_t at = part.begin; at < part.end; ++at) {
         const DxfTag& group = (*file_)[at];
         if (!isHandleCode(group.code) || layout_->role(at) != GroupRole::kOwn) continue;
-        const bool modelled =
-            std::find(values.codes.begin(), values.codes.end(), group.code) != values.codes.end();
-        if (modelled && isLost_(group.handle())) return true;
+        if (contains(values.codes, group.code) && isLost_(group.handle())) return true;
     }
     return false;
 }
@@ -264,11 +292,8 @@ void PartMerge::learn(const FilePart& part, const PartValues& values) {
 void PartMerge::chooseModelled(const PartValues& values, bool namesLost) {
     for (const std::int16_t code : values.codes)
         use(code).modelled = namesLost || use(code).before > 0;
-    for (const DxfOutTag& tag : values.now) {
-        const auto& codes = values.codes;
-        if (std::find(codes.begin(), codes.end(), tag.code) != codes.end())
-            use(tag.code).modelled = true;
-    }
+    for (const DxfOutTag& tag : values.now)
+        if (contains(values.codes, tag.code)) use(tag.code).modelled = true;
 }
 
 void PartMerge::findTrails(const FilePart& part) {

@@ -50,11 +50,9 @@ public:
     /// The record that parts are merged with from now on.
     void begin(const RecordGroups& file, const RecordLayout& layout, const TextDecoder& decoder);
 
-    /// True when the part states all values of `now`, in their order, and none beyond them.
-    bool states(const FilePart& part, const PartValues& values) const;
-    /// Appends what the object wrote before, as far as the part itself tells: false when only the
-    /// object as it was can tell what changed.
-    bool findStated(const FilePart& part, const PartValues& values, std::vector<DxfOutTag>& stated);
+    /// Puts the part where the file alone tells what changed, its groups being in step with those
+    /// of `now`. False when only the object as it was can tell; what was put by then is void.
+    bool putInStep(const FilePart& part, const PartValues& values);
 
     void merge(const FilePart& part, const PartValues& values);
     /// Puts groups of the file as they are, but for those of another role.
@@ -90,7 +88,12 @@ private:
     bool sameAsFile(const FilePart& part, const PartValues& values) const;
     bool namesRecord(const DxfTag& group, AcDbObjectId id) const;
     bool says(const DxfTag& group, const DxfOutTag& tag) const;
-    bool surelyChanged(const DxfTag& group, const DxfOutTag& tag) const;
+    bool isModelled(std::size_t at, const PartValues& values) const;
+    bool statesCode(const FilePart& part, int code) const;
+    bool isNew(const FilePart& part, const DxfOutTag& tag) const;
+    enum class Said : std::uint8_t { kSame, kOther, kUnclear };
+    Said compare(const FilePart& part, std::size_t at, const DxfOutTag& tag) const;
+    bool surelyChanged(const FilePart& part, std::size_t at, const DxfOutTag& tag) const;
     bool namesLost(const FilePart& part, const PartValues& values) const;
     void mergeWhole(const FilePart& part, const PartValues& values);
     void mergeGroups(const FilePart& part, const PartValues& values, bool namesLost);

@@ -115,8 +115,7 @@ void RecordWriter::write(const AcDbObject& object) {
         return;
     }
     beginMerge();
-    if (findStated(now)) {
-        putMerged(now, nullptr);
+    if (putInStep(now)) {
         putTail(items, now, nullptr);
         return;
     }
@@ -127,7 +126,7 @@ void RecordWriter::write(const AcDbObject& object) {
     }
     if (!span.plain) readApplicationValues(*scratch, file_->record().tags, scratch_);
     const DxfOutput& before = before_.write(*scratch);
-    putMerged(now, &before);
+    putMerged(now, before);
     putTail(items, now, &before);
 }
 
@@ -158,7 +157,7 @@ void RecordWriter::writeBlockBegin(const AcDbBlockTableRecord& block, const Bloc
     before_.output().clear();
     scratch.writeBegin(before_, &block);
     beginMerge();
-    putMerged(now_.output(), &before_.output());
+    putMerged(now_.output(), before_.output());
     groups_.buffer() += file_->bytes(layout_.tail(), file_->size());
 }
 
@@ -221,23 +220,33 @@ void RecordWriter::beginMerge() {
     merge_.begin(*file_, layout_, source_->decoder);
 }
 
-bool RecordWriter::findStated(const DxfOutput& now) {
+bool RecordWriter::putInStep(const DxfOutput& now) {
     if (identity_.cloned || !layout_.hasSubclasses()) return false;
-    stated_.clear();
-    statedBegins_.clear();
-    statedWhole_.clear();
-    for (const DxfOutPart& part : now.parts()) {
-        statedBegins_.push_back(stated_.size());
-        const FilePart* const inFile =
-            part.application ? nullptr : filePartLike(part.name, countBefore(now.parts(), part));
-        const PartValues values{now.tagsOf(part), {}, part.codes, part.whole};
-        if (inFile == nullptr) return false;
-        const bool unchanged = merge_.states(*inFile, values);
-        statedWhole_.push_back(unchanged);
-        if (!unchanged && !merge_.findStated(*inFile, values, stated_)) return false;
+    std::string& to = groups_.buffer();
+    const std::size_t begin = to.size();
+    putHead();
+    auto next = now.parts().begin();
+    bool inStep = true;
+    for (const FilePart& part : layout_.parts().subspan(1)) {
+        if (next == now.parts().end() || part.name != next->name) {
+            merge_.keep(part.begin, part.end);
+            continue;
+        }
+        inStep =
+            inStep && merge_.putInStep(part, {now.tagsOf(*next), {}, next->codes, next->whole});
+        ++next;
     }
-    statedBegins_.push_back(stated_.size());
-    return true;
+    if (inStep && next == now.parts().end()) return true;
+    to.resize(begin);
+    return false;
+}
+
+void RecordWriter::putHead() {
+    groups_.buffer() += file_->nameBytes();
+    if (layout_.handle() == file_->size() && identity_.cloned) putHandle();
+    if (!layout_.hasSubclasses()) return; // All of it is a head then, merged as one.
+    const FilePart& head = layout_.parts().front();
+    merge_.keep(head.begin, head.end);
 }
 
 const FilePart* RecordWriter::filePartLike(std::string_view name, std::size_t earlier) const {
@@ -247,30 +256,13 @@ const FilePart* RecordWriter::filePartLike(std::string_view name, std::size_t ea
     return nullptr;
 }
 
-/// What the object wrote of the part before it was changed.
-std::span<const DxfOutTag> RecordWriter::tagsBefore(const DxfOutput& now, const DxfOutPart& part,
-                                                    const DxfOutput* before) const {
-    const auto parts = now.parts();
-    if (before == nullptr) {
-        const auto index = static_cast<std::size_t>(&part - parts.data());
-        const std::size_t begin = statedBegins_[index];
-        return std::span(stated_).subspan(begin, statedBegins_[index + 1] - begin);
-    }
-    const DxfOutPart* const old = partLike(*before, part.name, countBefore(parts, part));
-    return old == nullptr ? std::span<const DxfOutTag>() : before->tagsOf(*old);
-}
-
-void RecordWriter::putMerged(const DxfOutput& now, const DxfOutput* before) {
+void RecordWriter::putMerged(const DxfOutput& now, const DxfOutput& before) {
     if (identity_.cloned) dropPromise(now);
-    groups_.buffer() += file_->nameBytes();
-    if (layout_.handle() == file_->size() && identity_.cloned) putHandle();
-    if (!layout_.hasSubclasses()) {
-        putFlattened(now, *before);
-        return;
-    }
-    const FilePart& head = layout_.parts().front();
-    merge_.keep(head.begin, head.end);
-    putParts(now, before);
+    putHead();
+    if (layout_.hasSubclasses())
+        putParts(now, before);
+    else
+        putFlattened(now, before);
 }
 
 /// Attributes that a reference promises (66) without having any are not promised by its clone.
@@ -312,9 +304,13 @@ void RecordWriter::putFlattened(const DxfOutput& now, const DxfOutput& before) {
     merge_.merge(all, values);
 }
 
-void RecordWriter::putParts(const DxfOutput& now, const DxfOutput* before) {
+void RecordWriter::putParts(const DxfOutput& now, const DxfOutput& before) {
     const auto parts = now.parts();
     std::size_t next = 0; // part of the object
+    const auto tagsBefore = [&](const DxfOutPart& part) {
+        const DxfOutPart* const old = partLike(before, part.name, countBefore(parts, part));
+        return old == nullptr ? std::span<const DxfOutTag>() : before.tagsOf(*old);
+    };
     const auto putUnmatched = [&](std::size_t end) {
         for (; next < end; ++next) {
             const DxfOutPart& part = parts[next];
@@ -322,7 +318,7 @@ void RecordWriter::putParts(const DxfOutput& now, const DxfOutput* before) {
                 continue;
             // What is written as before stands in the record under another subclass.
             const auto tags = now.tagsOf(part);
-            if (!merge_.same(tags, tagsBefore(now, part, before))) putNewPart(part, tags);
+            if (!merge_.same(tags, tagsBefore(part))) putNewPart(part, tags);
         }
     };
     for (const FilePart& part : layout_.parts().subspan(1)) {
@@ -333,13 +329,8 @@ void RecordWriter::putParts(const DxfOutput& now, const DxfOutput* before) {
             merge_.keep(part.begin, part.end);
             continue;
         }
-        const auto index = static_cast<std::size_t>(matched - parts.data());
-        if (before == nullptr && statedWhole_[index]) {
-            merge_.keep(part.begin, part.end);
-            continue;
-        }
-        putUnmatched(index);
-        PartValues values{now.tagsOf(*matched), tagsBefore(now, *matched, before), matched->codes,
+        putUnmatched(static_cast<std::size_t>(matched - parts.data()));
+        PartValues values{now.tagsOf(*matched), tagsBefore(*matched), matched->codes,
                           matched->whole, identity_.asRead};
         if (part.name == kEntity) takePlace(part, values);
         merge_.merge(part, values);

@@ -91,13 +91,11 @@ private:
     void putTail(const DataItems* items, const DxfOutput& now, const DxfOutput* before);
     const FilePart* filePartLike(std::string_view name, std::size_t earlier) const;
     void beginMerge();
-    /// Fills stated_ where the file itself tells what the object wrote before.
-    bool findStated(const DxfOutput& now);
-    void putMerged(const DxfOutput& now, const DxfOutput* before);
+    /// Puts all but the tail where the file itself tells what changed; else nothing.
+    bool putInStep(const DxfOutput& now);
+    void putMerged(const DxfOutput& now, const DxfOutput& before);
     void putHead();
-    void putParts(const DxfOutput& now, const DxfOutput* before);
-    std::span<const DxfOutTag> tagsBefore(const DxfOutput& now, const DxfOutPart& part,
-                                          const DxfOutput* before) const;
+    void putParts(const DxfOutput& now, const DxfOutput& before);
     void putFlattened(const DxfOutput& now, const DxfOutput& before);
     void putNewPart(const DxfOutPart& part, std::span<const DxfOutTag> tags);
     void dropPromise(const DxfOutput& now);
@@ -124,11 +122,8 @@ private:
     PartMerge merge_;
     XdataMerge xdata_;
     PutMore putMore_;
-    std::vector<DxfOutTag> stated_;
-    std::vector<std::size_t> statedBegins_; // of each part, and the end
-    std::vector<bool> statedWhole_;         // parts that the file has as they are
-    Identity identity_;                     // of the record at hand
-    bool merging_ = false;                  // it with one of the file
+    Identity identity_;    // of the record at hand
+    bool merging_ = false; // it with one of the file
     // The last owner that was asked about.
     AcDbObjectId lastOwner_;
     bool lastInPaper_ = false;
