@@ -59,7 +59,9 @@ std::vector<const CDrawGrid*> gridsOf(const table::DrawnTables& tables) {
 
 table::DrawnTables drawnTables(AcDbDatabase* db, const TableFilter& filter) {
     if (db == nullptr) return {};
-    return table::tablesAmong(entitiesThatPass(db, filter));
+    const bool isAskedFor = filter.window || !filter.layers.empty();
+    return table::tablesAmong(entitiesThatPass(db, filter),
+                              isAskedFor ? table::BlankForms::kTables : table::BlankForms::kNone);
 }
 
 CString writeTables(const table::DrawnTables& tables, const CString& path) {

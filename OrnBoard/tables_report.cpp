@@ -18,12 +18,17 @@ Align alignmentOf(const CDrawGrid& grid, int column) {
     return hasNumbers ? Align::kRight : Align::kLeft;
 }
 
+CString onOneLine(CString text) {
+    text.Replace(L'\n', L' ');
+    return text;
+}
+
 CString contentOf(const CDrawGrid& grid) {
     std::vector<TableRow> rows;
     for (int row = 1; row < grid.GetRowCount(); ++row) {
         TableRow texts;
         for (int column = 1; column < grid.GetColumnCount(); ++column)
-            texts.push_back(grid.GetCell(row, column).text);
+            texts.push_back(onOneLine(grid.GetCell(row, column).text));
         rows.push_back(std::move(texts));
     }
     std::vector<Align> alignment;

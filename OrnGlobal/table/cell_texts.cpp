@@ -29,6 +29,37 @@ CellText read(const AcDbText& entity) {
     return text;
 }
 
+AcDb::TextHorzMode horizontalOf(AcDbMText::AttachmentPoint attachment) {
+    constexpr AcDb::TextHorzMode kColumns[] = {AcDb::kTextLeft, AcDb::kTextCenter,
+                                               AcDb::kTextRight};
+    return kColumns[(attachment - AcDbMText::kTopLeft) % 3];
+}
+
+AcDb::TextVertMode verticalOf(AcDbMText::AttachmentPoint attachment) {
+    constexpr AcDb::TextVertMode kRows[] = {AcDb::kTextTop, AcDb::kTextVertMid, AcDb::kTextBottom};
+    return kRows[(attachment - AcDbMText::kTopLeft) / 3];
+}
+
+CString wordsOf(const AcDbMText& entity) {
+    ACHAR* words = entity.text();
+    const CString text(words);
+    acutDelString(words);
+    return text;
+}
+
+std::optional<CellText> read(const AcDbMText& entity) {
+    AcDbExtents box;
+    if (entity.getGeomExtents(box) != Acad::eOk) return std::nullopt;
+    return CellText{.text = wordsOf(entity),
+                    .middle = box.minPoint() + (box.maxPoint() - box.minPoint()) / 2.0,
+                    .horizontal = horizontalOf(entity.attachment()),
+                    .vertical = verticalOf(entity.attachment()),
+                    .color = entity.colorIndex(),
+                    .style = entity.textStyle(),
+                    .height = entity.textHeight(),
+                    .widthFactor = 1.0};
+}
+
 std::vector<orncore::Box> placesOf(const std::vector<CellText>& texts) {
     std::vector<orncore::Box> places;
     places.reserve(texts.size());
@@ -59,6 +90,12 @@ std::vector<CellText> readTexts(AcArray<AcDbObjectId>& ids) {
     }
     ids = std::move(kept);
     return texts;
+}
+
+std::optional<CellText> cellText(const AcDbEntity& entity) {
+    if (const auto* text = AcDbText::cast(&entity)) return read(*text);
+    if (const auto* text = AcDbMText::cast(&entity)) return read(*text);
+    return std::nullopt;
 }
 
 CellTexts::CellTexts(std::vector<CellText> texts)

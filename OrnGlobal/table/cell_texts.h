@@ -1,6 +1,7 @@
 // The texts of a table, found by the cells they stand in.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -12,10 +13,10 @@
 
 namespace table {
 
-/// A single-line text as a cell takes it.
+/// A text as a cell takes it.
 struct CellText {
     CString text;
-    AcGePoint3d middle; // of the base line
+    AcGePoint3d middle; // of the base line; of all lines when there are several
     int horizontal;     // AcDb::TextHorzMode
     int vertical;       // AcDb::TextVertMode
     int color;          // colour index
@@ -24,8 +25,12 @@ struct CellText {
     double widthFactor;
 };
 
-/// Reads the texts of a list, and takes everything else out of it.
+/// Reads the single-line texts of a list, and takes everything else out of it.
 [[nodiscard]] std::vector<CellText> readTexts(AcArray<AcDbObjectId>& ids);
+
+/// A single-line or multiline text as a cell takes it; multiline text without its codes, lines
+/// parted by line feeds. Nothing for other entities.
+[[nodiscard]] std::optional<CellText> cellText(const AcDbEntity& entity);
 
 class CellTexts {
 public:

@@ -16,7 +16,7 @@ using orncore::Box;
 
 struct Drawn {
     std::vector<Ruling> lines;
-    AcArray<AcDbObjectId> texts;
+    std::vector<CellText> texts;
 };
 
 Drawn read(const AcArray<AcDbObjectId>& ids) {
@@ -26,8 +26,8 @@ Drawn read(const AcArray<AcDbObjectId>& ids) {
         if (!entity) continue;
         if (const auto* line = AcDbLine::cast(entity.get()))
             drawn.lines.push_back({line->startPoint(), line->endPoint()});
-        else if (AcDbText::cast(entity.get()) != nullptr)
-            drawn.texts.append(id);
+        else if (auto text = cellText(*entity))
+            drawn.texts.push_back(std::move(*text));
         else
             std::ranges::copy(straightPieces(*entity), std::back_inserter(drawn.lines));
     }
@@ -39,7 +39,7 @@ Drawn read(const AcArray<AcDbObjectId>& ids) {
 struct Ruled {
     std::vector<Ruling> lines;
     Box box;
-    AcArray<AcDbObjectId> texts = AcArray<AcDbObjectId>();
+    std::vector<CellText> texts = {};
 };
 
 Box around(const std::vector<Ruling>& lines) {
@@ -70,18 +70,17 @@ std::vector<Ruled> ruledAreas(const std::vector<Ruling>& lines) {
 }
 
 /// Gives every area the texts that stand in its box.
-void shareOut(AcArray<AcDbObjectId>& ids, std::vector<Ruled>& areas) {
+void shareOut(const std::vector<CellText>& texts, std::vector<Ruled>& areas) {
     std::vector<Box> boxes;
     for (const Ruled& area : areas)
         boxes.push_back(orncore::widened(area.box, 1e-6));
     const orncore::BoxTree tree(boxes);
     std::vector<std::size_t> around;
-    const std::vector<CellText> texts = readTexts(ids);
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        const AcGePoint3d& p = texts[i].middle;
+    for (const CellText& text : texts) {
+        const AcGePoint3d& p = text.middle;
         tree.find({p.x, p.y, p.x, p.y}, around);
         for (const std::size_t area : around)
-            areas[area].texts.append(ids[static_cast<int>(i)]);
+            areas[area].texts.push_back(text);
     }
 }
 
@@ -104,7 +103,7 @@ bool isTiled(const TableModel& model) {
            2 * covered >= cells;
 }
 
-std::unique_ptr<CGridToCadTable> tableIn(Ruled& area) {
+std::unique_ptr<CGridToCadTable> tableIn(const Ruled& area, BlankForms blank) {
     AcGePoint3dArray starts;
     AcGePoint3dArray ends;
     for (const Ruling& line : area.lines) {
@@ -113,21 +112,22 @@ std::unique_ptr<CGridToCadTable> tableIn(Ruled& area) {
     }
     auto table = std::make_unique<CGridToCadTable>();
     if (table->AnalyseLines(starts, ends, area.texts) == 0) return nullptr;
-    if (!isTiled(table->GetModel()) || !hasText(table->GetModel())) return nullptr;
+    const bool saysSomething = blank == BlankForms::kTables || hasText(table->GetModel());
+    if (!saysSomething || !isTiled(table->GetModel())) return nullptr;
     table->FillGrid();
     return table;
 }
 
 } // namespace
 
-DrawnTables tablesAmong(const AcArray<AcDbObjectId>& ids) {
-    Drawn drawn = read(ids);
+DrawnTables tablesAmong(const AcArray<AcDbObjectId>& ids, BlankForms blank) {
+    const Drawn drawn = read(ids);
     std::vector<Ruled> areas = ruledAreas(drawn.lines);
     shareOut(drawn.texts, areas);
     DrawnTables tables;
-    for (Ruled& area : areas) {
-        if (area.texts.isEmpty()) continue;
-        if (auto table = tableIn(area)) tables.push_back(std::move(table));
+    for (const Ruled& area : areas) {
+        if (area.texts.empty() && blank == BlankForms::kNone) continue;
+        if (auto table = tableIn(area, blank)) tables.push_back(std::move(table));
     }
     return tables;
 }

@@ -177,6 +177,16 @@ int CExcelOP::SetSheetName(short index, CString name) {
     return attempt([&] { put(sheet, kName, name); });
 }
 
+int CExcelOP::DeleteSheet(short index) {
+    if (m_worksheets.m_lpDispatch == nullptr) return 0;
+    COleDispatchDriver sheet;
+    if (!hold(sheet, [&] { return itemOf(m_worksheets, index); })) return 0;
+    succeeds([&] { putFlag(m_app, kDisplayAlerts, 0); });
+    const int deleted = attempt([&] { call(sheet, kDelete); });
+    succeeds([&] { putFlag(m_app, kDisplayAlerts, 1); });
+    return deleted;
+}
+
 int CExcelOP::GetCellRange(CString cell1, CString cell2) {
     if (m_worksheet.m_lpDispatch == nullptr) return refuse(L"Sheet获取失败!");
     static const BYTE kinds[] = VTS_VARIANT VTS_VARIANT;

@@ -10,6 +10,10 @@
 
 #include <afxdisp.h>
 
+namespace excel {
+enum Member : DISPID;
+}
+
 /// One application with its current workbook, sheet and range. All operations answer 1 when done
 /// and 0 when not, in which case the user has been told why in a message box; nothing is thrown.
 ///
@@ -45,6 +49,8 @@ public:
     /// Makes a sheet the current one, silently.
     int SetActiveSheet(short index);
     int SetSheetName(short index, CString name);
+    /// Takes a sheet away without asking, whatever it holds; the last one stays.
+    int DeleteSheet(short index);
     /// Makes the cells between two corners the current range.
     int GetCellRange(CString cell1, CString cell2);
 
@@ -111,6 +117,12 @@ private:
     int onRange(const CString& cell1, const CString& cell2, Calls calls);
     template <class Calls>
     int onFont(const CString& cell1, const CString& cell2, Calls calls);
+    template <class Value>
+    int setOnRange(const CString& cell1, const CString& cell2, excel::Member member,
+                   const Value& value);
+    template <class Value>
+    int setOnFont(const CString& cell1, const CString& cell2, excel::Member member,
+                  const Value& value);
 
     COleDispatchDriver m_app;
     COleDispatchDriver m_workbooks;

@@ -68,8 +68,20 @@ int CExcelOP::onFont(const CString& cell1, const CString& cell2, Calls calls) {
     });
 }
 
+/// One property of the range, and of its font.
+template <class Value>
+int CExcelOP::setOnRange(const CString& cell1, const CString& cell2, Member member,
+                         const Value& value) {
+    return onRange(cell1, cell2, [&] { put(m_range, member, value); });
+}
+template <class Value>
+int CExcelOP::setOnFont(const CString& cell1, const CString& cell2, Member member,
+                        const Value& value) {
+    return onFont(cell1, cell2, [&] { put(m_part, member, value); });
+}
+
 int CExcelOP::SetCellValue(CString cell, VARIANT value) {
-    return onRange(cell, cell, [&] { put(m_range, kValue2, value); });
+    return setOnRange(cell, cell, kValue2, value);
 }
 
 int CExcelOP::SetCellValue(int row, int col, VARIANT value) {
@@ -77,7 +89,7 @@ int CExcelOP::SetCellValue(int row, int col, VARIANT value) {
 }
 
 int CExcelOP::SetCellFormula(CString cell1, CString cell2, CString formula) {
-    return onRange(cell1, cell2, [&] { put(m_range, kFormula, formula); });
+    return setOnRange(cell1, cell2, kFormula, formula);
 }
 
 int CExcelOP::SetCellComment(CString cell1, CString cell2, CString text) {
@@ -140,7 +152,7 @@ int CExcelOP::InsertPic(CString cell1, CString cell2, CString path, double colWi
 }
 
 int CExcelOP::SetNumFormat(CString cell1, CString cell2, CString format) {
-    return onRange(cell1, cell2, [&] { put(m_range, kNumberFormat, format); });
+    return setOnRange(cell1, cell2, kNumberFormat, format);
 }
 
 int CExcelOP::SetNumFormat(CString format) {
@@ -159,7 +171,7 @@ int CExcelOP::SetCellHAlignment(CString cell1, CString cell2, long alignment, lo
 }
 
 int CExcelOP::SetCellVAlignment(CString cell1, CString cell2, long alignment) {
-    return onRange(cell1, cell2, [&] { put(m_range, kVerticalAlignment, alignment); });
+    return setOnRange(cell1, cell2, kVerticalAlignment, alignment);
 }
 
 int CExcelOP::SetCellTextControl(CString cell1, CString cell2, int wrap, int shrink, int merge) {
@@ -171,15 +183,15 @@ int CExcelOP::SetCellTextControl(CString cell1, CString cell2, int wrap, int shr
 }
 
 int CExcelOP::SetCellOrientation(CString cell1, CString cell2, long degrees) {
-    return onRange(cell1, cell2, [&] { put(m_range, kOrientation, degrees); });
+    return setOnRange(cell1, cell2, kOrientation, degrees);
 }
 
 int CExcelOP::SetRowHeight(CString cell1, CString cell2, double height) {
-    return onRange(cell1, cell2, [&] { put(m_range, kRowHeight, height); });
+    return setOnRange(cell1, cell2, kRowHeight, height);
 }
 
 int CExcelOP::SetColumnWidth(CString cell1, CString cell2, double width) {
-    return onRange(cell1, cell2, [&] { put(m_range, kColumnWidth, width); });
+    return setOnRange(cell1, cell2, kColumnWidth, width);
 }
 
 int CExcelOP::SetColumnAutoFit(CString cell1, CString cell2) {
@@ -207,23 +219,23 @@ int CExcelOP::SetCellFont(CString cell1, CString cell2, CString name, CString st
 }
 
 int CExcelOP::SetCellFontName(CString cell1, CString cell2, CString name) {
-    return onFont(cell1, cell2, [&] { put(m_part, kName, name); });
+    return setOnFont(cell1, cell2, kName, name);
 }
 
 int CExcelOP::SetCellFontStyle(CString cell1, CString cell2, CString style) {
-    return onFont(cell1, cell2, [&] { put(m_part, kFontStyle, style); });
+    return setOnFont(cell1, cell2, kFontStyle, style);
 }
 
 int CExcelOP::SetCellFontSize(CString cell1, CString cell2, double size) {
-    return onFont(cell1, cell2, [&] { put(m_part, kSize, size); });
+    return setOnFont(cell1, cell2, kSize, size);
 }
 
 int CExcelOP::SetCellFontColor(CString cell1, CString cell2, long color) {
-    return onFont(cell1, cell2, [&] { put(m_part, kColor, color); });
+    return setOnFont(cell1, cell2, kColor, color);
 }
 
 int CExcelOP::SetCellFontUnderline(CString cell1, CString cell2, long underline) {
-    return onFont(cell1, cell2, [&] { put(m_part, kUnderline, underline); });
+    return setOnFont(cell1, cell2, kUnderline, underline);
 }
 
 int CExcelOP::SetCellFontStrikethrough(CString cell1, CString cell2, int strikethrough) {

@@ -199,7 +199,7 @@ std::string toHtml(std::span<const CDrawGrid* const> grids) {
     std::string html = "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n"
                        "<title>Tables</title>\n<style>\n"
                        "table { border-collapse: collapse; table-layout: fixed; margin: 10pt; }\n"
-                       "td { border: 0.5pt solid black; padding: 0 2pt; }\n"
+                       "td { border: 0.5pt solid black; padding: 0 2pt; white-space: pre-line; }\n"
                        "</style>\n</head>\n<body>\n";
     for (const CDrawGrid* grid : grids)
         html += htmlOf(*grid);

@@ -48,6 +48,23 @@ void appendEnds(const std::vector<Ruling>& lines, AcGePoint3dArray& starts,
     }
 }
 
+/// Four lines are around one cell.
+bool areTooFew(const AcGePoint3dArray& starts) { return starts.length() < 4; }
+
+/// Lines by direction, pieces joined and in the order of the rows and columns.
+table::SortedRulings ordered(CGridToCadTable& table, const AcGePoint3dArray& starts,
+                             const AcGePoint3dArray& ends) {
+    table::SortedRulings lines = table::byDirection(starts, ends);
+    table.UniteLine(lines.columns.starts, lines.columns.ends);
+    table.UniteLine(lines.rows.starts, lines.rows.ends);
+    // Each list by itself: starts and ends belong together by rank from here on.
+    for (AcGePoint3dArray* list : {&lines.columns.starts, &lines.columns.ends})
+        table.SortPoints(*list, 1);
+    for (AcGePoint3dArray* list : {&lines.rows.starts, &lines.rows.ends})
+        table.SortPoints(*list, 0);
+    return lines;
+}
+
 } // namespace
 
 CGridToCadTable::CGridToCadTable() { exportParam_.grids.MatchParam(); }
@@ -61,23 +78,16 @@ int CGridToCadTable::AnalyseTable(AcArray<AcDbObjectId>& ids) {
     AcGePoint3dArray starts;
     AcGePoint3dArray ends;
     AcArray<AcDbObjectId> texts = RemoveBiasLineGetTxt(ids, starts, ends);
-    return AnalyseLines(starts, ends, texts);
+    if (areTooFew(starts)) return 0;
+    const table::SortedRulings lines = ordered(*this, starts, ends);
+    return analyse(lines.rows, lines.columns, [&texts] { return table::readTexts(texts); });
 }
 
 int CGridToCadTable::AnalyseLines(const AcGePoint3dArray& starts, const AcGePoint3dArray& ends,
-                                  AcArray<AcDbObjectId>& texts) {
-    constexpr int kFewest = 4; // lines around one cell
-    if (starts.length() < kFewest || ends.length() < kFewest) return 0;
-    table::SortedRulings lines = table::byDirection(starts, ends);
-    UniteLine(lines.columns.starts, lines.columns.ends);
-    UniteLine(lines.rows.starts, lines.rows.ends);
-    // Each list by itself: starts and ends belong together by rank from here on.
-    for (AcGePoint3dArray* list : {&lines.columns.starts, &lines.columns.ends})
-        SortPoints(*list, 1);
-    for (AcGePoint3dArray* list : {&lines.rows.starts, &lines.rows.ends})
-        SortPoints(*list, 0);
-    return AnalyseCoordinate(lines.rows.starts, lines.rows.ends, lines.columns.starts,
-                             lines.columns.ends, texts);
+                                  const std::vector<table::CellText>& texts) {
+    if (areTooFew(starts)) return 0;
+    const table::SortedRulings lines = ordered(*this, starts, ends);
+    return analyse(lines.rows, lines.columns, [&texts] { return texts; });
 }
 
 AcArray<AcDbObjectId> CGridToCadTable::RemoveBiasLineGetTxt(AcArray<AcDbObjectId>& ids,
@@ -123,10 +133,14 @@ void CGridToCadTable::SortPoints(AcGePoint3dArray& points, int byX) {
 int CGridToCadTable::AnalyseCoordinate(AcGePoint3dArray& hStarts, AcGePoint3dArray& hEnds,
                                        AcGePoint3dArray& vStarts, AcGePoint3dArray& vEnds,
                                        AcArray<AcDbObjectId>& texts) {
-    for (const AcGePoint3dArray* list : {&hStarts, &hEnds, &vStarts, &vEnds})
+    return analyse({hStarts, hEnds}, {vStarts, vEnds},
+                   [&texts] { return table::readTexts(texts); });
+}
+
+int CGridToCadTable::analyse(const table::EndLists& rows, const table::EndLists& columns,
+                             const table::TextReader& readTexts) {
+    for (const AcGePoint3dArray* list : {&rows.starts, &rows.ends, &columns.starts, &columns.ends})
         if (list->isEmpty()) return refuseEmptyTable();
-    const table::EndLists rows{hStarts, hEnds};
-    const table::EndLists columns{vStarts, vEnds};
     const table::Coordinates coordinates = table::coordinatesOf(rows, columns);
     if (coordinates.columns.size() < 2 || coordinates.rows.size() < 2) return refuseEmptyTable();
     const auto cells = static_cast<long long>(coordinates.columns.size() - 1) *
@@ -137,7 +151,7 @@ int CGridToCadTable::AnalyseCoordinate(AcGePoint3dArray& hStarts, AcGePoint3dArr
     }
 
     table::addCells(model_, coordinates);
-    table::fillCells(model_, coordinates, table::Crossings(rows, columns), texts);
+    table::fillCells(model_, coordinates, table::Crossings(rows, columns), readTexts);
     return 1;
 }
 

@@ -7,6 +7,9 @@
 //     }
 #pragma once
 
+#include <functional>
+#include <vector>
+
 #include <afxdisp.h>
 #include <afxtempl.h>
 #include <afxwin.h>
@@ -16,6 +19,11 @@
 #include "OrnCore/lj_export_param.h"
 #include "OrnMfc/draw_grid.h"
 #include "table/table_param.h"
+
+namespace table {
+struct CellText;
+struct EndLists;
+} // namespace table
 
 /// The table that an analysis found.
 ///
@@ -63,11 +71,11 @@ public:
     ///             straight line for each of their pieces in the drawing.
     /// @return     1; 0 when there is no table.
     int AnalyseTable(AcArray<AcDbObjectId>& ids);
-    /// The same for lines that have no slanted and no repeated ones among them.
+    /// The same for lines that have no slanted and no repeated ones among them, and for texts of
+    /// any kind.
     /// @param starts, ends  of the lines.
-    /// @param texts         candidates, of which others than single-line texts are taken out.
     int AnalyseLines(const AcGePoint3dArray& starts, const AcGePoint3dArray& ends,
-                     AcArray<AcDbObjectId>& texts);
+                     const std::vector<table::CellText>& texts);
 
     /// Explodes polylines into lines of the drawing, leaves out repeated lines and those that are
     /// not parallel to an axis, and collects the others' ends.
@@ -125,6 +133,10 @@ protected:
     int outputSetting_ = 1; // beside the settings of TableParam, which do not replace it
 
 private:
+    /// The model of sorted lines; 1, or 0 with a message.
+    int analyse(const table::EndLists& rows, const table::EndLists& columns,
+                const std::function<std::vector<table::CellText>()>& readTexts);
+
     TableModel model_;
     TableParam param_;
     double horizontalScale_ = 100.0;

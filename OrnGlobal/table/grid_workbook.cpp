@@ -111,6 +111,7 @@ private:
         const GridCell& cell = grid_.GetCell(row, column);
         if (span.isCovered || cell.text.IsEmpty()) return;
         writeValue(name, cell.text);
+        if (cell.text.Find(L'\n') >= 0) showLines(row, column, span);
         excel_.SetCellHAlignment(name, name, horizontalPlace(cell.horizontal), 0);
         if (const long place = verticalPlace(cell); place != kCenter)
             excel_.SetCellVAlignment(name, name, place);
@@ -127,6 +128,14 @@ private:
         } else {
             excel_.SetCellValue(name, COleVariant(text));
         }
+    }
+
+    /// Lets a cell show all its lines.
+    void showLines(int row, int column, const CellSpan& span) {
+        const bool isMerged = span.moreColumns > 0 || span.moreRows > 0;
+        excel_.SetCellTextControl(nameOf(row, column),
+                                  nameOf(row + span.moreRows, column + span.moreColumns), 1, 0,
+                                  isMerged ? 1 : 0);
     }
 
     CExcelOP& excel_;
@@ -153,6 +162,9 @@ bool writeWorkbook(std::span<const CDrawGrid* const> grids, const CString& path)
         if (!goToSheet(excel, ++number)) return false;
         SheetWriter(excel, *grid).write();
     }
+    // Users see their tables, not the empty sheets of a new workbook.
+    while (excel.GetSheetsCount() > number)
+        if (excel.DeleteSheet(static_cast<short>(number + 1)) == 0) break;
     excel.SetActiveSheet(1);
     return excel.SaveWorkbookAs(path) == 1;
 }

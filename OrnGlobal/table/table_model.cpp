@@ -27,9 +27,9 @@ void addToEnd(CArray<T, T>& list, INT_PTR count, T value) {
 /// Writes the cells of one table into its model.
 class CellWriter {
 public:
-    CellWriter(TableModel& model, const Coordinates& coordinates, AcArray<AcDbObjectId>& textIds)
-        : model_(model), columns_(coordinates.columns), rows_(coordinates.rows), textIds_(textIds) {
-    }
+    CellWriter(TableModel& model, const Coordinates& coordinates, const TextReader& readTexts)
+        : model_(model), columns_(coordinates.columns), rows_(coordinates.rows),
+          readTexts_(readTexts) {}
 
     void write(const CellOutline& cell) {
         ++model_.cellsFound;
@@ -72,14 +72,14 @@ private:
 
     /// The candidates stay as they are until a cell asks for them.
     const CellTexts& texts() {
-        if (!texts_) texts_.emplace(readTexts(textIds_));
+        if (!texts_) texts_.emplace(readTexts_());
         return *texts_;
     }
 
     TableModel& model_;
     CoordinateIndex columns_;
     CoordinateIndex rows_;
-    AcArray<AcDbObjectId>& textIds_;
+    const TextReader& readTexts_;
     std::optional<CellTexts> texts_;
     AcGePoint3dArray outline_;
 };
@@ -115,8 +115,8 @@ void addCells(TableModel& model, const Coordinates& coordinates) {
 }
 
 void fillCells(TableModel& model, const Coordinates& coordinates, const Crossings& crossings,
-               AcArray<AcDbObjectId>& texts) {
-    CellWriter writer(model, coordinates, texts);
+               const TextReader& readTexts) {
+    CellWriter writer(model, coordinates, readTexts);
     // The last line of either direction begins no cell.
     for (int row = 0; row < crossings.rowCount() - 1; ++row) {
         for (const int column : crossings.columnsAt(row)) {

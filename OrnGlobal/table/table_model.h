@@ -1,6 +1,7 @@
 // Filling a table's model. Inside this folder only.
 #pragma once
 
+#include <functional>
 #include <span>
 
 #include "table/cell_search.h"
@@ -22,12 +23,14 @@ struct Coordinates {
 /// Coordinates where columns stand on the lowest row, and rows on the leftmost column.
 [[nodiscard]] Coordinates coordinatesOf(const EndLists& rows, const EndLists& columns);
 
+using TextReader = std::function<std::vector<CellText>()>;
+
 /// Adds sizes and empty cells for the coordinates.
 void addCells(TableModel& model, const Coordinates& coordinates);
 
 /// Finds the cells, notes which ranges are merged and what the cells say.
-/// @param texts  candidates, of which others than single-line texts are taken out.
+/// @param readTexts  reads the candidates; called when a cell asks for them first.
 void fillCells(TableModel& model, const Coordinates& coordinates, const Crossings& crossings,
-               AcArray<AcDbObjectId>& texts);
+               const TextReader& readTexts);
 
 } // namespace table

@@ -46,6 +46,46 @@ TEST_F(DrawnTables, StandEachForItself) {
     EXPECT_EQ(session().output(), L"") << "lines that are no table are no one's mistake";
 }
 
+TEST_F(DrawnTables, HoldMultilineTexts) {
+    drawPair(0, 0, L"plain", L"");
+    struct Case {
+        AcDbMText::AttachmentPoint attachment;
+        int horizontal;
+        int vertical;
+    };
+    const Case cases[] = {{AcDbMText::kTopLeft, AcDb::kTextLeft, AcDb::kTextTop},
+                          {AcDbMText::kMiddleCenter, AcDb::kTextCenter, AcDb::kTextVertMid},
+                          {AcDbMText::kBottomRight, AcDb::kTextRight, AcDb::kTextBottom}};
+    for (const Case& c : cases) {
+        auto entity = std::make_unique<AcDbMText>();
+        entity->setTextHeight(1.5);
+        entity->setAttachment(c.attachment);
+        entity->setLocation({30, 5, 0}); // the middle of the right cell
+        entity->setColorIndex(3);
+        entity->setContents(L"{\\fSimSun|b1;\\H0.7x;3420}×1540\\P\\LDBS1\\l");
+        drawn_.append(add(std::move(entity)));
+        const table::DrawnTables tables = find();
+        ASSERT_EQ(tables.size(), 1U);
+        const GridCell& cell = tables[0]->GetCell(1, 2);
+        EXPECT_EQ(std::wstring(cell.text), L"3420×1540\nDBS1");
+        EXPECT_EQ(cell.horizontal, c.horizontal);
+        EXPECT_EQ(cell.vertical, c.vertical);
+        EXPECT_EQ(cell.height, 1.5);
+        EXPECT_EQ(cell.color, 3);
+        drawn_.setLogicalLength(drawn_.length() - 1);
+    }
+}
+
+TEST_F(DrawnTables, MayBeBlankForms) {
+    drawRuling({0, 20, 40}, {0, 10, 20});
+    drawRuling({100, 120}, {0, 10}); // one cell is a frame
+    EXPECT_TRUE(find().empty());
+    const auto forms = table::tablesAmong(drawn_, table::BlankForms::kTables);
+    ASSERT_EQ(forms.size(), 1U);
+    EXPECT_EQ(forms[0]->GetRowCount(), 3);
+    EXPECT_EQ(forms[0]->GetColumnCount(), 3);
+}
+
 TEST_F(DrawnTables, HaveCellsSideBySide) {
     // Rooms whose walls cross: closed cells lie over one another.
     for (const double step : {0.0, 10.0, 20.0, 30.0}) {

@@ -202,7 +202,7 @@ TEST_F(Excel, FailuresAreToldInTheirWords) {
     const std::pair<const wchar_t*, std::function<int()>> others[] = {
         {L"Permission denied", [&] { return excel.SaveWorkbookAs(path("read-only.xlsx")); }},
         {L"No such file or directory", [&] { return excel.SaveWorkbookAs(path("no/a.xlsx")); }},
-        {L"only .xlsx", [&] { return excel.SaveWorkbookAs(path("a.xls")); }},
+        {L"takes LibreOffice", [&] { return excel.SaveWorkbookAs(path("a.xls")); }},
         {L"no.png", [&] { return excel.InsertPic(L"A1", L"A1", path("no.png"), 9.0, 9.0); }},
         {L"no PNG", [&] { return excel.InsertPic(L"A1", L"A1", path("text.xlsx"), 9.0, 9.0); }},
         {L"HorizontalAlignment", [&] { return excel.SetCellHAlignment(L"A1", L"A1", 3, 0); }},

@@ -54,6 +54,17 @@ TEST_F(GridWorkbook, LooksAsInTheDrawing) {
     EXPECT_THAT(*lines, Contains(HasSubstr("Table 1 column A 11.4")));
 }
 
+TEST_F(GridWorkbook, HasNoSheetsBesidesItsTables) {
+    const std::string path = (folder_.path() / "t.xlsx").string();
+    grid_.SetCell(1, 1, {.text = L"two\nlines", .color = 1});
+    ASSERT_TRUE(write(1, path));
+    const auto lines = test_support::dumpWorkbook(path);
+    if (!lines) GTEST_SKIP() << "the library that reads it is not installed";
+    EXPECT_THAT(*lines, Contains("sheets Table 1 active Table 1"));
+    EXPECT_THAT(*lines, Contains("Table 1 merged A1:C1"));
+    EXPECT_THAT(*lines, Contains("Table 1!A1 align center center 0 0 True False"));
+}
+
 TEST_F(GridWorkbook, IsRefusedWhereNothingCanBeWritten) {
     EXPECT_FALSE(write(1, (folder_.path() / "none" / "t.xlsx").string()));
     EXPECT_EQ(session().messageBoxes().size(), 1U) << "the user is told";
