@@ -89,6 +89,9 @@ void AcDbDimStyleTableRecord::readField(AcDbDxfFiler& filer, const DxfTag& tag) 
     case 340:
         dimtxsty_ = filer.objectId(tag);
         break;
+    case 341:
+        dimldrblk_ = filer.objectId(tag);
+        break;
     case 342:
         dimblk_ = filer.objectId(tag);
         break;
@@ -102,7 +105,7 @@ Acad::ErrorStatus AcDbDimStyleTableRecord::dxfOutFields(AcDbDxfFiler* filer) con
         return status;
     static constexpr std::int16_t kCodes[] = {2,   3,   40,  41,  42,  43,  44,  45,
                                               70,  73,  74,  77,  78,  140, 142, 144,
-                                              147, 176, 177, 178, 271, 340, 342};
+                                              147, 176, 177, 178, 271, 340, 341, 342};
     headless::DxfOutput& out = filer->output();
     beginFields(*filer, "AcDbDimStyleTableRecord", kCodes);
     out.flags(70, 0, 0);
@@ -123,11 +126,13 @@ Acad::ErrorStatus AcDbDimStyleTableRecord::dxfOutFields(AcDbDxfFiler* filer) con
     if (out.since(headless::DrawingVersion::kR13)) out.integer(271, dimdec_);
     if (!out.since(headless::DrawingVersion::k2000)) return Acad::eOk;
     if (!dimtxsty_.isNull()) out.handle(340, dimtxsty_);
+    if (!dimldrblk_.isNull()) out.handle(341, dimldrblk_);
     if (!dimblk_.isNull()) out.handle(342, dimblk_);
     return Acad::eOk;
 }
 
 void AcDbDimStyleTableRecord::forEachReference(const headless::ReferenceVisitor& visit) {
     visit(dimtxsty_, headless::ReferenceKind::kHardPointer);
+    visit(dimldrblk_, headless::ReferenceKind::kHardPointer);
     visit(dimblk_, headless::ReferenceKind::kHardPointer);
 }

@@ -71,9 +71,20 @@ public:
     Acad::ErrorStatus setDimtxsty(AcDbObjectId style) { return change(dimtxsty_, style); }
     AcDbObjectId dimblk() const { return look(dimblk_); }
     Acad::ErrorStatus setDimblk(AcDbObjectId block) { return change(dimblk_, block); }
+    /// The block of leaders' arrows.
+    AcDbObjectId dimldrblk() const { return look(dimldrblk_); }
+    Acad::ErrorStatus setDimldrblk(AcDbObjectId block) { return change(dimldrblk_, block); }
     /// Text put around the measurement, with <> where that stands; valid until the record changes.
     const ACHAR* dimpost() const { return look(dimpost_).c_str(); }
     Acad::ErrorStatus setDimpost(const ACHAR* text);
+
+    /// How leaders begin, whether or not the style is open.
+    struct LeaderArrow {
+        double size = 2.5;
+        double scale = 1.0;
+        AcDbObjectId block; // null for a filled triangle
+    };
+    LeaderArrow leaderArrow() const { return {dimasz_, dimscale_, dimldrblk_}; }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
@@ -97,6 +108,7 @@ private:
     double dimrnd_ = 0.0;
     AcDbObjectId dimtxsty_;
     AcDbObjectId dimblk_;
+    AcDbObjectId dimldrblk_;
     std::wstring dimpost_;
     int dimdec_ = 2;
     int dimzin_ = 8;

@@ -43,6 +43,10 @@ protected:
         for (const AcGePoint3d& corner : corners)
             onPoint(corner);
     }
+    void onArea(const std::vector<AcGePoint3d>& corners) override {
+        for (const AcGePoint3d& corner : corners)
+            onPoint(corner);
+    }
     void onEndless(const AcGePoint3d& /*base*/, const AcGeVector3d& /*along*/) override {
         endless_ = true;
     }

@@ -58,9 +58,18 @@ Acad::ErrorStatus AcDbFace::subGetGripPoints(AcGePoint3dArray& points) const {
     return Acad::eOk;
 }
 
+Acad::ErrorStatus AcDbFace::subGetGeomExtents(AcDbExtents& extents) const {
+    AcDbExtents box;
+    for (const AcGePoint3d& corner : corners_)
+        box.addPoint(corner);
+    extents = box;
+    return Acad::eOk;
+}
+
 void AcDbFace::subDescribe(headless::GeometrySink& sink) const {
     for (std::size_t i = 0; i < corners_.size(); ++i)
-        sink.segment(corners_[i], corners_[(i + 1) % corners_.size()]);
+        if ((hiddenEdges_ & 1U << i) == 0)
+            sink.segment(corners_[i], corners_[(i + 1) % corners_.size()]);
 }
 
 Acad::ErrorStatus AcDbFace::dxfInFields(AcDbDxfFiler* filer) {

@@ -32,6 +32,7 @@ public:
 protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
     void subDescribe(headless::GeometrySink& sink) const override;
 
 private:

@@ -57,6 +57,13 @@ void GeometrySink::text(const std::array<AcGePoint3d, 4>& corners) {
     onText(placed);
 }
 
+void GeometrySink::area(std::span<const AcGePoint3d> corners) {
+    std::vector<AcGePoint3d> placed(corners.begin(), corners.end());
+    for (AcGePoint3d& corner : placed)
+        corner.transformBy(toWorld_);
+    onArea(placed);
+}
+
 void GeometrySink::reference(const Reference& reference) {
     AcDbStub* const block = reference.block;
     const bool recurs =

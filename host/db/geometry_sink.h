@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <span>
 #include <vector>
 
 #include "db/extents.h"
@@ -33,6 +34,8 @@ public:
     void curve(const CurvePiece& piece);
     /// A line of text by the corners of its box: lower left, lower right, upper right, upper left.
     void text(const std::array<AcGePoint3d, 4>& corners);
+    /// A filled polygon in one plane, whose boundary counts as drawn with it.
+    void area(std::span<const AcGePoint3d> corners);
     /// The contents of a block under a transform, repeated in `columns` by `rows` cells each moved
     /// by the steps. A block that contains itself is passed over where it would recur.
     struct Reference {
@@ -54,6 +57,8 @@ protected:
     virtual void onText(const std::array<AcGePoint3d, 4>& corners) = 0;
     /// A half line without an end; an endless line is two of them.
     virtual void onEndless(const AcGePoint3d& base, const AcGeVector3d& along) = 0;
+    /// By default passed over, as for who asks for curves alone.
+    virtual void onArea(const std::vector<AcGePoint3d>& /*corners*/) {}
     /// By default describes the contents of every cell.
     virtual void onReference(const Reference& reference);
 

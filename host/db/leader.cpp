@@ -1,13 +1,20 @@
 #include "db/leader.h"
 
+#include <array>
+#include <cwchar>
 #include <memory>
 
+#include "db/block_reference.h"
 #include "db/curve_piece.h"
 #include "db/dim_style_table.h"
 #include "db/dxf_output.h"
 #include "db/explode.h"
 #include "db/flat_transform.h"
+#include "db/geometry_sink.h"
 #include "db/named_fields.h"
+#include "db/object_data.h"
+#include "db/residence.h"
+#include "db/solid.h"
 #include "db/spline.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbLeader, AcDbCurve, "LEADER")
@@ -50,14 +57,106 @@ bool AcDbLeader::forEachPiece(const headless::PieceVisitor& visit) const {
     return true;
 }
 
+namespace {
+
+using LeaderArrow = AcDbDimStyleTableRecord::LeaderArrow;
+
+/// Puts what a leader says against its style into `arrow`.
+void takeOverrides(const AcDbLeader& leader, LeaderArrow& arrow) {
+    constexpr int kScale = 40;
+    constexpr int kSize = 41;
+    constexpr int kBlock = 341;
+    constexpr std::int16_t kVariable = 1070; // its number, before its value
+    std::int16_t variable = 0;
+    for (const headless::DataItem& item : headless::ObjectData::xdata(leader)) {
+        const auto* const number = std::get_if<std::int16_t>(&item.value);
+        if (item.code == kVariable && number != nullptr && variable == 0) {
+            variable = *number;
+            continue;
+        }
+        if (const auto* const real = std::get_if<double>(&item.value)) {
+            if (variable == kScale) arrow.scale = *real;
+            if (variable == kSize) arrow.size = *real;
+        }
+        if (variable == kBlock && leader.database() != nullptr)
+            arrow.block = headless::Residence::find(
+                *leader.database(), std::wcstoull(std::wstring(item.text()).c_str(), nullptr, 16));
+        variable = 0;
+    }
+}
+
+/// The arrow in drawing units.
+LeaderArrow arrowOf(const AcDbLeader& leader, AcDbObjectId style) {
+    LeaderArrow arrow;
+    if (const auto* const record = headless::Residence::peek<AcDbDimStyleTableRecord>(style))
+        arrow = record->leaderArrow();
+    takeOverrides(leader, arrow);
+    arrow.size *= arrow.scale > 0.0 ? arrow.scale : 1.0;
+    return arrow;
+}
+
+} // namespace
+
+std::optional<AcDbLeader::Head> AcDbLeader::head() const {
+    if (!arrowHead_ || vertices_.size() < 2) return std::nullopt;
+    AcGeVector3d inward;
+    forEachPiece([&](const CurvePiece& piece) {
+        inward = piece.firstDerivative(piece.startParam());
+        return false;
+    });
+    const LeaderArrow arrow = arrowOf(*this, style_);
+    // There is no room for an arrow on a line that is not twice as long.
+    if (!(arrow.size > 0.0) || inward.isZeroLength() ||
+        vertices_[0].distanceTo(vertices_[1]) < 2.0 * arrow.size)
+        return std::nullopt;
+    const AcGeVector3d along = inward.normal() * arrow.size;
+    return Head{along, normal_.crossProduct(along), arrow.block};
+}
+
+std::array<AcGePoint3d, 3> AcDbLeader::triangle(const Head& head) const {
+    constexpr double kHalfWidth = 1.0 / 6.0;
+    const AcGePoint3d foot = vertices_.front() + head.inward;
+    return {vertices_.front(), foot + head.across * kHalfWidth, foot - head.across * kHalfWidth};
+}
+
+AcGeMatrix3d AcDbLeader::blockTransform(const Head& head) const {
+    AcGeMatrix3d transform; // The block looks to the right.
+    transform.setCoordSystem(vertices_.front(), -head.inward, -head.across,
+                             normal_ * head.inward.length());
+    return transform;
+}
+
+void AcDbLeader::subDescribe(headless::GeometrySink& sink) const {
+    AcDbCurve::subDescribe(sink);
+    const auto head = this->head();
+    if (!head) return;
+    if (head->block.isNull()) return sink.area(triangle(*head));
+    headless::GeometrySink::Reference drawn;
+    drawn.block = head->block;
+    drawn.transform = blockTransform(*head);
+    sink.reference(drawn);
+}
+
 Acad::ErrorStatus AcDbLeader::subExplode(headless::NewEntities& parts) const {
     constexpr std::size_t kLeastOfCurve = 3;
-    if (!splined_ || vertices_.size() < kLeastOfCurve) return explodePieces(parts, normal_, 0.0);
-    AcGePoint3dArray points;
-    for (const AcGePoint3d& vertex : vertices_)
-        points.append(vertex);
-    headless::addPart(parts, *this, std::make_unique<AcDbSpline>(points));
-    return Acad::eOk;
+    if (splined_ && vertices_.size() >= kLeastOfCurve) {
+        AcGePoint3dArray points;
+        for (const AcGePoint3d& vertex : vertices_)
+            points.append(vertex);
+        headless::addPart(parts, *this, std::make_unique<AcDbSpline>(points));
+    } else if (const auto status = explodePieces(parts, normal_, 0.0); status != Acad::eOk) {
+        return status;
+    }
+    const auto head = this->head();
+    if (!head) return Acad::eOk;
+    if (head->block.isNull()) {
+        const auto [tip, left, right] = triangle(*head);
+        headless::addPart(parts, *this, std::make_unique<AcDbSolid>(tip, left, right));
+        return Acad::eOk;
+    }
+    auto& drawn = headless::addPart(
+        parts, *this, std::make_unique<AcDbBlockReference>(vertices_.front(), head->block));
+    return drawn.setBlockTransform(blockTransform(*head));
 }
 
 Acad::ErrorStatus AcDbLeader::subTransformBy(const AcGeMatrix3d& transform) {

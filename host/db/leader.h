@@ -1,6 +1,8 @@
 // Arrows that lead to an annotation.
 #pragma once
 
+#include <array>
+#include <optional>
 #include <vector>
 
 #include "db/curve.h"
@@ -36,9 +38,23 @@ protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     Acad::ErrorStatus subExplode(headless::NewEntities& parts) const override;
+    void subDescribe(headless::GeometrySink& sink) const override;
     bool forEachPiece(const headless::PieceVisitor& visit) const override;
+    bool keepsExtents() const override { return false; }
 
 private:
+    /// The arrow's length and breadth from its tip on, and the block that draws it: none for a
+    /// filled triangle.
+    struct Head {
+        AcGeVector3d inward;
+        AcGeVector3d across;
+        AcDbObjectId block;
+    };
+    /// Nothing for a leader that shows no arrow.
+    std::optional<Head> head() const;
+    std::array<AcGePoint3d, 3> triangle(const Head& head) const;
+    AcGeMatrix3d blockTransform(const Head& head) const;
+
     std::vector<AcGePoint3d> vertices_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
     AcGeVector3d horizontal_ = AcGeVector3d::kXAxis; // of the annotation

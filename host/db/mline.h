@@ -1,12 +1,15 @@
 // Bundles of parallel lines.
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "db/curve_piece.h"
 #include "db/entity.h"
 
-/// Parallel lines along a chain of vertices, in world coordinates. Its geometry here is the chain.
+/// Parallel lines along a chain of vertices, in world coordinates.
 class AcDbMline : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbMline);
@@ -18,6 +21,9 @@ public:
     AcGePoint3d vertexAt(int index) const;
     double scale() const { return look(scale_); }
     /// 0 top, 1 zero, 2 bottom: which line runs through the vertices.
+    /// The colour of the area between the outermost lines; nothing when it is not filled. Whether
+    /// or not the multiline is open.
+    std::optional<AcCmEntityColor> fillOf() const;
     Adesk::Int8 justification() const { return look(justification_); }
     bool closedMline() const { return look(closed_); }
     AcGeVector3d normal() const { return look(normal_); }
@@ -50,11 +56,28 @@ private:
         void write(headless::DxfOutput& out) const;
     };
 
+    /// A line that is drawn, in the look of an element of the style.
+    struct Stroke {
+        std::size_t element;
+        headless::CurvePiece piece;
+    };
+    struct Caps {
+        bool line, outerArc, innerArcs;
+    };
+
+    std::size_t elementCount() const;
     /// Where the line of an element runs past a vertex.
     static AcGePoint3d elementPoint(const Vertex& vertex, std::size_t element);
+    /// The lines of all elements, then the joints and the caps.
+    std::vector<Stroke> strokes() const;
     /// Adds the lines of an element between two vertices, leaving its breaks open.
-    void explodeElement(headless::NewEntities& parts, std::size_t element, const Vertex& from,
-                        const Vertex& to) const;
+    static void addElement(std::vector<Stroke>& strokes, std::size_t element, const Vertex& from,
+                           const Vertex& to);
+    void addCaps(std::vector<Stroke>& strokes, const Vertex& end, const AcGeVector3d& outward,
+                 const Caps& caps) const;
+    std::unique_ptr<AcDbEntity> partOf(const headless::CurvePiece& piece) const;
+    template <class Visit>
+    void forEachSegment(const Visit& visit) const;
     bool readVertexGroup(AcDbDxfFiler& filer, const headless::DxfTag& tag);
 
     std::vector<Vertex> vertices_;
@@ -63,4 +86,6 @@ private:
     double scale_ = 1.0;
     Adesk::Int8 justification_ = 0;
     bool closed_ = false;
+    bool startCaps_ = true; // shown as far as the style asks for them
+    bool endCaps_ = true;
 };

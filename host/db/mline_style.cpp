@@ -14,8 +14,10 @@ using headless::DxfTag;
 
 namespace {
 
-constexpr std::uint32_t kFilled = 1;
-constexpr std::uint32_t kShowMiters = 2;
+using Style = AcDbMlineStyle;
+constexpr std::uint32_t kStates = Style::kFilled | Style::kShowMiters | Style::kStartSquareCap |
+                                  Style::kStartInnerArcs | Style::kStartRoundCap |
+                                  Style::kEndSquareCap | Style::kEndInnerArcs | Style::kEndRoundCap;
 constexpr double kRadians = std::numbers::pi / 180.0;
 
 /// Sets a colour to the index or the parts that a group holds; an index that no colour has changes
@@ -106,8 +108,7 @@ void AcDbMlineStyle::readField(AcDbDxfFiler& filer, const DxfTag& tag) {
         readColor(fillColor_, tag);
         break;
     case 70:
-        filled_ = (tag.integer() & kFilled) != 0;
-        showMiters_ = (tag.integer() & kShowMiters) != 0;
+        states_ = static_cast<std::uint32_t>(tag.integer()) & kStates;
         break;
     default:
         break;
@@ -137,7 +138,7 @@ Acad::ErrorStatus AcDbMlineStyle::dxfOutFields(AcDbDxfFiler* filer) const {
     headless::DxfOutput& out = filer->output();
     out.subclass("AcDbMlineStyle", kCodes);
     out.text(2, name_);
-    out.flags(70, (filled_ ? kFilled : 0) | (showMiters_ ? kShowMiters : 0), kFilled | kShowMiters);
+    out.flags(70, states_, kStates);
     out.text(3, description_);
     writeColor(out, fillColor_);
     out.angle(51, startAngle_);

@@ -31,10 +31,40 @@ public:
     const ACHAR* description() const { return look(description_).c_str(); }
     Acad::ErrorStatus setDescription(const ACHAR* description);
 
-    bool showMiters() const { return look(showMiters_); }
-    void setShowMiters(bool show) { change(showMiters_, show); }
-    bool filled() const { return look(filled_); }
-    void setFilled(bool filled) { change(filled_, filled); }
+    bool showMiters() const { return has(kShowMiters); }
+    void setShowMiters(bool show) { set(kShowMiters, show); }
+    bool filled() const { return has(kFilled); }
+    void setFilled(bool filled) { set(kFilled, filled); }
+    /// Ends closed by a line, by an arc over the outermost elements, or by arcs over each pair of
+    /// those between them.
+    bool startSquareCap() const { return has(kStartSquareCap); }
+    void setStartSquareCap(bool show) { set(kStartSquareCap, show); }
+    bool startRoundCap() const { return has(kStartRoundCap); }
+    void setStartRoundCap(bool show) { set(kStartRoundCap, show); }
+    bool startInnerArcs() const { return has(kStartInnerArcs); }
+    void setStartInnerArcs(bool show) { set(kStartInnerArcs, show); }
+    bool endSquareCap() const { return has(kEndSquareCap); }
+    void setEndSquareCap(bool show) { set(kEndSquareCap, show); }
+    bool endRoundCap() const { return has(kEndRoundCap); }
+    void setEndRoundCap(bool show) { set(kEndRoundCap, show); }
+    bool endInnerArcs() const { return has(kEndInnerArcs); }
+    void setEndInnerArcs(bool show) { set(kEndInnerArcs, show); }
+
+    /// What is shown, as in files.
+    enum State : std::uint32_t {
+        kFilled = 1,
+        kShowMiters = 2,
+        kStartSquareCap = 16,
+        kStartInnerArcs = 32,
+        kStartRoundCap = 64,
+        kEndSquareCap = 256,
+        kEndInnerArcs = 512,
+        kEndRoundCap = 1024
+    };
+    /// Bits of State, and the colour of the filling, whether or not the style is open.
+    std::uint32_t statesOf() const { return states_; }
+    const AcCmEntityColor& fillColorOf() const { return fillColor_; }
+
     AcCmColor fillColor() const { return AcCmColor(look(fillColor_)); }
     Acad::ErrorStatus setFillColor(const AcCmColor& color) { return change(fillColor_, color); }
     /// Angles of the ends, radians.
@@ -58,6 +88,8 @@ public:
     void forEachReference(const headless::ReferenceVisitor& visit) override;
 
 private:
+    bool has(State state) const { return (look(states_) & state) != 0; }
+    void set(State state, bool on) { change(states_, on ? states_ | state : states_ & ~state); }
     void readField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
     void readElementField(AcDbDxfFiler& filer, const headless::DxfTag& tag);
     void writeElements(headless::DxfOutput& out) const;
@@ -74,6 +106,5 @@ private:
     double startAngle_ = std::numbers::pi / 2;
     double endAngle_ = std::numbers::pi / 2;
     AcCmEntityColor fillColor_;
-    bool filled_ = false;
-    bool showMiters_ = false;
+    std::uint32_t states_ = 0;
 };

@@ -182,10 +182,11 @@ Acad::ErrorStatus AcDbMText::dxfInFields(AcDbDxfFiler* filer) {
                 field::Real{40, textHeight_}, field::Real{41, width_},
                 field::Real{44, lineSpacing_}, field::Angle{50, rotation},
                 field::Integer{72, flow_}, field::Normal{normal_});
-    if (turned || direction.isZeroLength())
+    if (turned)
         direction = headless::ocsMatrix(normal_) *
                     AcGeVector3d(std::cos(rotation), std::sin(rotation), 0.0);
-    direction_ = direction.normal();
+    // A text without either runs along the world's x axis, whichever way its normal points.
+    direction_ = direction.isZeroLength() ? AcGeVector3d::kXAxis : direction.normal();
     return Acad::eOk;
 }
 

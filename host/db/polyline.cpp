@@ -7,6 +7,7 @@
 #include "db/dxf_fields.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
+#include "db/wide_chain.h"
 #include "ge/bulge.h"
 #include "ge/circ_arc.h"
 #include "ge/lines.h"
@@ -203,7 +204,12 @@ Adesk::Boolean AcDbPolyline::hasBulges() const {
 }
 
 Adesk::Boolean AcDbPolyline::hasWidth() const {
-    if (look(widths_).empty()) return constantWidth_ > 0.0;
+    assertReadEnabled();
+    return isWide();
+}
+
+bool AcDbPolyline::isWide() const {
+    if (widths_.empty()) return constantWidth_ > 0.0;
     return std::any_of(widths_.begin(), widths_.end(),
                        [](const Widths& w) { return w.start > 0.0 || w.end > 0.0; });
 }
@@ -276,12 +282,22 @@ Acad::ErrorStatus AcDbPolyline::getPlane(AcGePlane& plane, AcDb::Planarity& kind
 void AcDbPolyline::getEcs(AcGeMatrix3d& ecs) const { ecs = headless::ocsMatrix(look(normal_)); }
 
 Acad::ErrorStatus AcDbPolyline::subGetGeomExtents(AcDbExtents& extents) const {
+    if (isWide()) return headless::extentsUnder(*this, AcGeMatrix3d::kIdentity, extents);
     // In one walk over the vertices: piece by piece it would cost several times as much.
     const headless::Extents3d box = headless::polylineExtents(points_, bulges_, closed_, elevation_,
                                                               headless::ocsMatrix(normal_));
     if (!box.isValid()) return Acad::eNullExtents;
     extents = {box.min, box.max};
     return Acad::eOk;
+}
+
+void AcDbPolyline::subDescribe(headless::GeometrySink& sink) const {
+    AcDbCurve::subDescribe(sink);
+    if (!isWide()) return;
+    std::vector<headless::WideSegment> segments;
+    for (std::size_t i = 0; i < segmentCount(); ++i)
+        segments.push_back({segment(i), widths(i).start, widths(i).end});
+    headless::describeWide(sink, segments, closed_, elevation_, normal_);
 }
 
 CurvePiece AcDbPolyline::flatPiece(std::size_t index) const {

@@ -123,6 +123,7 @@ protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     Acad::ErrorStatus subExplode(headless::NewEntities& parts) const override;
+    void subDescribe(headless::GeometrySink& sink) const override;
     bool forEachPiece(const headless::PieceVisitor& visit) const override;
     std::optional<headless::CurvePiece> pieceAt(double param) const override;
 
@@ -143,6 +144,7 @@ private:
     /// The segment in the object coordinate system at height 0, its parameter from 0 to 1.
     headless::CurvePiece flatPiece(std::size_t index) const;
     headless::CurvePiece worldPiece(std::size_t index) const;
+    bool isWide() const;
     void ensureWidths();
     /// Reads a group that belongs to the vertex begun last; false for others.
     bool readVertexGroup(const headless::DxfTag& tag);

@@ -6,6 +6,7 @@
 #include "db/dxf_output.h"
 #include "db/flat_transform.h"
 #include "db/named_fields.h"
+#include "db/wide_chain.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDb2dPolyline, AcDbCurve, "POLYLINE")
 
@@ -134,6 +135,29 @@ bool AcDb2dPolyline::forEachPiece(const headless::PieceVisitor& visit) const {
     }
     if (closed_) join(*previous, *first);
     return goesOn;
+}
+
+headless::WideSegment AcDb2dPolyline::wideSegment(const AcDb2dVertex& from,
+                                                  const AcDb2dVertex& to) const {
+    const AcDb2dVertex::Shape& shape = from.shape_;
+    return {{{from.position_.x, from.position_.y}, {to.position_.x, to.position_.y}, shape.bulge},
+            shape.ownWidths ? shape.startWidth : startWidth_,
+            shape.ownWidths ? shape.endWidth : endWidth_};
+}
+
+void AcDb2dPolyline::subDescribe(headless::GeometrySink& sink) const {
+    AcDbCurve::subDescribe(sink);
+    const AcDb2dVertex* first = nullptr;
+    const AcDb2dVertex* previous = nullptr;
+    std::vector<headless::WideSegment> segments;
+    vertices_.forEach<AcDb2dVertex>([&](const AcDb2dVertex& vertex) {
+        if (vertex.type_ == AcDb::k2dSplineCtlVertex) return;
+        if (first == nullptr) first = &vertex;
+        if (previous != nullptr) segments.push_back(wideSegment(*previous, vertex));
+        previous = &vertex;
+    });
+    if (first != nullptr && closed_) segments.push_back(wideSegment(*previous, *first));
+    headless::describeWide(sink, segments, closed_, elevation_, normal_);
 }
 
 Acad::ErrorStatus AcDb2dPolyline::subErase(bool erasing) {

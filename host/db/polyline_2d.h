@@ -6,6 +6,12 @@
 #include "db/subentities.h"
 #include "db/vertex.h"
 
+namespace headless {
+
+struct WideSegment;
+
+} // namespace headless
+
 /// A chain of lines and arcs in the plane of its normal at its elevation. A smoothed polyline also
 /// keeps the control points it was made from; the curve runs through the other vertices only. The
 /// parameter is the number of the drawn vertex.
@@ -72,12 +78,14 @@ protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     Acad::ErrorStatus subExplode(headless::NewEntities& parts) const override;
+    void subDescribe(headless::GeometrySink& sink) const override;
     bool forEachPiece(const headless::PieceVisitor& visit) const override;
 
     bool keepsExtents() const override { return false; }
 
 private:
     AcGePoint3d toWorld(const AcGePoint3d& position) const;
+    headless::WideSegment wideSegment(const AcDb2dVertex& from, const AcDb2dVertex& to) const;
     void readFlags(std::int64_t flags);
     std::int64_t flags() const;
 

@@ -1,5 +1,7 @@
 #include "db/solid.h"
 
+#include <array>
+
 #include "db/dxf_output.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
@@ -51,6 +53,7 @@ void FlatQuad::subDescribe(GeometrySink& sink) const {
     constexpr std::size_t kOutline[] = {0, 1, 3, 2, 0};
     for (std::size_t i = 0; i < 4; ++i)
         sink.segment(corners_[kOutline[i]], corners_[kOutline[i + 1]]);
+    sink.area(std::array{corners_[0], corners_[1], corners_[3], corners_[2]});
 }
 
 Acad::ErrorStatus FlatQuad::readCorners(AcDbDxfFiler& filer) {

@@ -96,12 +96,15 @@ protected:
         if (fills_) loops_.push_back(piece);
     }
     void onText(const std::array<AcGePoint3d, 4>& corners) override {
-        std::vector<AcGePoint2d> box;
+        onArea({corners.begin(), corners.end()});
+    }
+    void onArea(const std::vector<AcGePoint3d>& corners) override {
+        std::vector<AcGePoint2d> outline;
         for (std::size_t i = 0; i < corners.size(); ++i) {
             onSegment(corners[i], corners[(i + 1) % corners.size()]);
-            box.push_back(flat(corners[i]));
+            outline.push_back(flat(corners[i]));
         }
-        const Outline2d area(std::move(box), Outline2d::Kind::closed);
+        const Outline2d area(std::move(outline), Outline2d::Kind::closed);
         noteArea([&](const AcGePoint2d& point) { return area.contains(point); });
     }
     void onEndless(const AcGePoint3d& base, const AcGeVector3d& along) override {

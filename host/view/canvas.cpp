@@ -55,16 +55,12 @@ void Canvas::stroke(const PictureColor& color, double width, std::span<const dou
     cairo_stroke(cairo());
 }
 
-void Canvas::strokeAndKeep(const PictureColor& color, double width) {
+void Canvas::fill(const PictureColor& color, Fill rule) {
     setColor(color);
-    cairo_set_line_width(cairo(), width);
-    cairo_set_dash(cairo(), nullptr, 0, 0.0);
-    cairo_stroke_preserve(cairo());
-}
-
-void Canvas::fill(const PictureColor& color) {
-    setColor(color);
+    cairo_set_fill_rule(cairo(),
+                        rule == Fill::evenOdd ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING);
     cairo_fill(cairo());
+    cairo_set_fill_rule(cairo(), CAIRO_FILL_RULE_EVEN_ODD);
 }
 
 void Canvas::clip() { cairo_clip(cairo()); }

@@ -10,6 +10,7 @@
 
 #include "ge/point2d.h"
 #include "view/picture_format.h"
+#include "view/sheet_box.h"
 
 namespace headless {
 
@@ -22,9 +23,6 @@ struct PictureColor {
     friend bool operator==(const PictureColor&, const PictureColor&) = default;
 };
 
-/// White.
-inline constexpr PictureColor kPaper{255, 255, 255, 255};
-
 class Canvas {
 public:
     /// @param width, height  pixels (PNG, SVG) or points of 1/72 inch (PDF), above 0.
@@ -34,6 +32,7 @@ public:
 
     double width() const { return width_; }
     double height() const { return height_; }
+    SheetBox box() const { return {0.0, 0.0, width_, height_}; }
 
     void fillAll(const PictureColor& color);
 
@@ -46,13 +45,15 @@ public:
     void closePath() { cairo_close_path(cairo()); }
     void dropPath() { cairo_new_path(cairo()); }
 
-    /// @param dashes  pixels on and off; empty for a solid line.
+    /// @param dashes  pixels on and off, some above 0; empty for a solid line.
     void stroke(const PictureColor& color, double width, std::span<const double> dashes = {});
-    /// A solid line; the path stays for the next.
-    void strokeAndKeep(const PictureColor& color, double width);
-    /// Areas that the path goes round an even number of times stay empty.
-    void fill(const PictureColor& color);
-    /// What is drawn until the state is given back shows only within the path.
+    /// What of a path is filled.
+    enum class Fill {
+        evenOdd,   // not what it goes round an even number of times
+        everything // what any part goes round, if all parts turn the same way
+    };
+    void fill(const PictureColor& color, Fill rule = Fill::evenOdd);
+    /// What is drawn until the state is given back shows only within the path, by even and odd.
     void clip();
 
     /// Keeps the clip and the transform as they are until it ends.

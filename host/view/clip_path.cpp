@@ -2,15 +2,16 @@
 
 #include "db/block_reference.h"
 #include "db/clip_region.h"
+#include "view/sheet_path.h"
 
 namespace headless {
 namespace {
 
 void addSheet(Canvas& canvas) {
-    canvas.moveTo({0.0, 0.0});
-    canvas.lineTo({canvas.width(), 0.0});
-    canvas.lineTo({canvas.width(), canvas.height()});
-    canvas.lineTo({0.0, canvas.height()});
+    const auto corners = canvas.box().corners();
+    canvas.moveTo(corners.front());
+    for (const AcGePoint2d& corner : corners)
+        canvas.lineTo(corner);
     canvas.closePath();
 }
 
@@ -21,10 +22,11 @@ void clipTo(Canvas& canvas, const SheetMap& map, const AcDbBlockReference& refer
     const std::optional<ClipRegion> clip = clipRegionOf(reference);
     if (!clip || clip->boundary.empty()) return;
     if (clip->hidesInside) addSheet(canvas);
-    canvas.moveTo(map(blockToWorld * clip->boundary.front()));
+    SheetPath boundary;
     for (const AcGePoint3d& corner : clip->boundary)
-        canvas.lineTo(map(blockToWorld * corner));
-    canvas.closePath();
+        boundary.lineTo(map(blockToWorld * corner));
+    boundary.close();
+    boundary.putAreaOn(canvas);
     canvas.clip();
 }
 

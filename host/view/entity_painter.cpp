@@ -1,20 +1,23 @@
 #include "view/entity_painter.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "db/attribute.h"
 #include "db/block_reference.h"
 #include "db/database.h"
+#include "db/mline.h"
 #include "db/object_pointer.h"
+#include "db/point.h"
+#include "db/polyline.h"
+#include "db/polyline_2d.h"
+#include "db/raster_image.h"
 #include "db/residence.h"
 #include "db/solid.h"
 #include "db/sortents_table.h"
-#include "db/state.h"
-#include "db/text_metrics.h"
 #include "db/xline.h"
 #include "view/clip_path.h"
+#include "view/hatch_islands.h"
 #include "view/hatch_pattern.h"
 
 namespace headless {
@@ -22,6 +25,9 @@ namespace {
 
 /// Far beyond any drawing that people make, and well within the stack.
 constexpr std::size_t kDeepestReference = 128;
+
+/// Blocks within blocks can hold more than anybody can draw: this many take about a minute.
+constexpr std::size_t kMostParts = 10'000'000;
 
 /// The block's entities, those drawn first first.
 AcDbObjectIdArray drawOrderOf(AcDbBlockTableRecord& block) {
@@ -36,32 +42,56 @@ AcDbObjectIdArray drawOrderOf(AcDbBlockTableRecord& block) {
     return known ? ordered : ids;
 }
 
-TextFrame frameOf(const AcGePoint3d& origin, const AcGeVector3d& along, const AcGeVector3d& up,
-                  const SheetMap& map) {
-    const AcGePoint2d a = map(along);
-    const AcGePoint2d u = map(up);
-    return {map(origin), a.asVector(), u.asVector()};
+PathSink::Runs runsOf(const AcDbEntity& entity) {
+    const auto* const light = AcDbPolyline::cast(&entity);
+    if (light != nullptr && light->hasPlinegen()) return PathSink::Runs::throughout;
+    const auto* const old = AcDb2dPolyline::cast(&entity);
+    return old != nullptr && old->isLinetypeGenerationOn() ? PathSink::Runs::throughout
+                                                           : PathSink::Runs::eachPiece;
+}
+
+/// Drawing units; 0 for what is not as wide everywhere.
+double evenWidth(const AcDbEntity& entity) {
+    double width = 0.0;
+    const auto* const light = AcDbPolyline::cast(&entity);
+    return light != nullptr && light->getConstantWidth(width) == Acad::eOk ? width : 0.0;
 }
 
 } // namespace
 
-EntityPainter::EntityPainter(Canvas& canvas, const SheetMap& map, const PenScale& scale)
-    : canvas_(canvas), map_(map), scale_(scale), texts_(canvas) {}
+double EntityPainter::View::stretch() const {
+    const auto& m = toWorld.entry;
+    return std::sqrt(std::abs(m[0][0] * m[1][1] - m[0][1] * m[1][0]));
+}
+
+EntityPainter::EntityPainter(Canvas& canvas, const SheetMap& map, const Settings& settings,
+                             Looks& looks)
+    : canvas_(canvas), map_(map), settings_(settings), looks_(looks), letters_(canvas, map),
+      partsLeft_(kMostParts) {}
 
 void EntityPainter::paintSpace(AcDbObjectId block) { paintBlock(block, {}); }
+
+const AcDbObjectIdArray& EntityPainter::drawOrder(AcDbObjectId block) {
+    AcDbStub* const stub = block;
+    if (const auto known = orders_.find(stub); known != orders_.end()) return known->second;
+    AcDbObjectIdArray ids;
+    AcDbBlockTableRecord* record = nullptr;
+    if (acdbOpenObject(record, block, AcDb::kForRead) == Acad::eOk) {
+        ids = drawOrderOf(*record);
+        record->close();
+    }
+    return orders_.emplace(stub, std::move(ids)).first->second;
+}
 
 void EntityPainter::paintBlock(AcDbObjectId block, const View& view) {
     AcDbStub* const stub = block;
     const bool recurs =
         std::find(openBlocks_.begin(), openBlocks_.end(), stub) != openBlocks_.end();
     if (recurs || openBlocks_.size() >= kDeepestReference) return;
-    AcDbBlockTableRecord* record = nullptr;
-    if (acdbOpenObject(record, block, AcDb::kForRead) != Acad::eOk) return;
-    const AcDbObjectIdArray ids = drawOrderOf(*record);
-    record->close();
-
+    const AcDbObjectIdArray& ids = drawOrder(block);
     openBlocks_.push_back(stub);
     for (const AcDbObjectId id : ids) {
+        if (openBlocks_.size() > 1 && (partsLeft_ == 0 || partsLeft_-- == 0)) break;
         AcDbEntity* entity = nullptr;
         if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) continue;
         if (isDrawn(*entity)) paintEntity(*entity, view);
@@ -77,49 +107,70 @@ bool EntityPainter::isDrawn(const AcDbEntity& entity) const {
     return definition == nullptr || openBlocks_.size() == 1 || definition->isConstant();
 }
 
-Pen EntityPainter::penFor(const Traits& traits) const {
-    const Pen pen = penOf(traits, scale_);
-    return traits.isHighlighted ? highlighted(pen) : pen;
+PictureColor EntityPainter::colorOf(const Traits& traits) const {
+    return colorOnSheet(traits, settings_.pen.foreground);
 }
 
-void EntityPainter::stroke(const Pen& pen, double width) {
-    constexpr double kSmoothed = 2.0; // pixels beside a line that smoothing greys
-    if (pen.clearsGaps) canvas_.strokeAndKeep(kPaper, width + kSmoothed);
-    canvas_.stroke(pen.color, width, pen.dashes);
+Pen EntityPainter::penFor(const Traits& traits, const View& view) {
+    return penOf(traits, looks_, settings_.pen, view.stretch());
 }
 
 void EntityPainter::paintEntity(const AcDbEntity& entity, const View& view) {
-    const Traits traits = traitsOf(entity, view.outer);
+    const Traits traits = looks_.traitsOf(entity, view.outer);
     if (traits.isFrozen) return;
-    const auto* const reference = AcDbBlockReference::cast(&entity);
-    if (reference != nullptr) paintAttributes(*reference, view);
-    if (traits.isOff && reference == nullptr) return;
+    if (const auto* const reference = AcDbBlockReference::cast(&entity))
+        return paintReference(*reference, view, traits);
+    if (traits.isOff) return;
 
     if (const auto* const text = AcDbText::cast(&entity)) return paintText(*text, view, traits);
     if (const auto* const text = AcDbMText::cast(&entity)) return paintMText(*text, view, traits);
     if (const auto* const hatch = AcDbHatch::cast(&entity)) return paintHatch(*hatch, view, traits);
+    if (const auto* const mline = AcDbMline::cast(&entity)) return paintMline(*mline, view, traits);
+    if (AcDbWipeout::cast(&entity) != nullptr) return paintWipeout(entity, view);
     if (dynamic_cast<const FlatQuad*>(&entity) != nullptr) return paintFilled(entity, view, traits);
-    const auto* const polyline = AcDbPolyline::cast(&entity);
-    if (polyline != nullptr && paintWide(*polyline, view, traits)) return;
-    paintCurves(entity, view, traits);
+    paintDrawn(entity, view, traits);
 }
 
-void EntityPainter::paintAttributes(const AcDbBlockReference& reference, const View& view) {
+void EntityPainter::paintReference(const AcDbBlockReference& reference, const View& view,
+                                   const Traits& traits) {
+    if (!comesToSheet(reference, view)) return;
+    PathSink path(map_);
+    path.describe(reference, view.toWorld);
+    for (const GeometrySink::Reference& contents : path.references()) {
+        {
+            const Canvas::State state(canvas_);
+            clipTo(canvas_, map_, reference, contents.transform);
+            paintContents(contents, traits);
+        }
+        // Attributes are the reference's own, but every cell shows them.
+        for (int row = 0; row < contents.rows; ++row)
+            for (int column = 0; column < contents.columns && partsLeft_ > 0; ++column) {
+                const AcGeVector3d step = contents.columnStep * column + contents.rowStep * row;
+                paintAttributes(reference, {AcGeMatrix3d::translation(step) * view.toWorld, {}},
+                                traits);
+            }
+    }
+}
+
+void EntityPainter::paintAttributes(const AcDbBlockReference& reference, const View& view,
+                                    const Traits& traits) {
     const std::unique_ptr<AcDbObjectIterator> attributes(reference.attributeIterator());
-    for (; !attributes->done(); attributes->step()) {
+    for (; !attributes->done() && partsLeft_ > 0; attributes->step()) {
         AcDbAttribute* attribute = nullptr;
         if (acdbOpenObject(attribute, attributes->objectId(), AcDb::kForRead) != Acad::eOk)
             continue;
-        const Traits traits = traitsOf(*attribute, traitsOf(reference, view.outer));
-        if (!attribute->isInvisible() && !traits.isOff && !traits.isFrozen)
-            paintText(*attribute, view, traits);
+        --partsLeft_;
+        const Traits own = looks_.traitsOf(*attribute, traits);
+        if (!attribute->isInvisible() && !own.isOff && !own.isFrozen)
+            paintText(*attribute, view, own);
         attribute->close();
     }
 }
 
 void EntityPainter::paintContents(const GeometrySink::Reference& reference, const Traits& traits) {
     for (int row = 0; row < reference.rows; ++row) {
-        for (int column = 0; column < reference.columns; ++column) {
+        for (int column = 0; column < reference.columns && partsLeft_ > 0; ++column) {
+            --partsLeft_;
             const AcGeVector3d step = reference.columnStep * column + reference.rowStep * row;
             paintBlock(reference.block,
                        {AcGeMatrix3d::translation(step) * reference.transform, traits});
@@ -127,117 +178,171 @@ void EntityPainter::paintContents(const GeometrySink::Reference& reference, cons
     }
 }
 
-void EntityPainter::paintCurves(const AcDbEntity& entity, const View& view, const Traits& traits) {
-    PathSink path(canvas_, map_);
+void EntityPainter::paintDrawn(const AcDbEntity& entity, const View& view, const Traits& traits) {
+    PathSink path(map_, runsOf(entity));
     path.describe(entity, view.toWorld);
-    if (AcDbXline::cast(&entity) != nullptr)
-        path.describe(
-            entity, view.toWorld *
-                        AcGeMatrix3d::mirroring(static_cast<const AcDbXline&>(entity).basePoint()));
-    const Pen pen = penFor(traits);
-    stroke(pen, pen.width);
-    for (const AcGePoint2d& point : path.points()) {
-        const AcGeVector2d half(pen.width, 0.0);
-        canvas_.moveTo(point - half);
-        canvas_.lineTo(point + half);
-        canvas_.stroke(pen.color, 2.0 * pen.width);
-    }
-    const auto* const clipped = AcDbBlockReference::cast(&entity);
-    for (const GeometrySink::Reference& reference : path.references()) {
-        const Canvas::State state(canvas_);
-        if (clipped != nullptr) clipTo(canvas_, map_, *clipped, reference.transform);
+    Pen pen = penFor(traits, view);
+    // Broken lines are broken in all their width.
+    const double wide =
+        pen.pattern == nullptr ? 0.0 : evenWidth(entity) * view.stretch() * map_.scale();
+    if (wide > pen.width)
+        pen.width = wide;
+    else
+        fillAreas(path.areas(), pen.color);
+    strokeLines(path.lines(), pen);
+    if (AcDbPoint::cast(&entity) != nullptr)
+        for (const AcGePoint2d& point : path.points())
+            paintPoint(point, pen);
+    for (const GeometrySink::Reference& reference : path.references())
         paintContents(reference, traits);
+}
+
+void EntityPainter::paintPoint(const AcGePoint2d& at, const Pen& pen) {
+    if (isDot(settings_.points)) return paintDot(at, {pen.color, 2.0 * pen.width, nullptr, 1.0});
+    SheetPath mark;
+    addMark(mark, at, settings_.points);
+    strokeLines(mark, {pen.color, pen.width, nullptr, 1.0});
+}
+
+bool EntityPainter::isOnSheet(const SheetPath& path, double margin) const {
+    return !path.isEmpty() && canvas_.box().grownBy(margin).meets(path.box());
+}
+
+/// False for a reference that shows nothing on the sheet.
+bool EntityPainter::comesToSheet(const AcDbEntity& reference, const View& view) const {
+    constexpr double kMargin = 100.0; // for wide lines
+    AcDbExtents box;
+    if (reference.getGeomExtents(box) != Acad::eOk) return true;
+    box.transformBy(view.toWorld);
+    SheetBox shown;
+    shown.add(map_(box.minPoint()));
+    shown.add(map_(box.maxPoint()));
+    return shown.isEmpty() || canvas_.box().grownBy(kMargin).meets(shown);
+}
+
+void EntityPainter::fillAreas(const SheetPath& areas, const PictureColor& color) {
+    if (!isOnSheet(areas, 0.0)) return;
+    areas.putAreaOn(canvas_);
+    canvas_.fill(color, Canvas::Fill::everything);
+}
+
+void EntityPainter::paintDot(const AcGePoint2d& at, const Pen& pen) {
+    const AcGeVector2d half(pen.width / 2.0, 0.0);
+    if (!canvas_.box().grownBy(pen.width).meets({at.x, at.y, at.x, at.y})) return;
+    canvas_.moveTo(at - half);
+    canvas_.lineTo(at + half);
+    canvas_.stroke(pen.color, pen.width);
+}
+
+void EntityPainter::strokeLines(const SheetPath& lines, const Pen& pen) {
+    if (!isOnSheet(lines, pen.width)) return;
+    // What is smaller than that shows as a dot, and would take as long as anything to draw.
+    constexpr double kDot = 0.25;
+    const SheetBox& box = lines.box();
+    if (box.width() < kDot && box.height() < kDot) return paintDot({box.left, box.top}, pen);
+    if (pen.pattern != nullptr) return strokeDashed(lines, pen);
+    lines.putOn(canvas_);
+    canvas_.stroke(pen.color, pen.width);
+}
+
+void EntityPainter::strokeDashed(const SheetPath& lines, const Pen& pen) {
+    struct PlacedText {
+        const LineText* text;
+        AcGePoint2d at;
+        AcGeVector2d along;
+    };
+    if (pen.clearsGaps) {
+        constexpr double kSmoothed = 2.0; // pixels beside a line that smoothing greys
+        lines.putOn(canvas_);
+        canvas_.stroke(settings_.background, pen.width + kSmoothed);
+    }
+    std::vector<PlacedText> texts;
+    const SheetBox visible = canvas_.box().grownBy(pen.width);
+    for (const SheetPath::Line& run : lines.runs())
+        addDashes(canvas_, *pen.pattern, pen.unit, run, visible, pen.width,
+                  [&](const LineText& text, const AcGePoint2d& at, const AcGeVector2d& along) {
+                      texts.push_back({&text, at, along});
+                  });
+    canvas_.stroke(pen.color, pen.width);
+    for (const auto& [text, at, along] : texts) {
+        const AcGeVector2d left(along.y, -along.x); // y runs down
+        const AcGePoint2d origin = at + (along * text->offset.x + left * text->offset.y) * pen.unit;
+        const double angle = (text->upright ? 0.0 : std::atan2(-along.y, along.x)) + text->rotation;
+        letters_.paint(text->text, text->style, origin, {std::cos(angle), -std::sin(angle)},
+                       text->height * pen.unit, pen.color);
     }
 }
 
 void EntityPainter::paintFilled(const AcDbEntity& entity, const View& view, const Traits& traits) {
-    PathSink path(canvas_, map_);
+    PathSink path(map_);
     path.describe(entity, view.toWorld);
-    canvas_.fill(paperColor(traits));
+    if (!isOnSheet(path.areas(), 0.0)) return;
+    // Corners given the wrong way round make two triangles with a gap, as CAD programs show them.
+    path.areas().putAreaOn(canvas_);
+    canvas_.fill(colorOf(traits));
 }
 
-/// Draws a polyline as wide as it is; false when it has no width.
-bool EntityPainter::paintWide(const AcDbPolyline& polyline, const View& view,
-                              const Traits& traits) {
-    double start = 0.0;
-    double end = 0.0;
-    if (polyline.numVerts() < 2 || polyline.getWidthsAt(0, start, end) != Acad::eOk) return false;
-    double width = 0.0;
-    if (polyline.getConstantWidth(width) != Acad::eOk) width = (start + end) / 2.0;
-    const double shrink = std::cbrt(std::abs(view.toWorld.det()));
-    const double pixels = width * shrink * map_.scale();
-    Pen pen = penFor(traits);
-    if (pixels <= pen.width) return false;
-    PathSink path(canvas_, map_);
-    path.describe(polyline, view.toWorld);
-    stroke(pen, pixels);
-    return true;
+void EntityPainter::paintWipeout(const AcDbEntity& entity, const View& view) {
+    PathSink path(map_);
+    path.describe(entity, view.toWorld);
+    if (!isOnSheet(path.lines(), 0.0)) return;
+    path.lines().putAreaOn(canvas_);
+    canvas_.fill(settings_.background);
+}
+
+void EntityPainter::paintMline(const AcDbMline& mline, const View& view, const Traits& traits) {
+    if (const auto fill = mline.fillOf()) {
+        PathSink path(map_);
+        path.describe(mline, view.toWorld);
+        Traits filling = traits;
+        if (!fill->isByLayer() && !fill->isByBlock()) filling.color = *fill;
+        fillAreas(path.areas(), colorOf(filling));
+    }
+    NewEntities parts;
+    if (mline.takeApart(parts) != Acad::eOk) return;
+    View within = view;
+    within.outer.isHighlighted = traits.isHighlighted;
+    for (const auto& part : parts)
+        paintEntity(*part, within);
 }
 
 void EntityPainter::paintHatch(const AcDbHatch& hatch, const View& view, const Traits& traits) {
-    const Canvas::State state(canvas_);
-    PathSink path(canvas_, map_);
+    PathSink path(map_);
     path.describe(hatch, view.toWorld);
-    if (hatch.isSolidFill()) {
-        canvas_.fill(paperColor(traits));
-        return;
+    if (!isOnSheet(path.lines(), 0.0)) return;
+    const Canvas::State state(canvas_);
+    if (hatch.hatchStyle() == AcDbHatch::kNormal || hatch.numLoops() < 2) {
+        path.lines().putAreaOn(canvas_);
+    } else {
+        SheetPath counting;
+        for (const SheetPath::Line& loop :
+             countingLoops(path.lines().parts(), hatch.hatchStyle())) {
+            counting.moveTo(loop.front());
+            for (const AcGePoint2d& corner : loop)
+                counting.lineTo(corner);
+            counting.close();
+        }
+        counting.putAreaOn(canvas_);
     }
+    if (hatch.isSolidFill()) return canvas_.fill(colorOf(traits));
     canvas_.clip();
-    Pen pen = penFor(traits);
-    pen.dashes.clear();
-    drawHatchPattern(canvas_, map_, hatch, view.toWorld, pen);
+    drawHatchPattern(canvas_, map_, hatch, view.toWorld, penFor(traits, view));
 }
 
 void EntityPainter::paintText(const AcDbText& text, const View& view, const Traits& traits) {
     const auto* const definition = AcDbAttributeDefinition::cast(&text);
-    const std::wstring shown =
-        shownText(definition != nullptr && !definition->isConstant() ? definition->tagConst()
-                                                                     : text.textStringConst());
-    AcGePoint3dArray corners;
-    if (shown.empty() || text.getBoundingPoints(corners) != Acad::eOk || corners.length() < 4)
-        return;
-    for (AcGePoint3d& corner : corners)
-        corner.transformBy(view.toWorld);
-    const AcDbObjectId style = text.textStyle();
-    texts_.paint(shown, fontOfStyle(style), fontRequestOf(style),
-                 frameOf(corners[0], corners[1] - corners[0], corners[3] - corners[0], map_),
-                 penFor(traits).color);
+    letters_.paint(text,
+                   definition != nullptr && !definition->isConstant() ? definition->tagConst()
+                                                                      : text.textStringConst(),
+                   view.toWorld, colorOf(traits));
 }
 
 void EntityPainter::paintMText(const AcDbMText& text, const View& view, const Traits& traits) {
-    const MTextLayout layout = text.layout();
-    const AcGePoint3d corner = text.boxCorner(layout);
-    const AcGeVector3d along = text.direction();
-    const AcGeVector3d up = text.normal().crossProduct(along);
-    FontLibrary& fonts = DbState::current().fonts();
-    for (const PlacedRun& placed : layout.runs) {
-        const MTextFormat& format = placed.run.format;
+    letters_.paint(text, view.toWorld, colorOf(traits), [&](const AcCmEntityColor& color) {
         Traits own = traits;
-        if (format.color && !format.color->isByLayer() && !format.color->isByBlock())
-            own.color = *format.color;
-        const AcGePoint3d origin = corner + along * placed.origin.x + up * placed.origin.y;
-        const AcGeVector3d lean = along * std::tan(format.oblique);
-        const TextFont& font = fonts.find(format.font);
-        const auto paint = [&](std::wstring_view letters, double shift, double rise, double width,
-                               double height) {
-            texts_.paint(letters, font, format.font,
-                         frameOf(view.toWorld * (origin + along * shift + up * rise),
-                                 view.toWorld * (along * width),
-                                 view.toWorld * ((up + lean) * height), map_),
-                         penFor(own).color);
-        };
-        if (!placed.run.isFraction()) {
-            paint(placed.run.text, 0.0, 0.0, placed.width, format.height);
-            continue;
-        }
-        const double height = format.height * kFractionHeight;
-        const auto paintPart = [&](std::wstring_view letters, double rise) {
-            const double width = font.width(letters) * height * format.widthFactor;
-            paint(letters, (placed.width - width) / 2.0, rise, width, height);
-        };
-        paintPart(placed.run.text, height * 0.8);
-        paintPart(placed.run.lower, -height * 0.4);
-    }
+        own.color = color;
+        return colorOf(own);
+    });
 }
 
 } // namespace headless

@@ -1,24 +1,29 @@
 // Draws the entities of a space with everything inside their references.
 #pragma once
 
+#include <unordered_map>
 #include <vector>
 
 #include "db/hatch.h"
-#include "db/mtext.h"
-#include "db/polyline.h"
-#include "db/text.h"
+#include "view/letters.h"
 #include "view/path_sink.h"
 #include "view/pen.h"
-#include "view/text_painter.h"
+#include "view/point_mark.h"
 
 class AcDbBlockReference;
-class AcDbBlockTableRecord;
+class AcDbMline;
 
 namespace headless {
 
 class EntityPainter {
 public:
-    EntityPainter(Canvas& canvas, const SheetMap& map, const PenScale& scale);
+    struct Settings {
+        PenScale pen;
+        PointStyle points;
+        PictureColor background;
+    };
+
+    EntityPainter(Canvas& canvas, const SheetMap& map, const Settings& settings, Looks& looks);
 
     /// Draws a block's entities in their draw order, as a space shows them.
     void paintSpace(AcDbObjectId block);
@@ -28,29 +33,47 @@ private:
     struct View {
         AcGeMatrix3d toWorld;
         Traits outer;
+
+        /// How much larger it makes things of the plane.
+        double stretch() const;
     };
 
     void paintBlock(AcDbObjectId block, const View& view);
     void paintEntity(const AcDbEntity& entity, const View& view);
+    void paintDrawn(const AcDbEntity& entity, const View& view, const Traits& traits);
+    void paintReference(const AcDbBlockReference& reference, const View& view,
+                        const Traits& traits);
     void paintContents(const GeometrySink::Reference& reference, const Traits& traits);
-    void paintAttributes(const AcDbBlockReference& reference, const View& view);
-    void paintCurves(const AcDbEntity& entity, const View& view, const Traits& traits);
+    void paintAttributes(const AcDbBlockReference& reference, const View& view,
+                         const Traits& traits);
     void paintFilled(const AcDbEntity& entity, const View& view, const Traits& traits);
-    bool paintWide(const AcDbPolyline& polyline, const View& view, const Traits& traits);
+    void paintWipeout(const AcDbEntity& entity, const View& view);
+    void paintMline(const AcDbMline& mline, const View& view, const Traits& traits);
     void paintHatch(const AcDbHatch& hatch, const View& view, const Traits& traits);
     void paintText(const AcDbText& text, const View& view, const Traits& traits);
     void paintMText(const AcDbMText& text, const View& view, const Traits& traits);
+    void paintPoint(const AcGePoint2d& at, const Pen& pen);
 
-    /// Strokes the canvas's path.
-    void stroke(const Pen& pen, double width);
-    Pen penFor(const Traits& traits) const;
+    void fillAreas(const SheetPath& areas, const PictureColor& color);
+    void strokeLines(const SheetPath& lines, const Pen& pen);
+    void strokeDashed(const SheetPath& lines, const Pen& pen);
+    void paintDot(const AcGePoint2d& at, const Pen& pen);
+
+    Pen penFor(const Traits& traits, const View& view);
+    PictureColor colorOf(const Traits& traits) const;
     bool isDrawn(const AcDbEntity& entity) const;
+    bool isOnSheet(const SheetPath& path, double margin) const;
+    bool comesToSheet(const AcDbEntity& reference, const View& view) const;
+    const AcDbObjectIdArray& drawOrder(AcDbObjectId block);
 
     Canvas& canvas_;
     const SheetMap& map_;
-    PenScale scale_;
-    TextPainter texts_;
+    Settings settings_;
+    Looks& looks_;
+    Letters letters_;
     std::vector<AcDbStub*> openBlocks_; // being drawn, outermost first
+    std::unordered_map<AcDbStub*, AcDbObjectIdArray> orders_;
+    std::size_t partsLeft_; // that references may still show
 };
 
 } // namespace headless

@@ -1,7 +1,6 @@
 #include "view/hatch_pattern.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 #include <vector>
@@ -34,17 +33,8 @@ std::vector<LineFamily> familiesOf(const AcDbHatch& hatch) {
     return families;
 }
 
-/// The clipped area on the sheet.
-struct Box {
-    double left, top, right, bottom;
-    bool isEmpty() const { return !(left < right && top < bottom); }
-    std::array<AcGePoint2d, 4> corners() const {
-        return {{{left, top}, {right, top}, {right, bottom}, {left, bottom}}};
-    }
-};
-
-Box clippedBox(const Canvas& canvas) {
-    Box box{};
+SheetBox clippedBox(const Canvas& canvas) {
+    SheetBox box;
     cairo_clip_extents(canvas.cairo(), &box.left, &box.top, &box.right, &box.bottom);
     return box;
 }
@@ -69,8 +59,10 @@ public:
         const double pitch = std::abs(shown.along.x * shown.step.y - shown.along.y * shown.step.x);
         // Closer than this, lines are a grey that an area of one colour shows as well.
         constexpr double kClosest = 0.7;
-        if (box_.isEmpty() || !(pitch > kClosest) || !std::isfinite(shown.scale))
-            return tint(pitch);
+        const bool finite = std::isfinite(pitch) && std::isfinite(shown.scale) &&
+                            std::isfinite(shown.base.x) && std::isfinite(shown.base.y);
+        if (box_.isEmpty() || !finite) return;
+        if (!(pitch > kClosest)) return tint(pitch);
         drawLines(shown, dashesOf(family, shown.scale), pitch);
     }
 
@@ -88,14 +80,21 @@ private:
     }
 
     std::vector<double> dashesOf(const LineFamily& family, double scale) const {
+        // As with linetypes, what is finer is a grey line drawn at great cost.
+        constexpr double kShortest = 2.0;
         std::vector<double> dashes;
-        for (const double length : family.dashes)
-            dashes.push_back(std::max(std::abs(length) * scale, length < 0.0 ? 0.0 : pen_.width));
+        double total = 0.0;
+        for (const double length : family.dashes) {
+            const bool isGap = length < 0.0;
+            dashes.push_back(std::max(std::abs(length) * scale, isGap ? 0.0 : pen_.width));
+            total += dashes.back();
+        }
+        if (!(total >= kShortest) || !std::isfinite(total)) dashes.clear();
         return dashes;
     }
 
     void tint(double pitch) const {
-        if (box_.isEmpty() || !(pitch > 0.0)) return;
+        if (!(pitch > 0.0)) return;
         PictureColor pale = pen_.color;
         pale.alpha = static_cast<std::uint8_t>(pale.alpha / 3);
         canvas_.fillAll(pale);
@@ -140,7 +139,7 @@ private:
     AcGeMatrix3d toSheet_;
     double elevation_;
     const Pen& pen_;
-    Box box_;
+    SheetBox box_;
 };
 
 } // namespace

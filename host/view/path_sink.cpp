@@ -11,29 +11,38 @@ namespace {
 /// Two ends are one corner when that close, in pixels.
 constexpr double kJoint = 1e-3;
 
-/// How many cubic curves stand in for a piece: 16 to a full circle are right to 1e-6 of its radius.
+/// How many cubic curves stand in for a piece: 16 to a full circle are right to 1e-6 of its radius,
+/// 64 to less than a millionth of that.
 int cubicsOf(const CurvePiece& piece, double pixels) {
     constexpr double kPixelsPerCubic = 8.0;
-    const int most = piece.kind() == CurvePiece::Kind::spline ? 256 : 16;
-    return std::clamp(static_cast<int>(pixels / kPixelsPerCubic), 4, most);
+    constexpr double kHuge = 1e5;
+    if (piece.kind() == CurvePiece::Kind::spline)
+        return std::clamp(static_cast<int>(std::min(pixels, 1e4) / kPixelsPerCubic), 4, 256);
+    if (pixels > kHuge) return 64;
+    return std::clamp(static_cast<int>(pixels / kPixelsPerCubic), 4, 16);
 }
 
 } // namespace
 
-void PathSink::goTo(const AcGePoint3d& start) {
-    if (first_ && map_(start).distanceTo(map_(last_)) <= kJoint) return;
-    first_ = start;
-    canvas_.moveTo(map_(start));
+void PathSink::goTo(const AcGePoint2d& start) {
+    if (!first_ || start.distanceTo(last_) > kJoint) {
+        first_ = start;
+        lines_.moveTo(start);
+    } else if (runs_ == Runs::eachPiece) {
+        lines_.beginRun();
+    }
 }
 
 void PathSink::onSegment(const AcGePoint3d& start, const AcGePoint3d& end) {
-    goTo(start);
-    last_ = end;
-    if (map_(end).distanceTo(map_(*first_)) <= kJoint && start != *first_) {
-        canvas_.closePath();
+    const AcGePoint2d from = map_(start);
+    const AcGePoint2d to = map_(end);
+    goTo(from);
+    last_ = to;
+    if (to.distanceTo(*first_) <= kJoint && from != *first_) {
+        lines_.close();
         first_.reset();
     } else {
-        canvas_.lineTo(map_(end));
+        lines_.lineTo(to);
     }
 }
 
@@ -42,19 +51,25 @@ void PathSink::onCurve(const CurvePiece& piece) {
     if (!std::isfinite(length)) return;
     const int count = cubicsOf(piece, length);
     const double step = (piece.endParam() - piece.startParam()) / count;
-    goTo(piece.start());
     AcGePoint3d from = piece.start();
+    goTo(map_(from));
     AcGeVector3d leaving = piece.firstDerivative(piece.startParam());
     for (int i = 1; i <= count; ++i) {
         const double param = i == count ? piece.endParam() : piece.startParam() + i * step;
         const AcGePoint3d to = piece.pointAt(param);
         const AcGeVector3d arriving = piece.firstDerivative(param);
-        canvas_.bezierTo(map_(from + leaving * (step / 3.0)), map_(to - arriving * (step / 3.0)),
-                         map_(to));
+        lines_.bezierTo(map_(from + leaving * (step / 3.0)), map_(to - arriving * (step / 3.0)),
+                        map_(to));
         from = to;
         leaving = arriving;
     }
-    last_ = from;
+    last_ = map_(from);
+}
+
+void PathSink::onArea(const std::vector<AcGePoint3d>& corners) {
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        i == 0 ? areas_.moveTo(map_(corners[i])) : areas_.lineTo(map_(corners[i]));
+    areas_.close();
 }
 
 void PathSink::onEndless(const AcGePoint3d& base, const AcGeVector3d& along) {
@@ -64,6 +79,7 @@ void PathSink::onEndless(const AcGePoint3d& base, const AcGeVector3d& along) {
     const double reach = base.distanceTo(middle) +
                          std::hypot(window.right - window.left, window.top - window.bottom);
     const AcGeVector3d direction = along.normal();
+    first_.reset();
     onSegment(base, base + direction * reach);
 }
 

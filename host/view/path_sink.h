@@ -1,21 +1,27 @@
-// Entities' curves as paths on a canvas.
+// Entities' curves as paths on the sheet.
 #pragma once
 
 #include <optional>
 #include <vector>
 
 #include "db/geometry_sink.h"
-#include "view/canvas.h"
 #include "view/sheet_map.h"
+#include "view/sheet_path.h"
 
 namespace headless {
 
-/// Adds what it receives to the canvas's path, pieces that follow each other joined into one line.
-/// Texts are left out and references only listed: their contents have looks of their own.
+/// Adds what it receives to paths, pieces that follow each other joined into one line. Texts are
+/// left out and references only listed: their contents have looks of their own.
 class PathSink : public GeometrySink {
 public:
-    PathSink(Canvas& canvas, const SheetMap& map) : canvas_(canvas), map_(map) {}
+    /// Where linetypes begin anew: with every piece, or only where lines do not go on.
+    enum class Runs { eachPiece, throughout };
 
+    explicit PathSink(const SheetMap& map, Runs runs = Runs::eachPiece) : map_(map), runs_(runs) {}
+
+    const SheetPath& lines() const { return lines_; }
+    /// What is filled, each part whether or not others cover it.
+    const SheetPath& areas() const { return areas_; }
     /// Places of points, which have no path.
     const std::vector<AcGePoint2d>& points() const { return points_; }
     const std::vector<Reference>& references() const { return references_; }
@@ -25,18 +31,21 @@ protected:
     void onSegment(const AcGePoint3d& start, const AcGePoint3d& end) override;
     void onCurve(const CurvePiece& piece) override;
     void onText(const std::array<AcGePoint3d, 4>& /*corners*/) override {}
+    void onArea(const std::vector<AcGePoint3d>& corners) override;
     void onEndless(const AcGePoint3d& base, const AcGeVector3d& along) override;
     void onReference(const Reference& reference) override { references_.push_back(reference); }
 
 private:
-    void goTo(const AcGePoint3d& start);
+    void goTo(const AcGePoint2d& start);
 
-    Canvas& canvas_;
     const SheetMap& map_;
+    Runs runs_;
+    SheetPath lines_;
+    SheetPath areas_;
     std::vector<AcGePoint2d> points_;
     std::vector<Reference> references_;
-    std::optional<AcGePoint3d> first_; // of the line being drawn
-    AcGePoint3d last_;
+    std::optional<AcGePoint2d> first_; // of the line being drawn
+    AcGePoint2d last_;
 };
 
 } // namespace headless

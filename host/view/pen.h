@@ -1,16 +1,15 @@
 // The line that traits ask for, in pixels.
 #pragma once
 
-#include <vector>
-
-#include "view/traits.h"
+#include "view/looks.h"
 
 namespace headless {
 
 struct Pen {
     PictureColor color;
     double width;               // pixels
-    std::vector<double> dashes; // pixels on and off by turns; empty for a solid line
+    const LinePattern* pattern; // null for a solid line
+    double unit;                // pixels to a unit of the pattern
     bool clearsGaps = false;    // Paper shows between the dashes, whatever was drawn there.
 };
 
@@ -18,12 +17,12 @@ struct PenScale {
     double pixelsPerUnit;       // of the drawing, for linetypes
     double pixelsPerMillimetre; // of the paper, for lineweights
     double linetypeScale;       // of the whole drawing
+    PictureColor foreground;
 };
 
-[[nodiscard]] Pen penOf(const Traits& traits, const PenScale& scale);
-
-/// What highlighted things are drawn with: dashes of the sheet's own, to be seen on top of the same
-/// line drawn solid, too.
-[[nodiscard]] Pen highlighted(Pen pen);
+/// What is highlighted has dashes of the sheet's own, to be seen on top of the same line drawn
+/// solid, too.
+/// @param stretch  how much larger references make what the entity holds.
+[[nodiscard]] Pen penOf(const Traits& traits, Looks& looks, const PenScale& scale, double stretch);
 
 } // namespace headless

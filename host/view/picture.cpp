@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "db/database.h"
+#include "db/dimension.h"
 #include "db/object_pointer.h"
 #include "db/open.h"
 #include "db/residence.h"
@@ -15,13 +16,27 @@ namespace {
 /// More pixels than this take more memory than a machine may have.
 constexpr double kMostPixels = 400e6;
 
-bool isShown(const AcDbEntity& entity) {
-    const auto* const layer = Residence::peek<AcDbLayerTableRecord>(entity.layerId());
-    return layer == nullptr || layer->showsEntities();
+/// The box of an entity that shows. A dimension counts what shows of its block: the points that it
+/// was measured between may be anywhere.
+Acad::ErrorStatus shownBox(const AcDbEntity& entity, Looks& looks, AcDbExtents& box) {
+    const auto* const dimension = AcDbDimension::cast(&entity);
+    const auto* const block = dimension == nullptr
+                                  ? nullptr
+                                  : Residence::peek<AcDbBlockTableRecord>(dimension->dimBlockId());
+    if (block == nullptr) return entity.getGeomExtents(box);
+    for (const AcDbObjectId id : block->entityIds()) {
+        const auto* const part = Residence::peek<AcDbEntity>(id);
+        AcDbExtents own;
+        if (part != nullptr && looks.shows(part->layerId()) && part->extentsOf(own) == Acad::eOk)
+            box.addExt(own);
+    }
+    if (isEmpty(box)) return Acad::eNullExtents;
+    box.transformBy(AcGeMatrix3d::translation(dimension->dimBlockPosition().asVector()));
+    return Acad::eOk;
 }
 
 /// The box of what shows in a space; empty when nothing does.
-AcDbExtents shownExtents(AcDbObjectId space) {
+AcDbExtents shownExtents(AcDbObjectId space, Looks& looks) {
     AcDbExtents box;
     const auto* const block = Residence::peek<AcDbBlockTableRecord>(space);
     if (block == nullptr) return box;
@@ -29,7 +44,8 @@ AcDbExtents shownExtents(AcDbObjectId space) {
         AcDbEntity* entity = nullptr;
         if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) continue;
         AcDbExtents own;
-        if (isShown(*entity) && entity->getGeomExtents(own) == Acad::eOk) box.addExt(own);
+        const bool shows = entity->visibility() == AcDb::kVisible && looks.shows(entity->layerId());
+        if (shows && shownBox(*entity, looks, own) == Acad::eOk) box.addExt(own);
         entity->close();
     }
     return box;
@@ -51,10 +67,16 @@ PictureWindow windowAround(const AcDbExtents& box) {
     return {low.x - margin, low.y - margin, high.x + margin, high.y + margin};
 }
 
-PenScale penScaleOf(const AcDbDatabase& db, const PictureOptions& options, const SheetMap& map) {
+EntityPainter::Settings settingsOf(const AcDbDatabase& db, const PictureOptions& options,
+                                   const SheetMap& map) {
     constexpr double kMillimetresPerInch = 25.4;
+    constexpr PictureColor kWhite{255, 255, 255, 255};
+    constexpr PictureColor kBlack{0, 0, 0, 255};
     const double dotsPerInch = options.format == PictureFormat::kPdf ? 72.0 : 96.0;
-    return {map.scale(), dotsPerInch / kMillimetresPerInch, db.ltscale()};
+    return {{map.scale(), dotsPerInch / kMillimetresPerInch, db.ltscale(),
+             options.isDark ? kWhite : kBlack},
+            pointStyle(db.settings().pdmode, db.settings().pdsize, map.scale(), options.height),
+            options.isDark ? kBlack : kWhite};
 }
 
 } // namespace
@@ -64,20 +86,23 @@ std::variant<std::string, PictureFailure> drawPicture(AcDbDatabase& db,
     if (!(options.width >= 1.0 && options.height >= 1.0) ||
         options.width * options.height > kMostPixels)
         return PictureFailure{"the picture's size is out of range"};
+    Looks looks;
     PictureWindow window;
     if (options.window) {
         window = *options.window;
         if (!isUsable(window)) return PictureFailure{"the window has no area"};
     } else {
-        const AcDbExtents box = shownExtents(db.modelSpaceId());
+        const AcDbExtents box = shownExtents(db.modelSpaceId(), looks);
         if (isEmpty(box)) return PictureFailure{"nothing is visible in the drawing"};
         window = windowAround(box);
+        if (!isUsable(window)) return PictureFailure{"the drawing is too large for a picture"};
     }
 
     Canvas canvas(options.format, options.width, options.height);
-    canvas.fillAll(kPaper);
     const SheetMap map(window, options.width, options.height);
-    EntityPainter painter(canvas, map, penScaleOf(db, options, map));
+    const EntityPainter::Settings settings = settingsOf(db, options, map);
+    canvas.fillAll(settings.background);
+    EntityPainter painter(canvas, map, settings, looks);
     painter.paintSpace(db.modelSpaceId());
     std::string bytes = canvas.finish();
     if (bytes.empty()) return PictureFailure{"there is not enough memory for the picture"};

@@ -1,4 +1,4 @@
-// Pictures of a drawing, seen from above on white paper.
+// Pictures of a drawing, seen from above.
 #pragma once
 
 #include <optional>
@@ -19,6 +19,8 @@ struct PictureOptions {
     double height = 1200.0;
     /// Empty: all that is drawn, with a margin.
     std::optional<PictureWindow> window;
+    /// Black with a white foreground instead of white with a black one.
+    bool isDark = false;
 };
 
 /// What went wrong, in words.

@@ -25,6 +25,9 @@ TextPainter::TextPainter(Canvas& canvas) : canvas_(canvas), fonts_(pango_cairo_f
 }
 
 void TextPainter::setFont(const TextFont& font, const FontRequest& look) {
+    if (&font == font_ && look == look_) return;
+    font_ = &font;
+    look_ = look;
     const std::unique_ptr<PangoFontDescription, FontDescriptionCloser> description(
         pango_font_description_new());
     pango_font_description_set_family(description.get(), font.family().c_str());
@@ -37,8 +40,19 @@ void TextPainter::setFont(const TextFont& font, const FontRequest& look) {
     pango_layout_set_font_description(layout_.get(), description.get());
 }
 
+/// Letters are hardly ever higher above their base line, or reach further below it.
+bool TextPainter::comesToSheet(const TextFrame& frame) const {
+    SheetBox box;
+    for (const double rise : {-1.0, 2.0}) {
+        box.add(frame.origin + frame.up * rise);
+        box.add(frame.origin + frame.up * rise + frame.along);
+    }
+    return canvas_.box().meets(box);
+}
+
 void TextPainter::paint(std::wstring_view text, const TextFont& font, const FontRequest& look,
                         const TextFrame& frame, const PictureColor& color) {
+    if (!comesToSheet(frame)) return;
     const Canvas::State state(canvas_);
     cairo_t* const cairo = canvas_.cairo();
     if (frame.up.length() < kReadable) {

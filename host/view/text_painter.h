@@ -35,12 +35,16 @@ private:
         }
     };
 
+    bool comesToSheet(const TextFrame& frame) const;
     void setFont(const TextFont& font, const FontRequest& look);
 
     Canvas& canvas_;
     // Of its own: the library's default one is never freed.
     std::unique_ptr<PangoFontMap, Unref> fonts_;
     std::unique_ptr<PangoLayout, Unref> layout_;
+    // What the layout is set to.
+    const TextFont* font_ = nullptr;
+    FontRequest look_;
 };
 
 } // namespace headless

@@ -88,7 +88,7 @@ protected:
         const double bulges[] = {0.4, 0.0, -1.3, 0.0, 2e-10};
         const AcGePoint2d points[] = {{0, 0}, {10, 2}, {12, 9}, {3, 11}, {3, 11}};
         for (unsigned i = 0; i < std::size(points); ++i)
-            polyline->addVertexAt(i, points[i], bulges[i], 0.5, 0.5);
+            polyline->addVertexAt(i, points[i], bulges[i]);
         polyline->setClosed(true);
         polyline->setElevation(4.0);
         polyline->setThickness(2.0);

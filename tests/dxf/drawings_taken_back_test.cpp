@@ -107,15 +107,11 @@ public:
         const auto* const reference = AcDbBlockReference::cast(&whole_);
         if (refusal_ != Acad::eOk || (isMesh && parts_.empty())) return;
         if (reference != nullptr && hasTexts()) return; // Theirs are the attributes, then the tags.
-        AcDbExtents box;
-        if (extentsUnder(whole_, AcGeMatrix3d::kIdentity, box, IncludeText::no) != Acad::eOk)
-            return;
+        const AcDbExtents box = LineBox(whole_).box();
+        if (isEmpty(box)) return;
         AcDbExtents all;
-        for (const auto& part : parts_) {
-            AcDbExtents one;
-            if (extentsUnder(*part, AcGeMatrix3d::kIdentity, one, IncludeText::no) == Acad::eOk)
-                all.addExt(one);
-        }
+        for (const auto& part : parts_)
+            all.addExt(LineBox(*part).box());
         const double size =
             box.minPoint().distanceTo(box.maxPoint()) + box.minPoint().asVector().length();
         // A mesh may have vertices that no face uses.

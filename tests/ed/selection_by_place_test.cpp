@@ -1,10 +1,15 @@
 // What windows, crossing polygons, fences and pick boxes select: exact geometry, not boxes.
+#include <cmath>
+
 #include <gmock/gmock.h>
 
 #include "db/block_reference.h"
 #include "db/dictionary.h"
+#include "db/face.h"
 #include "db/hatch.h"
+#include "db/polyline.h"
 #include "db/ray.h"
+#include "db/solid.h"
 #include "db/spatial_filter.h"
 #include "db/text.h"
 #include "drawn_fixture.h"
@@ -100,6 +105,67 @@ TEST_F(SelectionByPlace, AreasOfTextsAndHatchesCount) {
     const AcDbObjectId text = put(new AcDbText({0, 0, 0}, L"HHHH", AcDbObjectId::kNull, 10.0));
     EXPECT_THAT(box(L"C", {15, 4, 0}, {15.1, 4.1, 0}), ElementsAre(text));
     EXPECT_THAT(box(L"C", {15, 14, 0}, {15.1, 14.1, 0}), IsEmpty());
+}
+
+/// A closed or an open chain of two or three vertices.
+AcDbPolyline* chain(std::initializer_list<AcGePoint2d> points, double bulge, double startWidth,
+                    double endWidth) {
+    auto* const polyline = new AcDbPolyline;
+    for (const AcGePoint2d& point : points)
+        polyline->addVertexAt(polyline->numVerts(), point, bulge, startWidth, endWidth);
+    return polyline;
+}
+
+AcDbText* turnedText(double rotation, double oblique, bool mirrored) {
+    auto* const text = new AcDbText({0, 0, 0}, L"HHHH", AcDbObjectId::kNull, 10.0, rotation);
+    text->setOblique(oblique);
+    text->mirrorInX(mirrored);
+    return text;
+}
+
+TEST_F(SelectionByPlace, WhatIsFilledIsTakenByItsInside) {
+    const double quarter = std::acos(0.0);
+    const double eighth = quarter / 2.0;
+    auto* const face = new AcDbFace({0, 0, 0}, {20, 0, 0}, {20, 20, 0}, {0, 20, 0});
+    face->makeEdgeInvisibleAt(1);
+    const struct {
+        const char* name;
+        AcDbEntity* entity;
+        AcGePoint3d on;
+        AcGePoint3d beside;
+    } cases[] = {
+        {"a wide line", chain({{0, 0}, {50, 0}}, 0, 10, 10), {25, 4.9, 0}, {25, 5.1, 0}},
+        {"a tapering one", chain({{0, 0}, {50, 0}}, 0, 20, 0), {25, 4.9, 0}, {25, 5.1, 0}},
+        {"its wide end", chain({{0, 0}, {50, 0}}, 0, 20, 0), {1, 9, 0}, {-0.2, 9, 0}},
+        {"a wide arc's outer edge",
+         chain({{0, 0}, {50, 0}}, 1, 10, 10),
+         {25, -29.9, 0},
+         {25, -30.1, 0}},
+        {"its inner edge", chain({{0, 0}, {50, 0}}, 1, 10, 10), {25, -20.1, 0}, {25, -19.9, 0}},
+        {"a mitre",
+         chain({{0, 0}, {50, 0}, {50, 50}}, 0, 10, 10),
+         {54.8, -4.8, 0},
+         {55.1, -4.8, 0}},
+        {"a solid",
+         new AcDbSolid({0, 0, 0}, {20, 0, 0}, {0, 20, 0}, {20, 20, 0}),
+         {10, 10, 0},
+         {21, 10, 0}},
+        {"text that stands upright", turnedText(quarter, 0, false), {-5, 20, 0}, {5, 20, 0}},
+        {"text that climbs", turnedText(eighth, 0, false), {10, 14, 0}, {10, 1, 0}},
+        {"text in a mirror", turnedText(0, 0, true), {-20, 5, 0}, {20, 5, 0}},
+        {"text that leans", turnedText(0, eighth, false), {9, 9.5, 0}, {1, 9.5, 0}},
+        {"a face by an edge that shows", face, {10, 0, 0}, {20, 10, 0}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const AcDbObjectId id = put(c.entity);
+        const auto at = [](const AcGePoint3d& p) {
+            return box(L"C", p, {p.x + 0.01, p.y + 0.01, 0});
+        };
+        EXPECT_THAT(at(c.on), ElementsAre(id));
+        EXPECT_THAT(at(c.beside), IsEmpty());
+        erase(id);
+    }
 }
 
 TEST_F(SelectionByPlace, WhatIsHiddenIsPassedOver) {

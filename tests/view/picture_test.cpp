@@ -3,7 +3,6 @@
 #include <memory>
 #include <set>
 
-#include <cairo.h>
 #include <dbents.h>
 #include <dbhatch.h>
 #include <dbmtext.h>
@@ -11,55 +10,16 @@
 
 #include "db/resbuf.h"
 #include "db/sortents_table.h"
+#include "pixels.h"
 #include "support/session_fixture.h"
 #include "view/picture.h"
 
 namespace {
 
+using test_support::Pixels;
+
 using headless::PictureFormat;
 using headless::PictureOptions;
-
-/// A picture of 100 by 100 pixels of the drawing from 0 to 100 in x and y: pixel (x, y) shows the
-/// drawing's unit square there.
-class Pixels {
-public:
-    explicit Pixels(const std::string& png) : rest_(png) {
-        surface_.reset(cairo_image_surface_create_from_png_stream(read, this));
-    }
-
-    /// 0x00RRGGBB.
-    unsigned at(int x, int y) const {
-        const int row = cairo_image_surface_get_height(surface_.get()) - 1 - y;
-        const unsigned char* const line =
-            cairo_image_surface_get_data(surface_.get()) +
-            static_cast<std::ptrdiff_t>(row) * cairo_image_surface_get_stride(surface_.get());
-        return reinterpret_cast<const unsigned*>(line)[x] & 0xFFFFFFU;
-    }
-    bool isWhite(int x, int y) const { return at(x, y) == kWhite; }
-    /// How many pixels of the rectangle are not white.
-    int marked(int left, int bottom, int right, int top) const {
-        int count = 0;
-        for (int y = bottom; y < top; ++y)
-            for (int x = left; x < right; ++x)
-                count += isWhite(x, y) ? 0 : 1;
-        return count;
-    }
-
-private:
-    static constexpr unsigned kWhite = 0xFFFFFF;
-
-    static cairo_status_t read(void* self, unsigned char* data, unsigned length) {
-        std::string_view& rest = static_cast<Pixels*>(self)->rest_;
-        if (rest.size() < length) return CAIRO_STATUS_READ_ERROR;
-        rest.copy(reinterpret_cast<char*>(data), length);
-        rest.remove_prefix(length);
-        return CAIRO_STATUS_SUCCESS;
-    }
-
-    std::string_view rest_;
-    std::unique_ptr<cairo_surface_t, decltype([](cairo_surface_t* s) { cairo_surface_destroy(s); })>
-        surface_;
-};
 
 class PictureTest : public test_support::SessionTest {
 protected:
@@ -259,7 +219,8 @@ TEST_F(PictureTest, LinesAreAsWideAndAsBrokenAsTheyAsk) {
 
     const Pixels picture = draw();
     EXPECT_NEAR(picture.marked(50, 10, 51, 30), 8, 1);
-    EXPECT_NEAR(picture.marked(0, 45, 100, 55), 50 * picture.marked(2, 45, 3, 55), 10);
+    // Each of the ten dashes reaches into pixels at both its ends.
+    EXPECT_NEAR(picture.marked(0, 45, 100, 55), 60 * picture.marked(12, 45, 13, 55), 10);
     EXPECT_EQ(picture.marked(0, 75, 100, 79) + picture.marked(0, 82, 100, 85), 0);
     EXPECT_GE(picture.marked(0, 79, 100, 82), 100);
     EXPECT_EQ(picture.marked(50, 85, 51, 95), 6);
