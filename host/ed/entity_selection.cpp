@@ -58,7 +58,8 @@ using namespace headless;
 int acedEntSel(const ACHAR* prompt, ads_name entity, ads_point point) {
     const AcDbDatabase* const db = acdbHostApplicationServices()->workingDatabase();
     const PromptRules rules = takeRules();
-    if (db == nullptr || entity == nullptr || point == nullptr) return RTERROR;
+    if (entity == nullptr || point == nullptr) return RTERROR;
+    if (db == nullptr) return RTCAN; // Callers ask again after an error, which would never end.
     if (FaultHook::fails("acedEntSel")) return failWith(HostError::none);
     const OfferedKeywords offered(rules.keywords);
     for (;;) {

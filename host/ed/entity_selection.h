@@ -11,6 +11,6 @@
 /// @param point   gets the point, in user coordinates, also when nothing lies there; LASTPOINT for
 ///                "Last".
 /// @return        RTNORM; RTERROR with 7 in ERRNO when nothing was found, with 52 for Enter alone;
-///                RTCAN for Escape and when there is no more input; RTKWORD for a keyword that
-///                acedInitGet named.
+///                RTCAN for Escape, when there is no more input and without a drawing; RTKWORD for
+///                a keyword that acedInitGet named.
 int acedEntSel(const ACHAR* prompt, ads_name entity, ads_point point);

@@ -1,6 +1,7 @@
 // Clicks and keys: what programs' message filters see of them, and what they answer.
 #include <gmock/gmock.h>
 
+#include "ed/entity_selection.h"
 #include "ed/message_filters.h"
 #include "ed/prompts.h"
 #include "ed/screen.h"
@@ -139,6 +140,8 @@ TEST(NoDrawing, HasNoViewAndNothingToClick) {
     ed.input.add(MouseClick{AcGePoint3d(), {}});
     ads_point point;
     EXPECT_EQ(acedGetPoint(nullptr, nullptr, point), RTCAN);
+    ads_name entity;
+    EXPECT_EQ(acedEntSel(nullptr, entity, point), RTCAN);
     ed.documents.open(std::make_unique<AcDbDatabase>(true, true), L"new", false);
     EXPECT_NE(acedGetAcadDwgView(), nullptr);
 }

@@ -13,13 +13,16 @@ namespace test_support {
 /// Runs the operation until a run meets no failure: in the n-th run its n-th call that can fail
 /// does. After each run nothing may be left behind, and `check` looks at what else matters.
 ///
-/// @param operation  void(); sets up anew whatever it needs, input too.
+/// @param prepare    void(); sets up anew whatever each run needs; nothing fails in it.
+/// @param operation  void()
 /// @param check      void(const std::string& call): the call that failed; empty in the last run.
 /// @return           how many calls could fail.
-template <class Operation, class Check>
-int failEachCall(headless::Session& session, Operation operation, Check check) {
+template <class Prepare, class Operation, class Check>
+int failEachCall(headless::Session& session, Prepare prepare, Operation operation, Check check) {
+    const bool failedBefore = testing::Test::HasFailure();
     constexpr int kMost = 100'000; // An operation that asks again for ever never gets there.
     for (int nth = 1; nth <= kMost; ++nth) {
+        prepare();
         std::string failed;
         int calls = 0;
         session.setFaultHook([&](const char* call) {
@@ -34,10 +37,18 @@ int failEachCall(headless::Session& session, Operation operation, Check check) {
         for (const std::string& leftover : leftovers)
             ADD_FAILURE() << "left behind: " << leftover;
         check(failed);
-        if (failed.empty() || !leftovers.empty() || testing::Test::HasFailure()) return nth - 1;
+        const bool found = !failedBefore && testing::Test::HasFailure();
+        if (failed.empty() || !leftovers.empty() || found) return nth - 1;
     }
     ADD_FAILURE() << "the operation does not end";
     return kMost;
+}
+
+/// The same for an operation that sets up what it needs itself.
+template <class Operation, class Check>
+int failEachCall(headless::Session& session, Operation operation, Check check) {
+    return failEachCall(
+        session, [] {}, operation, check);
 }
 
 } // namespace test_support
