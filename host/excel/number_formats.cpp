@@ -63,7 +63,12 @@ std::string_view builtInNumberFormat(int id) {
     }
 }
 
-bool showsDates(std::string_view format) {
+namespace {
+
+/// Calls `visit` with each letter of a date or time that the format's first section has, in lower
+/// case; a bracket stands for a time that counts on. Stops when it answers true.
+template <class Visit>
+bool anyDateLetter(std::string_view format, Visit visit) {
     for (std::size_t i = 0; i < format.size(); ++i) {
         switch (format[i]) {
         case '"': // Words.
@@ -72,7 +77,7 @@ bool showsDates(std::string_view format) {
             break;
         case '[': { // Colours, conditions, locales; and hours and minutes that count on.
             const char next = i + 1 < format.size() ? format[i + 1] : ']';
-            if (next == 'h' || next == 'm' || next == 's') return true;
+            if ((next == 'h' || next == 'm' || next == 's') && visit('[')) return true;
             i = format.find(']', i);
             if (i == std::string_view::npos) return false;
             break;
@@ -94,7 +99,8 @@ bool showsDates(std::string_view format) {
         case 'H':
         case 's':
         case 'S':
-            return true;
+            if (visit(static_cast<char>(format[i] | 0x20))) return true;
+            break;
         case 'G': // "General" has none of them but needs passing over.
             if (format.substr(i, 7) == "General") i += 6;
             break;
@@ -103,6 +109,16 @@ bool showsDates(std::string_view format) {
         }
     }
     return false;
+}
+
+} // namespace
+
+bool showsDates(std::string_view format) {
+    return anyDateLetter(format, [](char) { return true; });
+}
+
+bool showsDays(std::string_view format) {
+    return anyDateLetter(format, [](char letter) { return letter == 'y' || letter == 'd'; });
 }
 
 } // namespace headless::excel

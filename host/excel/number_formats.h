@@ -11,5 +11,7 @@ namespace headless::excel {
 
 /// True when numbers show as dates or times.
 [[nodiscard]] bool showsDates(std::string_view numberFormat);
+/// True when they show as days of the calendar, perhaps with a time.
+[[nodiscard]] bool showsDays(std::string_view numberFormat);
 
 } // namespace headless::excel

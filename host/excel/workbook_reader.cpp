@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <charconv>
+#include <chrono>
+#include <cstdio>
 #include <map>
 #include <set>
 #include <sstream>
@@ -62,6 +64,8 @@ const std::pair<std::string_view, const char*> kForeignParts[] = {
     {"xl/chartsheets/", "chart sheets"},
     {"xl/macrosheets/", "macros"},
     {"xl/dialogsheets/", "dialog sheets"},
+    {"_xmlsignatures/", "signatures"},
+    {"customXml/item", "attached data"},
 };
 
 /// Whether a run of letters looks different from the cell, apart from its font's name if told so.
@@ -108,6 +112,25 @@ std::string unescaped(std::string text) {
     return text;
 }
 
+/// "2024-05-06T12:00:00", with or without a time, as a number of days; other texts stay texts.
+CellValue dateValue(const std::string& text) {
+    int year = 0;
+    unsigned month = 0;
+    unsigned day = 0;
+    int hours = 0;
+    int minutes = 0;
+    double seconds = 0.0;
+    const int found = std::sscanf(text.c_str(), "%d-%2u-%2uT%2d:%2d:%lf", &year, &month, &day,
+                                  &hours, &minutes, &seconds);
+    using namespace std::chrono;
+    const year_month_day date{std::chrono::year{year}, std::chrono::month{month},
+                              std::chrono::day{day}};
+    if (found < 3 || !date.ok()) return text;
+    constexpr sys_days kFirst = 1899y / December / 30;
+    return static_cast<double>((sys_days(date) - kFirst).count()) +
+           (hours * 3600.0 + minutes * 60.0 + seconds) / 86400.0;
+}
+
 class Reader {
 public:
     Reader(const std::string& path, LetterFonts letterFonts)
@@ -148,7 +171,10 @@ private:
             theme = package_.readXml(found->target);
         }
         if (const Relation* found = findKind(relations_, "styles")) {
-            formats_ = readStyles(package_.readXml(found->target), theme, book_->formats);
+            const pugi::xml_document styles = package_.readXml(found->target);
+            formats_ = readStyles(styles, theme, book_->formats);
+            for (const pugi::xml_node& fill : child(styles.document_element(), "fills").children())
+                if (child(fill, "gradientFill")) foreign_.add("colour gradients");
         }
         colors_ = std::make_unique<ColorReader>(theme);
         if (const Relation* found = findKind(relations_, "sharedStrings")) {
@@ -162,6 +188,7 @@ private:
         bool rich = false;
         std::string text = unescaped(textOfRuns(node, letterFonts_, rich));
         if (rich) foreign_.add("formats of single letters");
+        if (child(node, "rPh")) foreign_.add("phonetic guides");
         return text;
     }
 
@@ -214,6 +241,7 @@ private:
     void readSheet(Sheet& sheet, const std::string& part) {
         const pugi::xml_document document = package_.readXml(part);
         const pugi::xml_node root = document.document_element();
+        if (!root) throw WorkbookError("the file is damaged: it lacks " + part);
         const auto relations = readRelations(package_, part);
         noteForeign(root);
         sharedFormulas_.clear();
@@ -251,13 +279,20 @@ private:
         if (const auto area = parseArea(text)) areas.push_back(*area);
     }
 
-    static void readView(SheetView& view, const pugi::xml_node& node) {
+    void readView(SheetView& view, const pugi::xml_node& node) {
+        const bool usual = !node.attribute("rightToLeft").as_bool() &&
+                           !node.attribute("showFormulas").as_bool() &&
+                           node.attribute("showZeros").as_bool(true) &&
+                           node.attribute("showRowColHeaders").as_bool(true);
+        if (!usual) foreign_.add("settings of views");
         view.gridlines = node.attribute("showGridLines").as_bool(true);
         view.zoom = node.attribute("zoomScale").as_int(100);
         const pugi::xml_node pane = child(node, "pane");
         if (std::string_view(pane.attribute("state").value()).starts_with("frozen")) {
             view.frozenRows = std::clamp(pane.attribute("ySplit").as_int(), 0, kRows - 1);
             view.frozenColumns = std::clamp(pane.attribute("xSplit").as_int(), 0, kColumns - 1);
+        } else if (pane) {
+            foreign_.add("split windows");
         }
     }
 
@@ -354,7 +389,7 @@ private:
                 cell.value = CellError{cell.formula};
                 cell.formula.clear();
             }
-        } else if (since1904_ && showsDates(book_->formats.at(cell.format).numberFormat)) {
+        } else if (since1904_ && showsDays(book_->formats.at(cell.format).numberFormat)) {
             if (auto* days = std::get_if<double>(&cell.value)) *days += kDaysSince1904;
         }
     }
@@ -372,6 +407,7 @@ private:
         if (type == "b") return value.text().as_bool();
         if (type == "e") return CellError{value.text().get()};
         if (type == "str") return unescaped(value.text().get());
+        if (type == "d") return dateValue(value.text().get());
         const std::string_view text = value.text().get();
         double number = 0.0;
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);

@@ -13,6 +13,7 @@
 #include "excel/workbook_files.h"
 #include "support/temporary_folder.h"
 #include "support/workbook_dump.h"
+#include "support/workbook_patch.h"
 
 using namespace headless::excel;
 using excel_test::fullWorkbook;
@@ -178,6 +179,72 @@ TEST_F(Workbooks, BadFilesAreRefusedInWords) {
             EXPECT_NE(std::string(error.what()).find(c.file), std::string::npos) << error.what();
         }
     }
+}
+
+TEST_F(Workbooks, TellWhatTheyDoNotKeep) {
+    writeWorkbook(*fullWorkbook(), path("good.xlsx"));
+    struct Case {
+        const char* part;
+        const char* text; ///< In that part; null for a new part.
+        const char* instead;
+        const char* phrase; ///< Null when nothing is lost.
+    };
+    const char* const sheet = "xl/worksheets/sheet1.xml";
+    const char* const strings = "xl/sharedStrings.xml";
+    const Case cases[] = {
+        {sheet, "<sheetData>", "<sheetData>", nullptr},
+        {strings, "<t>styled</t>", "<r><rPr><b/></rPr><t>sty</t></r><r><t>led</t></r>",
+         "formats of single letters"},
+        {strings, "<t>styled</t>", "<t>styled</t><rPh sb=\"0\" eb=\"1\"><t>s</t></rPh>",
+         "phonetic guides"},
+        {"xl/styles.xml", "<fill><patternFill patternType=\"gray125\"/></fill>",
+         "<fill><gradientFill><stop position=\"0\"/></gradientFill></fill>", "colour gradients"},
+        {sheet, "<sheetView ", "<sheetView rightToLeft=\"1\" ", "settings of views"},
+        {sheet, "state=\"frozen\"", "state=\"split\"", "split windows"},
+        {sheet, "</worksheet>", "<rowBreaks><brk id=\"3\"/></rowBreaks></worksheet>",
+         "page breaks"},
+        {"docProps/custom.xml", nullptr, "<Properties/>", nullptr},
+        {"docProps/custom.xml", nullptr, "<Properties><property/></Properties>",
+         "properties of its own"},
+        {"_xmlsignatures/sig1.xml", nullptr, "<Signature/>", "signatures"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.instead);
+        test_support::patchWorkbook(path("good.xlsx"), path("patched.xlsx"), c.part, c.text,
+                                    c.instead);
+        const auto expected =
+            c.phrase == nullptr ? std::vector<std::string>() : std::vector<std::string>{c.phrase};
+        EXPECT_EQ(readWorkbook(path("patched.xlsx"))->leftOut, expected);
+    }
+}
+
+TEST_F(Workbooks, AreReadInOtherDialects) {
+    auto book = newWorkbook(1);
+    const auto dated = [&](const char* code) {
+        return book->formats.changed(kDefaultFormat,
+                                     [&](CellFormat& format) { format.numberFormat = code; });
+    };
+    Sheet& sheet = *book->sheets[0];
+    sheet.at(1, 1).value = 1.25;
+    sheet.at(1, 1).format = dated("yyyy-mm-dd");
+    sheet.at(2, 1).value = 1.25;
+    sheet.at(2, 1).format = dated("[h]:mm");
+    sheet.at(3, 1).value = 1.25;
+    writeWorkbook(*book, path("good.xlsx"));
+    // Days that count from 1904; lengths of time do not.
+    test_support::patchWorkbook(path("good.xlsx"), path("1904.xlsx"), "xl/workbook.xml",
+                                "<workbookPr ", "<workbookPr date1904=\"1\" ");
+    const auto since1904 = readWorkbook(path("1904.xlsx"));
+    EXPECT_EQ(since1904->sheets[0]->find(1, 1)->value, CellValue(1463.25));
+    EXPECT_EQ(since1904->sheets[0]->find(2, 1)->value, CellValue(1.25));
+    test_support::patchWorkbook(path("good.xlsx"), path("iso.xlsx"), "xl/worksheets/sheet1.xml",
+                                "<c r=\"A3\"><v>1.25</v>",
+                                "<c r=\"A3\" t=\"d\"><v>2024-01-01T12:00:00</v>");
+    EXPECT_EQ(readWorkbook(path("iso.xlsx"))->sheets[0]->find(3, 1)->value, CellValue(45292.5));
+    test_support::patchWorkbook(path("good.xlsx"), path("lacking.xlsx"),
+                                "xl/_rels/workbook.xml.rels", "worksheets/sheet1.xml",
+                                "worksheets/sheet9.xml");
+    EXPECT_THROW((void)readWorkbook(path("lacking.xlsx")), WorkbookError);
 }
 
 TEST_F(Workbooks, FailedSavesLeaveTheOldFile) {
