@@ -8,6 +8,7 @@
 #include "blocks_command.h"
 #include "clean.h"
 #include "clean_command.h"
+#include "layer_pick_command.h"
 #include "layers_command.h"
 #include "measure_command.h"
 #include "numbering_command.h"
@@ -30,6 +31,7 @@ constexpr Command kCommands[] = {
     {L"BOARDCLEAN", board::cleanCommand},      {L"BOARDLAYERS", board::layersCommand},
     {L"BOARDNUMBER", board::numberingCommand}, {L"BOARDPICK", board::pickCommand},
     {L"BOARDSTYLES", board::stylesCommand},    {L"BOARDTABLE", board::tablesCommand},
+    {L"LAYERPICK", board::layerPickCommand},
 };
 
 AFX_EXTENSION_MODULE extensionModule;

@@ -1,9 +1,11 @@
 // Highlighting 100,000 entities and taking that back, against opening each for writing and keeping
 // its id in a set.
+#include <algorithm>
 #include <random>
 #include <set>
 
 #include <dbents.h>
+#include <dbmain.h>
 #include <dbsymtb.h>
 
 #include "against.h"

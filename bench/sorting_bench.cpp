@@ -4,6 +4,7 @@
 #include <random>
 #include <vector>
 
+#include <dbmain.h>
 #include <dbpl.h>
 #include <dbsymtb.h>
 

@@ -3,6 +3,7 @@
 #include <memory>
 #include <set>
 #include <unordered_map>
+#include <unordered_set>
 
 #include <dbents.h>
 #include <dbsymtb.h>
@@ -22,7 +23,7 @@ std::set<CString> inCapitals(const std::vector<CString>& layers) {
     return names;
 }
 
-/// Which blocks hold entities on some layers. Every block is walked once, however often and from
+/// Which blocks hold entities on some layers. A block is walked once, however often and from
 /// wherever it is referred to.
 class LayerUse {
 public:
@@ -35,15 +36,21 @@ public:
     }
 
     bool isInside(AcDbObjectId block) {
-        // Until it is known, a block that holds itself finds nothing there.
-        if (const auto [known, fresh] = blocks_.emplace(block, false); !fresh) return known->second;
-        const bool used = walk(block);
-        blocks_[block] = used;
+        std::unordered_set<AcDbObjectId> seen;
+        const bool used = reaches(block, seen);
+        if (used)
+            blocks_[block] = true;
+        else
+            for (const AcDbObjectId& other : seen)
+                blocks_[other] = false;
         return used;
     }
 
 private:
-    bool walk(AcDbObjectId id) {
+    /// @param seen  blocks that this search has entered: a damaged drawing may hold one in itself.
+    bool reaches(AcDbObjectId id, std::unordered_set<AcDbObjectId>& seen) {
+        if (const auto known = blocks_.find(id); known != blocks_.end()) return known->second;
+        if (!seen.insert(id).second) return false;
         const ReadHandle<AcDbBlockTableRecord> block(id);
         AcDbBlockTableRecordIterator* made = nullptr;
         if (!block || block->newIterator(made) != Acad::eOk) return false;
@@ -51,22 +58,22 @@ private:
         for (; !all->done(); all->step()) {
             AcDbObjectId entity;
             all->getEntityId(entity);
-            if (isUsedBy(entity)) return true;
+            if (isUsedBy(entity, seen)) return true;
         }
         return false;
     }
 
-    bool isUsedBy(AcDbObjectId id) {
+    bool isUsedBy(AcDbObjectId id, std::unordered_set<AcDbObjectId>& seen) {
         const ReadHandle<AcDbEntity> entity(id);
         if (!entity) return false;
         if (isWanted(entity->layerId())) return true;
         const auto* const nested = AcDbBlockReference::cast(entity.get());
-        return nested != nullptr && isInside(nested->blockTableRecord());
+        return nested != nullptr && reaches(nested->blockTableRecord(), seen);
     }
 
     std::set<CString> names_;
     std::unordered_map<AcDbObjectId, bool> layers_;
-    std::unordered_map<AcDbObjectId, bool> blocks_;
+    std::unordered_map<AcDbObjectId, bool> blocks_; // as far as it is known
 };
 
 /// The space that a reference stands in; null, for the current one, when it stands in a block.

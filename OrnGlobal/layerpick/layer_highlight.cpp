@@ -11,11 +11,12 @@ LayerHighlight::LayerHighlight() {
     kelmor::GetLayerEntAndBlock(CZelDwg::GetDatabaseEntitys(nullptr), byLayer_, references_, 0);
 }
 
-LayerHighlight::~LayerHighlight() {
-    const AcDbObjectIdArray shown = highlight_.GetAllEnt();
-    highlight_.ClearEnts();
-    // An entity that cannot be opened for writing, as the set does, may still be read.
-    for (const AcDbObjectId& id : shown) {
+LayerHighlight::~LayerHighlight() { unmark(highlight_.GetAllEnt()); }
+
+/// The set opens entities for writing; what refuses that may still be read.
+void LayerHighlight::unmark(const AcDbObjectIdArray& ids) {
+    highlight_.DelEnt(ids);
+    for (const AcDbObjectId& id : ids) {
         const ReadHandle<AcDbEntity> entity(id);
         if (entity) entity->unhighlight();
     }
@@ -45,7 +46,7 @@ void LayerHighlight::show(const std::vector<CString>& layers) {
 
 void LayerHighlight::hide(const CString& layer) {
     for (const AcDbObjectIdArray* ids : entitiesOf(layer))
-        highlight_.DelEnt(*ids);
+        unmark(*ids);
 }
 
 } // namespace layerpick

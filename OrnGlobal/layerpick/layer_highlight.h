@@ -29,6 +29,7 @@ public:
     void hide(const CString& layer);
 
 private:
+    void unmark(const AcDbObjectIdArray& ids);
     void makeParts(const std::vector<CString>& layers);
     std::vector<const AcDbObjectIdArray*> entitiesOf(const CString& layer) const;
 

@@ -117,9 +117,9 @@ public:
     void setFaultHook(std::function<bool(const char* call)> hook);
 
     /// What is still held and should not be, one line each: objects left open or highlighted,
-    /// databases, selection sets, result buffers and automation strings never freed, message filters
-    /// never removed, references to automation objects and document locks never given back; and
-    /// objects that were used without being open.
+    /// databases, selection sets, result buffers and automation strings never freed, message
+    /// filters never removed, references to automation objects and document locks never given back;
+    /// and objects that were used without being open.
     std::vector<std::string> leftovers() const;
 
 private:

@@ -22,6 +22,12 @@ protected:
         return add(std::move(line), block);
     }
 
+    AcDbObjectId addBlock(const ACHAR* name) {
+        AcDbObjectId id;
+        AcUtSymTbl::defineNewBlock(name, id, database());
+        return id;
+    }
+
     /// A line from the origin to x, by which tests know it again.
     AcDbObjectId addMark(double x, const ACHAR* layer = L"0") {
         return addLine(AcGePoint3d::kOrigin, AcGePoint3d(x, 0, 0), layer);

@@ -13,11 +13,6 @@ using testing::ElementsAre;
 
 class Clearing : public BlocksTest {
 protected:
-    AcDbObjectId block(const wchar_t* name) {
-        AcDbObjectId id;
-        AcUtSymTbl::defineNewBlock(name, id, database());
-        return id;
-    }
     AcDbObjectId refer(AcDbObjectId id, const ACHAR* owner = ACDB_MODEL_SPACE) {
         return add(std::make_unique<AcDbBlockReference>(AcGePoint3d::kOrigin, id), owner);
     }
@@ -28,12 +23,14 @@ protected:
 };
 
 TEST_F(Clearing, ErasesTheBlocksAddedThatNothingRefersTo) {
-    block(L"OLD");
+    addBlock(L"OLD");
     SymbolClearTool::SetOldBlockName(nullptr);
-    refer(block(L"INNER"), (block(L"OUTER"), L"OUTER")); // INNER stands before OUTER
-    refer(block(L"USED"));
+    const AcDbObjectId inner = addBlock(L"INNER"); // comes before what refers to it
+    addBlock(L"OUTER");
+    refer(inner, L"OUTER");
+    refer(addBlock(L"USED"));
     SymbolClearTool::SetNewBlockName(database());
-    block(L"LATER");
+    addBlock(L"LATER");
     SymbolClearTool::SetOldBlockName(nullptr); // nested: does not count
     SymbolClearTool::ClearBlockName(nullptr);
     EXPECT_TRUE(has(L"OLD"));
@@ -42,13 +39,13 @@ TEST_F(Clearing, ErasesTheBlocksAddedThatNothingRefersTo) {
     EXPECT_FALSE(has(L"OUTER"));
     EXPECT_FALSE(has(L"INNER"));
 
-    block(L"AGAIN");
+    addBlock(L"AGAIN");
     SymbolClearTool::ClearBlockName(nullptr);
     EXPECT_TRUE(has(L"AGAIN")) << "both snapshots are used up";
 }
 
 TEST_F(Clearing, ABlockInUseCannotBeErased) {
-    const AcDbObjectId used = block(L"USED");
+    const AcDbObjectId used = addBlock(L"USED");
     const AcDbObjectId reference = refer(used);
     const WriteHandle<AcDbBlockTableRecord> definition(used);
     EXPECT_EQ(definition->erase(), Acad::eCannotBeErasedByCaller);
@@ -60,7 +57,7 @@ TEST_F(Clearing, ABlockInUseCannotBeErased) {
 }
 
 TEST_F(Clearing, CopiesOfBlockPartsLastAsLongAsTheirMaker) {
-    const AcDbObjectId id = block(L"B");
+    const AcDbObjectId id = addBlock(L"B");
     addLine({0, 0, 0}, {5, 0, 0}, L"WALL", L"B");
     addLine({0, 0, 0}, {7, 0, 0}, L"DOOR", L"B");
     refer(id);
@@ -81,7 +78,7 @@ TEST_F(Clearing, CopiesOfBlockPartsLastAsLongAsTheirMaker) {
 // Last: what it leaves remembered outlives its drawing.
 TEST_F(Clearing, NeedsBothSnapshotsAndKeepsTheOneThereIs) {
     SymbolClearTool::SetNewBlockName(nullptr);
-    block(L"A");
+    addBlock(L"A");
     SymbolClearTool::ClearBlockName(nullptr); // no earlier snapshot
     SymbolClearTool::SetOldBlockName(nullptr);
     SymbolClearTool::SetNewBlockName(nullptr);

@@ -19,12 +19,6 @@ using testing::UnorderedElementsAre;
 
 class Exploder : public ClippedReferences {
 protected:
-    AcDbObjectId addBlock(const wchar_t* name) {
-        AcDbObjectId id;
-        AcUtSymTbl::defineNewBlock(name, id, database());
-        return id;
-    }
-
     std::vector<AcDbObjectId> explode(AcDbObjectId reference,
                                       const AcUtBlockRefExploderParam& param = {}) {
         AcUtBlockReferenceExploder exploder(param);

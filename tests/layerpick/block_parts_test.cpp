@@ -17,11 +17,6 @@ using testing::IsEmpty;
 
 class BlockParts : public ClippedReferences {
 protected:
-    AcDbObjectId block(const wchar_t* name) {
-        AcDbObjectId id;
-        AcUtSymTbl::defineNewBlock(name, id, database());
-        return id;
-    }
     void line(const wchar_t* block, double y, const wchar_t* layer) {
         addLine(AcGePoint3d(0, y, 0), AcGePoint3d(10, y, 0), layer, block);
     }
@@ -58,11 +53,11 @@ protected:
 };
 
 TEST_F(BlockParts, StandWhereTheWholeChainOfReferencesShowsThem) {
-    const AcDbObjectId inner = block(L"INNER");
+    const AcDbObjectId inner = addBlock(L"INNER");
     line(L"INNER", 0, L"WALL");
     line(L"INNER", 1, L"0");
     line(L"INNER", 2, L"OTHER");
-    const AcDbObjectId outer = block(L"OUTER");
+    const AcDbObjectId outer = addBlock(L"OUTER");
     const AcDbObjectId nested = addReference(inner, {100, 0, 0}, L"wall", L"OUTER");
     change(nested, [](AcDbBlockReference& r) { r.setRotation(std::numbers::pi / 2); });
     const AcDbObjectId top = addReference(outer, {1000, 0, 0}, L"DOOR");
@@ -82,9 +77,8 @@ TEST_F(BlockParts, StandWhereTheWholeChainOfReferencesShowsThem) {
 }
 
 TEST_F(BlockParts, OfAReferenceOnASheetStandOnTheSheet) {
-    line(L"B", 0, (block(L"B"), L"WALL"));
-    AcDbObjectId id;
-    AcUtSymTbl::nameToSymbolId(AcDbBlockTableRecord::desc(), L"B", id, database());
+    const AcDbObjectId id = addBlock(L"B");
+    line(L"B", 0, L"WALL");
     const AcDbObjectId reference = addReference(id, {}, L"0", ACDB_PAPER_SPACE);
     AcDbObjectIdArray made = kelmor::CreateBlockSubEntByLayer(reference, L"WALL", 0, nullptr);
     ASSERT_EQ(made.length(), 1);
@@ -93,13 +87,13 @@ TEST_F(BlockParts, OfAReferenceOnASheetStandOnTheSheet) {
 }
 
 TEST_F(BlockParts, AreLookedForByTheirOwnLayersAtAnyDepth) {
-    const AcDbObjectId deep = block(L"DEEP");
+    const AcDbObjectId deep = addBlock(L"DEEP");
     line(L"DEEP", 0, L"Wall");
     line(L"DEEP", 1, L"0");
     AcDbObjectId id = deep;
     for (int i = 0; i < 30; ++i) { // twice each: a walk through all would take 2^30 steps
         const std::wstring name = L"LEVEL" + std::to_wstring(i);
-        const AcDbObjectId next = block(name.c_str());
+        const AcDbObjectId next = addBlock(name.c_str());
         addReference(id, {}, L"HOLD", name.c_str());
         addReference(id, {}, L"HOLD", name.c_str());
         id = next;
@@ -124,7 +118,7 @@ TEST_F(BlockParts, AreLookedForByTheirOwnLayersAtAnyDepth) {
 }
 
 TEST_F(BlockParts, AreFiledUnderTheirLayers) {
-    const AcDbObjectId id = block(L"B");
+    const AcDbObjectId id = addBlock(L"B");
     line(L"B", 0, L"WALL");
     line(L"B", 1, L"DOOR");
     line(L"B", 2, L"0");
@@ -143,7 +137,7 @@ TEST_F(BlockParts, AreFiledUnderTheirLayers) {
 TEST_F(BlockParts, EntitiesOfAllSpacesAreFiledUnderTheirLayers) {
     line(ACDB_MODEL_SPACE, 0, L"A");
     line(ACDB_PAPER_SPACE, 1, L"B");
-    const AcDbObjectId definition = block(L"BLOCK");
+    const AcDbObjectId definition = addBlock(L"BLOCK");
     line(L"BLOCK", 2, L"C");
     const AcDbObjectId reference = addReference(definition, {}, L"A");
     std::map<CString, AcDbObjectIdArray> byLayer;
@@ -175,7 +169,7 @@ TEST_F(BlockParts, ClearingALayerTakesItsEntitiesOutOfTheArray) {
 }
 
 TEST_F(BlockParts, ShowHighlightedAndAreGoneAfterwards) {
-    const AcDbObjectId id = block(L"B");
+    const AcDbObjectId id = addBlock(L"B");
     line(L"B", 0, L"WALL");
     addReference(id, {}, L"0");
     addMark(1, L"WALL");
