@@ -4,8 +4,10 @@
 
 #include <chrono>
 #include <string>
+#include <vector>
 
 #include "excel/file_kind.h"
+#include "excel/sheet.h"
 
 namespace headless::excel {
 
@@ -21,6 +23,11 @@ struct OfficeFile {
     FileKind kind;
 };
 
+struct OfficeViews {
+    std::size_t activeSheet = 0;
+    std::vector<SheetView> sheets; ///< In their order; of grid lines it does not tell.
+};
+
 /// A running office; it ends with the object. All members throw WorkbookError with what went wrong.
 class Office {
 public:
@@ -30,7 +37,8 @@ public:
     /// False once the program has ended, whoever ended it.
     [[nodiscard]] virtual bool runs() = 0;
     /// Loads a workbook, calculates all of it and stores it.
-    virtual void convert(const OfficeFile& from, const OfficeFile& to) = 0;
+    /// @return  what windows show of it, which .xls and .xlsx files from an office do not tell.
+    virtual OfficeViews convert(const OfficeFile& from, const OfficeFile& to) = 0;
     /// Shows the file in a window, instead of what it showed of that path before.
     virtual void show(const OfficeFile& file) = 0;
 };

@@ -125,7 +125,8 @@ bool holdsMacros(const OfficeFile& source) {
     return bytes.find(mark) != std::string::npos;
 }
 
-/// The office writes truth values as formulas, and areas to print as names of its own, too.
+/// The office writes truth values as formulas, areas to print as names of its own, too, and a blank
+/// for nobody.
 void useOwnWays(Workbook& workbook) {
     for (const auto& sheet : workbook.sheets) {
         sheet->forEach(wholeSheet(), [](int, int, Cell& cell) {
@@ -133,10 +134,27 @@ void useOwnWays(Workbook& workbook) {
             cell.value = cell.formula == "TRUE()";
             cell.formula.clear();
         });
+        for (auto& [cell, comment] : sheet->comments)
+            if (comment.author == " ") comment.author.clear();
     }
     std::erase_if(workbook.names, [](const DefinedName& name) {
         return name.name.starts_with("_xlnm_") || name.name.starts_with("Excel_BuiltIn_");
     });
+}
+
+/// A window that was never seen may show things as usual whatever the file says, and the copy of
+/// the file may tell.
+void takeViews(Workbook& workbook, const OfficeViews& views) {
+    const std::size_t sheets = std::min(workbook.sheets.size(), views.sheets.size());
+    for (std::size_t i = 0; i < sheets; ++i) {
+        SheetView& view = workbook.sheets[i]->view;
+        if (views.sheets[i] == SheetView()) continue;
+        const bool gridlines = view.gridlines;
+        view = views.sheets[i];
+        view.gridlines = gridlines;
+    }
+    if (views.activeSheet > 0 && views.activeSheet < workbook.sheets.size())
+        workbook.activeSheet = views.activeSheet;
 }
 
 /// Names the file in what goes wrong with it.
@@ -219,16 +237,20 @@ public:
 
 private:
     std::unique_ptr<Workbook> openForeign(const OfficeFile& file) {
-        auto workbook = read(file);
+        OfficeViews views;
+        auto workbook = read(file, &views);
         useOwnWays(*workbook);
+        takeViews(*workbook, views);
         if (holdsMacros(file)) workbook->leftOut.emplace_back("macros");
         return workbook;
     }
 
     /// Reads what the office makes of a file.
-    std::unique_ptr<Workbook> read(const OfficeFile& file) {
+    /// @param views  what its windows show, for who wants to know.
+    std::unique_ptr<Workbook> read(const OfficeFile& file, OfficeViews* views = nullptr) {
         const ExchangeFile target(office(), "target", FileKind::kXlsx);
-        office().convert(file, target.file());
+        const OfficeViews found = office().convert(file, target.file());
+        if (views != nullptr) *views = found;
         return readWorkbook(target.file().path, LetterFonts::kScript);
     }
 

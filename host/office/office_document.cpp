@@ -1,6 +1,5 @@
 #include "office/office_document.h"
 
-#include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/beans/XMultiPropertySet.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/container/XNameAccess.hpp>
@@ -8,7 +7,6 @@
 #include <com/sun/star/document/UpdateDocMode.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/sheet/XCalculatable.hpp>
-#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/sheet/XUniqueCellFormatRangesSupplier.hpp>
 #include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
@@ -16,7 +14,9 @@
 #include <rtl/uri.hxx>
 
 #include "excel/workbook_error.h"
+#include "office/office_properties.h"
 #include "office/office_text.h"
+#include "office/office_views.h"
 #include "office/refused_questions.h"
 
 namespace headless::excel {
@@ -44,15 +44,6 @@ OUString filterOf(FileKind kind) {
         return "calc8";
     }
     return {};
-}
-
-template <class Item>
-uno::Sequence<Item> sequence(std::initializer_list<Item> items) {
-    return {items.begin(), static_cast<sal_Int32>(items.size())};
-}
-
-beans::PropertyValue property(const char* name, const uno::Any& value) {
-    return {OUString::createFromAscii(name), 0, value, beans::PropertyState_DIRECT_VALUE};
 }
 
 /// Names come sorted, as the office asks for them.
@@ -110,9 +101,7 @@ void OfficeDocument::useOneFont() const {
         families->getStyleFamilies()->getByName("CellStyles"), uno::UNO_QUERY_THROW);
     for (sal_Int32 i = 0; i < styles->getCount(); ++i)
         unifyFont(styles->getByIndex(i));
-    const uno::Reference<sheet::XSpreadsheetDocument> document(component_, uno::UNO_QUERY_THROW);
-    const uno::Reference<container::XIndexAccess> sheets(document->getSheets(),
-                                                         uno::UNO_QUERY_THROW);
+    const uno::Reference<container::XIndexAccess> sheets = sheetsOf(component_);
     for (sal_Int32 i = 0; i < sheets->getCount(); ++i) {
         const uno::Reference<sheet::XUniqueCellFormatRangesSupplier> supplier(sheets->getByIndex(i),
                                                                               uno::UNO_QUERY_THROW);
@@ -126,6 +115,8 @@ void OfficeDocument::calculate() const {
     const uno::Reference<sheet::XCalculatable> sheets(component_, uno::UNO_QUERY_THROW);
     sheets->calculateAll();
 }
+
+OfficeViews OfficeDocument::views() const { return readViews(component_); }
 
 void OfficeDocument::store(const OfficeFile& target) const {
     const uno::Reference<com::sun::star::frame::XStorable> storable(component_,

@@ -21,6 +21,8 @@ public:
     /// with two would come out as several pieces.
     void useOneFont() const;
     void calculate() const;
+    /// What its window shows, or would.
+    [[nodiscard]] OfficeViews views() const;
     void store(const OfficeFile& target) const;
 
 private:

@@ -109,13 +109,16 @@ public:
 
     bool runs() override { return process_->runs(); }
 
-    void convert(const OfficeFile& from, const OfficeFile& to) override {
+    OfficeViews convert(const OfficeFile& from, const OfficeFile& to) override {
+        OfficeViews views;
         within(options_.workLimit, [&] {
             const OfficeDocument document(desktop_, from, false);
             document.useOneFont();
             document.calculate();
+            views = document.views();
             document.store(to);
         });
+        return views;
     }
 
     void show(const OfficeFile& file) override {

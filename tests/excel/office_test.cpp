@@ -13,6 +13,7 @@
 #include "excel/workbook_error.h"
 #include "support/temporary_folder.h"
 #include "support/workbook_dump.h"
+#include "support/workbook_patch.h"
 
 using namespace headless::excel;
 using excel_test::fullWorkbook;
@@ -135,6 +136,30 @@ TEST_F(LibreOffice, BringsOtherKindsBack) {
         }
         expectSameSheet(*back, *book);
     }
+}
+
+TEST_F(LibreOffice, SeesTheViewsOfOtherPrograms) {
+    const auto item = [](const char* name, const char* type, const char* value) {
+        return std::string("<config:config-item config:name=\"") + name + "\" config:type=\"" +
+               type + "\">" + value + "</config:config-item>";
+    };
+    const std::string views =
+        "<config:config-item-map-indexed config:name=\"Views\"><config:config-item-map-entry>" +
+        item("ViewId", "string", "view1") + item("ActiveTable", "string", "Sheet2") +
+        "<config:config-item-map-named config:name=\"Tables\">"
+        "<config:config-item-map-entry config:name=\"Sheet1\">" +
+        item("VerticalSplitMode", "short", "2") + item("VerticalSplitPosition", "int", "3") +
+        item("PositionBottom", "int", "3") + item("ZoomValue", "int", "150") +
+        "</config:config-item-map-entry></config:config-item-map-named>"
+        "</config:config-item-map-entry></config:config-item-map-indexed>";
+    (void)engine_->save(*newWorkbook(2), path("a.ods"), FileKind::kOds);
+    const std::string next = "</config:config-item-set><config:config-item-set";
+    test_support::patchWorkbook(path("a.ods"), path("b.ods"), "settings.xml", next.c_str(),
+                                views + next);
+    const auto book = engine_->open(path("b.ods"));
+    EXPECT_EQ(book->sheets[0]->view, (SheetView{3, 0, 150, true}));
+    EXPECT_EQ(book->sheets[1]->view, SheetView());
+    EXPECT_EQ(book->activeSheet, 1U);
 }
 
 TEST_F(LibreOffice, CalculatesFormulas) {
