@@ -1,5 +1,5 @@
-// Sorting 100,000 outlines in reading order by their ids, against sorting their boxes as values by
-// the same comparisons.
+// Sorting 100,000 outlines in reading order by their ids, their extents noted first as for all long
+// lists, against sorting their boxes as values by the same comparisons.
 #include <algorithm>
 #include <random>
 #include <vector>
@@ -64,7 +64,10 @@ void sortOutlines(benchmark::State& state) {
         state,
         [&] {
             std::vector<AcDbObjectId> sorted = boards.ids();
+            for (const AcDbObjectId& id : sorted)
+                NoteExtentLess(id);
             std::stable_sort(sorted.begin(), sorted.end(), SortPline());
+            InitExtentLess();
             benchmark::DoNotOptimize(sorted.data());
         },
         [&] {

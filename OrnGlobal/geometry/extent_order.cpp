@@ -1,7 +1,8 @@
 #include "geometry/extent_order.h"
 
+#include <array>
 #include <cmath>
-#include <map>
+#include <unordered_map>
 
 #include "OrnCore/zel_dwg.h"
 #include "OrnCore/zel_math.h"
@@ -59,14 +60,37 @@ bool isSame(const Range& a, const Range& b) {
            CZelMath::EqualTo(a.high, b.high, kTolerance) != 0;
 }
 
-std::map<AcDbObjectId, AcDbExtents>& notedExtents() {
-    static std::map<AcDbObjectId, AcDbExtents> noted;
-    return noted;
-}
+/// Extents noted for long lists, whose entities do not fit into the processor's caches. Of the two
+/// that a sort compares, one was mostly compared just before in the same place.
+class NotedExtents {
+public:
+    void note(const AcDbObjectId& id) { boxes_[id] = CZelDwg::GetGeomExtents(id); }
+    void clear() {
+        boxes_.clear();
+        last_ = {};
+    }
+    /// @param place  0 or 1: which of the two compared the entity is.
+    AcDbExtents of(const AcDbObjectId& id, std::size_t place) {
+        Last& last = last_[place];
+        if (last.box != nullptr && last.id == id) return *last.box;
+        const auto found = boxes_.find(id);
+        if (found == boxes_.end()) return CZelDwg::GetGeomExtents(id);
+        last = {id, &found->second};
+        return found->second;
+    }
 
-AcDbExtents extentsOf(const AcDbObjectId& id) {
-    const auto noted = notedExtents().find(id);
-    return noted != notedExtents().end() ? noted->second : CZelDwg::GetGeomExtents(id);
+private:
+    struct Last {
+        AcDbObjectId id;
+        const AcDbExtents* box = nullptr; // stays where it is until the boxes are cleared
+    };
+    std::unordered_map<AcDbObjectId, AcDbExtents> boxes_;
+    std::array<Last, 2> last_;
+};
+
+NotedExtents& notedExtents() {
+    static NotedExtents noted;
+    return noted;
 }
 
 } // namespace
@@ -90,8 +114,8 @@ bool ExtColumnLess(const AcDbExtents& a, const AcDbExtents& b) {
 }
 
 bool SortPline::operator()(const AcDbObjectId& id1, const AcDbObjectId& id2) const {
-    const AcDbExtents a = extentsOf(id1);
-    const AcDbExtents b = extentsOf(id2);
+    const AcDbExtents a = notedExtents().of(id1, 0);
+    const AcDbExtents b = notedExtents().of(id2, 1);
     switch (nSortMethod) {
     case 0:
         return ExtColumnEqual(a, b) ? ExtLineLess(b, a) : ExtColumnLess(a, b);
@@ -106,8 +130,6 @@ bool SortPline::operator()(const AcDbObjectId& id1, const AcDbObjectId& id2) con
     }
 }
 
-void NoteExtentLess(const AcDbObjectId& id) {
-    notedExtents().insert_or_assign(id, CZelDwg::GetGeomExtents(id));
-}
+void NoteExtentLess(const AcDbObjectId& id) { notedExtents().note(id); }
 
 void InitExtentLess() { notedExtents().clear(); }

@@ -283,11 +283,12 @@ Acad::ErrorStatus AcDbBlockTableRecordIterator::seek(const AcDbEntity* entity) {
 
 void AcDbBlockTableRecordIterator::settle(bool forwards) {
     const auto ids = block_.entityIds();
-    while (!done()) {
-        const AcDbObjectId id = ids[static_cast<std::size_t>(position_)];
-        if (id.isResident() && !(skipsDeleted_ && id.isErased())) return;
-        position_ += forwards ? 1 : -1;
+    std::ptrdiff_t at = position_;
+    for (; at >= 0 && at < std::ssize(ids); at += forwards ? 1 : -1) {
+        const AcDbObjectId id = ids[static_cast<std::size_t>(at)];
+        if (id.isResident() && !(skipsDeleted_ && id.isErased())) break;
     }
+    position_ = at;
 }
 
 void AcDbBlockTable::completeName(AcDbSymbolTableRecord& record) {
