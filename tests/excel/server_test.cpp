@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "excel/office_engine.h"
 #include "excel/workbook_error.h"
 #include "excel/workbook_files.h"
 #include "support/png.h"
@@ -297,6 +298,44 @@ TEST_F(Server, SettingsArriveInTheFile) {
     ASSERT_EQ(sheet.pictures.size(), 1U);
     EXPECT_NEAR(sheet.pictures[0].width, 60.0, 0.1);
     EXPECT_EQ(read->properties.title, "Boards");
+}
+
+TEST_F(Server, SavesTheKindsThatItsEngineWrites) {
+    const Object book = addBook();
+    book.call(L"SaveAs", path("a.xlsx").c_str(), LONG{51});
+    EXPECT_EQ(Object::failure(), L"");
+    EXPECT_EQ(book.text(L"FileFormat"), L"51");
+    book.call(L"SaveAs", path("b").c_str(), LONG{56});
+    EXPECT_NE(Object::failure().find(L"b.xls cannot be written"), std::wstring::npos)
+        << "the number chose the ending";
+    book.call(L"SaveAs", path("c.pdf").c_str());
+    EXPECT_NE(Object::failure().find(L"workbooks end in"), std::wstring::npos);
+    book.call(L"SaveAs", path("d").c_str(), LONG{6});
+    EXPECT_NE(Object::failure().find(L"(56)"), std::wstring::npos);
+    EXPECT_EQ(book.text(L"Name"), L"a.xlsx");
+}
+
+TEST_F(Server, AnOfficeCalculatesWhatIsRead) {
+#ifndef ORN_WITH_OFFICE
+    GTEST_SKIP() << "libreoffice-calc-nogui and libreoffice-dev are not installed";
+#endif
+    start(headless::excel::officeEngine());
+    const Object book = addBook();
+    range(L"A1").put(L"Value2", 2.0);
+    range(L"A2").put(L"Formula", L"=A1*21");
+    EXPECT_EQ(range(L"A2").text(L"Value2"), L"42");
+    range(L"A1").put(L"Value2", 3.0);
+    EXPECT_EQ(range(L"A2").text(L"Text"), L"63");
+    book.call(L"SaveAs", path("a").c_str(), LONG{56});
+    EXPECT_EQ(Object::failure(), L"");
+    EXPECT_EQ(book.text(L"Name"), L"a.xls");
+    book.call(L"Close", false);
+
+    const Object again(application_.at(L"Workbooks").call(L"Open", path("a.xls").c_str()));
+    sheet_ = again.at(L"ActiveSheet");
+    EXPECT_EQ(range(L"A2").text(L"Value2"), L"63");
+    EXPECT_EQ(range(L"A2").text(L"Formula"), L"=A1*21");
+    application_.call(L"Quit");
 }
 
 /// An engine whose files hold what it cannot keep.
