@@ -317,15 +317,14 @@ Acad::ErrorStatus AcDbBlockTableRecord::dxfOutFields(AcDbDxfFiler* filer) const 
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbBlockTableRecord::writeBegin(AcDbDxfFiler& filer,
-                                                   const AcDbBlockTableRecord* contents) const {
+Acad::ErrorStatus AcDbBlockTableRecord::writeBegin(AcDbDxfFiler& filer, bool withAttributes) const {
     static constexpr std::int16_t kCodes[] = {1, 2, 3, 4, 10, 20, 30, 70};
     headless::DxfOutput& out = filer.output();
     out.subclass("AcDbEntity", {});
     out.text(8, L"0");
     out.subclass("AcDbBlockBegin", kCodes);
     out.text(2, nameOf());
-    out.flags(70, beginFlags(contents == nullptr ? *this : *contents), BeginFlags::kAll);
+    out.flags(70, beginFlags(withAttributes), BeginFlags::kAll);
     out.point(10, origin_);
     if (out.since(DrawingVersion::kR13)) out.text(3, nameOf());
     out.text(1, path_);
@@ -341,9 +340,9 @@ Acad::ErrorStatus AcDbBlockTableRecord::writeEnd(AcDbDxfFiler& filer) const {
     return Acad::eOk;
 }
 
-std::uint32_t AcDbBlockTableRecord::beginFlags(const AcDbBlockTableRecord& contents) const {
+std::uint32_t AcDbBlockTableRecord::beginFlags(bool withAttributes) const {
     std::uint32_t flags = anonymous_ ? BeginFlags::kAnonymous : 0;
-    if (contents.hasVariableAttributes()) flags |= BeginFlags::kAttributes;
+    if (withAttributes) flags |= BeginFlags::kAttributes;
     if (overlay_) return flags | BeginFlags::kOverlay;
     return external_ ? flags | BeginFlags::kExternal : flags;
 }

@@ -83,9 +83,8 @@ public:
     /// Reads the block's begin from its own record: base point, path, comment, flags.
     Acad::ErrorStatus readBegin(AcDbDxfFiler& filer);
     /// The groups of the block's begin and end, which are records of their own.
-    /// @param contents  the block whose attribute definitions tell that it has such; null for this.
-    Acad::ErrorStatus writeBegin(AcDbDxfFiler& filer,
-                                 const AcDbBlockTableRecord* contents = nullptr) const;
+    /// @param withAttributes  whether the begin says that references get attributes.
+    Acad::ErrorStatus writeBegin(AcDbDxfFiler& filer, bool withAttributes) const;
     Acad::ErrorStatus writeEnd(AcDbDxfFiler& filer) const;
     /// Where the block's begin and end stand in the file, if it was read from one.
     void setEnds(headless::SourceSpan begin, headless::SourceSpan end);
@@ -96,6 +95,9 @@ public:
     std::span<const AcDbObjectId> entityIds() const { return entities_; }
     /// isLayout() whether or not the block is open.
     bool isSpace() const;
+    /// True for definitions of attributes that references have a value of their own for, whether or
+    /// not the block is open.
+    bool hasVariableAttributes() const;
     /// False for external drawings too, whether or not the block is open.
     bool mayBeExploded() const { return explodable_ && !external_; }
     /// The origin whether or not the block is open.
@@ -113,9 +115,7 @@ private:
     friend class AcDbBlockTable;
     friend class headless::Residence;
 
-    /// Definitions of attributes that references have a value of their own for.
-    bool hasVariableAttributes() const;
-    std::uint32_t beginFlags(const AcDbBlockTableRecord& contents) const;
+    std::uint32_t beginFlags(bool withAttributes) const;
 
     headless::Lasting<std::vector<AcDbObjectId>> entities_;
     mutable headless::Lasting<std::shared_ptr<headless::BlockMemory>> memory_;

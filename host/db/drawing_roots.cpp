@@ -141,7 +141,9 @@ void completeDefaults(AcDbDatabase& db) {
     ensureLayers(db);
     const AcDbObjectId textStyle = ensureTextStyle(db);
     const AcDbObjectId dimStyle = ensureRecord<AcDbDimStyleTableRecord>(db, L"Standard");
-    ensureRecord<AcDbRegAppTableRecord>(db, L"ACAD");
+    // Styles and layers say in these applications' data what their records have no groups for.
+    for (const ACHAR* const name : {L"ACAD", L"AcAecLayerStandard", L"AcCmTransparency"})
+        ensureRecord<AcDbRegAppTableRecord>(db, name);
     ensureViewport(db);
     ensureRecord<AcDbBlockTableRecord>(db, ACDB_MODEL_SPACE);
     ensureRecord<AcDbBlockTableRecord>(db, ACDB_PAPER_SPACE);

@@ -143,11 +143,15 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfOutFields(AcDbDxfFiler* filer) const 
     headless::DxfOutput& out = filer->output();
     beginFields(*filer, "AcDbLayerTableRecord", kCodes);
     out.flags(70, (frozen_ ? 1U : 0U) | (frozenInNewViewports_ ? 2U : 0U) | (locked_ ? 4U : 0U), 7);
-    const int index = color_.nearestIndex();
+    // Programs may give a layer the colour "by layer", which files have no layer of.
+    constexpr int kMostColors = 255;
+    const int nearest = color_.nearestIndex();
+    const int index = nearest >= 1 && nearest <= kMostColors ? nearest : kWhite;
     out.integer(62, off_ ? -index : index);
     out.symbol(6, linetypeId_);
     if (out.since(DrawingVersion::k2000)) writePlotting(out);
     if (out.since(DrawingVersion::k2004)) writeColors(out);
+    writeDescription(out);
     return Acad::eOk;
 }
 
@@ -165,6 +169,13 @@ void AcDbLayerTableRecord::writeColors(headless::DxfOutput& out) const {
     out.text(430, colorName_, L"");
     out.application(L"AcCmTransparency");
     if (!transparency_.isSolid()) out.integer(1071, transparency_.serializeOut());
+}
+
+void AcDbLayerTableRecord::writeDescription(headless::DxfOutput& out) const {
+    out.application(L"AcAecLayerStandard");
+    if (description_.empty()) return;
+    out.text(1000, L""); // the standard that the layer is of
+    out.text(1000, description_);
 }
 
 void AcDbLayerTableRecord::forEachReference(const headless::ReferenceVisitor& visit) {

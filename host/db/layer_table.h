@@ -77,6 +77,7 @@ private:
     void readColorIndex(AcDbDxfFiler& filer, const headless::DxfTag& tag);
     void writePlotting(headless::DxfOutput& out) const;
     void writeColors(headless::DxfOutput& out) const;
+    void writeDescription(headless::DxfOutput& out) const;
 
     AcDbObjectId linetypeId_;
     AcDbObjectId materialId_;

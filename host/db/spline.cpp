@@ -246,6 +246,7 @@ Acad::ErrorStatus AcDbSpline::dxfInFields(AcDbDxfFiler* filer) {
                 field::Integer{71, curve.degree});
     startTangent_ = asTangent(startTangent);
     endTangent_ = asTangent(endTangent);
+    onlyFitPointsStated_ = curve.points.empty() && !fitPoints_.empty();
     if (curve.isValid())
         curve_ = std::make_shared<const Spline>(std::move(curve));
     else
@@ -262,7 +263,9 @@ Acad::ErrorStatus AcDbSpline::dxfOutFields(AcDbDxfFiler* filer) const {
     headless::DxfOutput& out = filer->output();
     out.subclass("AcDbSpline", kCodes);
     static const Spline kNone;
-    const Spline& curve = curve_ == nullptr ? kNone : *curve_;
+    // Next to its fit points the curve that we made of them would count as the file's own.
+    const bool fitted = onlyFitPointsStated_ && !fitPoints_.empty();
+    const Spline& curve = curve_ == nullptr || fitted ? kNone : *curve_;
     writeHead(out, curve);
     for (const double knot : curve.knots)
         out.real(40, knot);
@@ -287,7 +290,7 @@ void AcDbSpline::writeHead(headless::DxfOutput& out, const Spline& curve) const 
               (closed_ ? kClosed : 0) | (periodic_ ? kPeriodic : 0) |
                   (curve.weights.empty() ? 0 : kRational) | (planar ? kPlanar : 0),
               kClosed | kPeriodic | kRational | kPlanar);
-    out.integer(71, curve.degree);
+    out.integer(71, curve_ == nullptr ? curve.degree : curve_->degree);
     out.integer(72, std::ssize(curve.knots));
     out.integer(73, std::ssize(curve.points));
     out.integer(74, std::ssize(fitPoints_));

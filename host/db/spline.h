@@ -93,4 +93,5 @@ private:
     double knotTolerance_ = 0.0;
     bool closed_ = false;
     bool periodic_ = false;
+    bool onlyFitPointsStated_ = false; // by the record it was read from
 };

@@ -32,6 +32,23 @@ void readTransparency(AcDbLayerTableRecord& layer, std::span<const DxfTag> group
     }
 }
 
+/// The second text of the standard's data; the first names the standard.
+void readDescription(AcDbLayerTableRecord& layer, std::span<const DxfTag> groups,
+                     const AcDbDxfFiler& filer) {
+    bool ours = false;
+    int texts = 0;
+    for (const DxfTag& tag : groups) {
+        if (tag.code == 1001) ours = tag.text() == "AcAecLayerStandard";
+        if (ours && tag.code == 1000 && ++texts == 2) layer.setDescription(filer.text(tag).c_str());
+    }
+}
+
+void readLayer(AcDbLayerTableRecord& layer, std::span<const DxfTag> groups,
+               const AcDbDxfFiler& filer) {
+    readTransparency(layer, groups);
+    readDescription(layer, groups, filer);
+}
+
 } // namespace
 
 void readApplicationValues(AcDbObject& object, std::span<const DxfTag> groups,
@@ -39,7 +56,7 @@ void readApplicationValues(AcDbObject& object, std::span<const DxfTag> groups,
     if (auto* const style = AcDbTextStyleTableRecord::cast(&object))
         readFont(*style, groups, filer);
     else if (auto* const layer = AcDbLayerTableRecord::cast(&object))
-        readTransparency(*layer, groups);
+        readLayer(*layer, groups, filer);
 }
 
 } // namespace headless

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "db/attribute.h"
 #include "db/block_table.h"
 #include "db/database.h"
 #include "db/dictionary.h"
@@ -44,6 +45,9 @@ void DrawingChanges::collect(AcDbDatabase& db) {
         AcDbObject* const object = Residence::peek(id);
         anyGone_ = anyGone_ || id.isErased();
         const Residence::Record record = Residence::record(*object);
+        if (record != Residence::Record::kAsRead &&
+            AcDbAttributeDefinition::cast(object) != nullptr)
+            attributed_.insert(object->ownerId());
         if (record == Residence::Record::kAsRead || record == Residence::Record::kImplied) continue;
         (record == Residence::Record::kChanged ? changed_ : added_).push_back(object);
     }

@@ -23,6 +23,9 @@ public:
     const std::vector<SourceSpan>& removed() const { return removed_; }
     const std::vector<AcDbBlockTableRecord*>& removedBlocks() const { return removedBlocks_; }
 
+    /// Blocks that got, lost or changed attribute definitions.
+    const std::unordered_set<AcDbStub*>& attributed() const { return attributed_; }
+
     bool anyGone() const { return anyGone_; }
     /// True for what is erased or deleted, or owned by what is.
     bool isGone(AcDbObjectId id) const;
@@ -43,6 +46,7 @@ private:
     std::vector<SourceSpan> removed_;
     std::vector<AcDbBlockTableRecord*> removedBlocks_;
     std::unordered_map<std::uint64_t, const AcDbBlockTableRecord*> blockAt_; // offset of its begin
+    std::unordered_set<AcDbStub*> attributed_;
     bool anyGone_ = false;
 };
 

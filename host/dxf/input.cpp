@@ -1,12 +1,11 @@
 #include "dxf/input.h"
 
 #include <cerrno>
-#include <cstring>
+#include <new>
 #include <system_error>
 #include <utility>
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -36,6 +35,19 @@ std::string reasonOf(int error) {
     return "cannot be opened (" + std::generic_category().message(error) + ")";
 }
 
+/// How many bytes came, fewer where the file got shorter; -1 on failure.
+ssize_t readAll(int file, char* to, std::size_t size) {
+    std::size_t done = 0;
+    while (done < size) {
+        const ssize_t got = ::read(file, to + done, size - done);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return got;
+        if (got == 0) break;
+        done += static_cast<std::size_t>(got);
+    }
+    return static_cast<ssize_t>(done);
+}
+
 } // namespace
 
 std::shared_ptr<const DxfInput> DxfInput::open(const std::filesystem::path& file,
@@ -56,16 +68,17 @@ std::shared_ptr<const DxfInput> DxfInput::open(const std::filesystem::path& file
     }
     const auto size = static_cast<std::size_t>(status.st_size);
     std::shared_ptr<DxfInput> input(new DxfInput);
-    if (size == 0) return input;
-
-    void* const address = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, descriptor.get(), 0);
-    if (address == MAP_FAILED) {
+    input->read_.reset(new (std::nothrow) char[size]);
+    if (input->read_ == nullptr) {
+        refusal = "is too large for the memory";
+        return nullptr;
+    }
+    const ssize_t got = readAll(descriptor.get(), input->read_.get(), size);
+    if (got < 0) {
         refusal = reasonOf(errno);
         return nullptr;
     }
-    ::madvise(address, size, MADV_SEQUENTIAL);
-    input->mapping_ = address;
-    input->bytes_ = {static_cast<const char*>(address), size};
+    input->bytes_ = {input->read_.get(), static_cast<std::size_t>(got)};
     return input;
 }
 
@@ -74,10 +87,6 @@ std::shared_ptr<const DxfInput> DxfInput::fromMemory(std::string bytes) {
     input->buffer_ = std::move(bytes);
     input->bytes_ = input->buffer_;
     return input;
-}
-
-DxfInput::~DxfInput() {
-    if (mapping_ != nullptr) ::munmap(mapping_, bytes_.size());
 }
 
 } // namespace headless

@@ -1,4 +1,4 @@
-// The bytes of a drawing file, mapped into memory or held in a buffer.
+// The bytes of a drawing file, held in memory.
 #pragma once
 
 #include <cstddef>
@@ -13,16 +13,13 @@ namespace headless {
 /// the file they were read from.
 class DxfInput {
 public:
-    /// Maps a file privately: other programs' later changes to it may or may not be seen.
+    /// Reads a file whole. Mapping it would cost no less once everything was looked at, and what
+    /// other programs write over the file, or cut off it, would reach the open drawing.
     /// @param refusal  on failure why, without the file's name ("no such file").
     /// @return         null on failure.
     static std::shared_ptr<const DxfInput> open(const std::filesystem::path& file,
                                                 std::string& refusal);
     static std::shared_ptr<const DxfInput> fromMemory(std::string bytes);
-
-    ~DxfInput();
-    DxfInput(const DxfInput&) = delete;
-    DxfInput& operator=(const DxfInput&) = delete;
 
     std::string_view bytes() const { return bytes_; }
 
@@ -30,7 +27,7 @@ private:
     DxfInput() = default;
 
     std::string buffer_;
-    void* mapping_ = nullptr;
+    std::unique_ptr<char[]> read_; // of a file
     std::string_view bytes_;
 };
 

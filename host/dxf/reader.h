@@ -31,7 +31,7 @@ struct DxfReadResult {
 /// and listed in the report; of a file cut off in the middle all whole records are read. After a
 /// refusal the database is fit for nothing but to be deleted.
 ///
-/// The database keeps the file mapped: objects read rarely needed parts from it later.
+/// The database keeps the bytes of the file: objects read rarely needed parts from it later.
 DxfReadResult readDxf(AcDbDatabase& db, const std::filesystem::path& file, DxfReadReport& report,
                       const DxfReadOptions& options = {});
 

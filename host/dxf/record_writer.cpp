@@ -4,6 +4,7 @@
 
 #include "db/block_table.h"
 #include "db/database.h"
+#include "db/drawing_roots.h"
 #include "db/object_data.h"
 #include "db/opaque.h"
 #include "db/residence.h"
@@ -54,7 +55,7 @@ RecordWriter::RecordWriter(AcDbDatabase& db, const DxfSource* source, const Draw
           groups_, [this](GroupRole role) { putRole(role); },
           [this](const DxfOutTag& tag) { putTag(tag); },
           [this](std::uint64_t handle) { return surroundings_.isLost(handle); }),
-      xdata_(groups_, scratch_) {
+      xdata_(groups_, scratch_, [this](std::wstring_view name) { mentionApplication(name); }) {
     if (source != nullptr) file_.emplace(source->input->bytes());
 }
 
@@ -142,11 +143,13 @@ void RecordWriter::putTail(const DataItems* items, const DxfOutput& now, const D
     xdata_.put(&*file_, layout_.xdata(), items, now, before);
 }
 
-void RecordWriter::writeBlockBegin(const AcDbBlockTableRecord& block, const BlockEdge& edge) {
+void RecordWriter::writeBlockBegin(const AcDbBlockTableRecord& block, const BlockEdge& edge,
+                                   bool otherAttributes) {
+    const bool withAttributes = block.hasVariableAttributes();
     identity_ = identityOf(block, edge);
     identity_.name = "BLOCK";
     now_.output().clear();
-    block.writeBegin(now_);
+    block.writeBegin(now_, withAttributes);
     if (!file_ || !file_->read(edge.source)) {
         putNew(now_.output());
         return;
@@ -155,7 +158,7 @@ void RecordWriter::writeBlockBegin(const AcDbBlockTableRecord& block, const Bloc
     AcDbBlockTableRecord scratch;
     scratch.readBegin(scratch_);
     before_.output().clear();
-    scratch.writeBegin(before_, &block);
+    scratch.writeBegin(before_, withAttributes != otherAttributes);
     beginMerge();
     putMerged(now_.output(), before_.output());
     groups_.buffer() += file_->bytes(layout_.tail(), file_->size());
@@ -182,10 +185,12 @@ void RecordWriter::writeSequenceEnd(const AcDbEntity& owner, std::uint64_t handl
     putNew(now_.output());
 }
 
-bool RecordWriter::names(const AcDbObject& object, const std::unordered_set<AcDbStub*>& records) {
+bool RecordWriter::namesRenamed(const AcDbObject& object) {
+    const SourceSpan span = Residence::source(object);
+    if (!span.plain && file_->read(span) && xdata_.namesRenamed(*file_)) return true;
     const auto tags = now_.write(object).tags();
     return std::any_of(tags.begin(), tags.end(), [&](const DxfOutTag& tag) {
-        return tag.kind == DxfOutTag::Kind::kSymbol && records.contains(tag.stub);
+        return tag.kind == DxfOutTag::Kind::kSymbol && merge_.renamed().contains(tag.stub);
     });
 }
 
@@ -428,6 +433,13 @@ void RecordWriter::putDictionary() {
     groups_.name(kBraces, "{ACAD_XDICTIONARY");
     groups_.handle(kHardOwner, identity_.dictionary.handle());
     groups_.name(kBraces, "}");
+}
+
+void RecordWriter::mentionApplication(std::wstring_view name) {
+    AcDbDatabase& db = *scratch_.database();
+    const AcDbObjectId id =
+        DrawingRoots::table(db, AcDbRegAppTableRecord::desc())->findRecord(std::wstring(name));
+    if (!id.isNull()) surroundings_.mentioned(id);
 }
 
 void RecordWriter::putTag(const DxfOutTag& tag) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <unordered_set>
@@ -49,7 +50,10 @@ public:
 
     /// Writes the object's record, brought up to date if it was read from one.
     void write(const AcDbObject& object);
-    void writeBlockBegin(const AcDbBlockTableRecord& block, const BlockEdge& edge);
+    /// @param otherAttributes  that the block got or lost attribute definitions since it was read;
+    ///                         else its begin goes on saying of these what it says.
+    void writeBlockBegin(const AcDbBlockTableRecord& block, const BlockEdge& edge,
+                         bool otherAttributes = false);
     void writeBlockEnd(const AcDbBlockTableRecord& block, const BlockEdge& edge);
     /// Writes the mark behind the parts of an entity that has no object for it.
     void writeSequenceEnd(const AcDbEntity& owner, std::uint64_t handle);
@@ -58,11 +62,14 @@ public:
     using PutMore = std::function<void(const AcDbObject&)>;
     void setPutMore(PutMore putMore) { putMore_ = std::move(putMore); }
 
-    /// True when the object's record names one of the records by its name.
-    bool names(const AcDbObject& object, const std::unordered_set<AcDbStub*>& records);
+    /// True when the object's record names one of the renamed records.
+    bool namesRenamed(const AcDbObject& object);
     /// Records that got another name: who names them is written anew although unchanged.
-    void setRenamed(std::unordered_set<AcDbStub*> records) {
+    /// @param layers  new names of layers by their old ones in capitals, for extended data.
+    void setRenamed(std::unordered_set<AcDbStub*> records,
+                    std::map<std::wstring, std::wstring> layers) {
         merge_.setRenamed(std::move(records));
+        xdata_.setRenamedLayers(std::move(layers));
     }
 
     GroupWriter& groups() { return groups_; }
@@ -110,6 +117,7 @@ private:
     void putReactors();
     void putDictionary();
     void putTag(const DxfOutTag& tag);
+    void mentionApplication(std::wstring_view name);
 
     const DxfSource* source_;
     RecordSurroundings& surroundings_;

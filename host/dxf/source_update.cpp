@@ -2,16 +2,19 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 
 #include "db/block_table.h"
 #include "db/database.h"
 #include "db/dictionary.h"
 #include "db/drawing_roots.h"
+#include "db/layer_table.h"
 #include "db/opaque.h"
 #include "db/residence.h"
 #include "dxf/header_settings.h"
 #include "dxf/table_order.h"
 #include "dxf/version_limits.h"
+#include "win/casing.h"
 
 namespace headless {
 namespace {
@@ -23,6 +26,19 @@ constexpr int kHandle = 5;
 bool isStubInFile(AcDbObjectId id) {
     const AcDbStub* const stub = id;
     return stub != nullptr && stub->inFile;
+}
+
+/// True when the text holds the name as a value of its own, not within another name.
+bool holdsWord(std::string_view text, std::string_view name) {
+    const auto ofName = [](char c) {
+        return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
+    };
+    for (std::size_t at = 0; (at = text.find(name, at)) != std::string_view::npos; ++at) {
+        const std::size_t end = at + name.size();
+        if ((at == 0 || !ofName(text[at - 1])) && (end == text.size() || !ofName(text[end])))
+            return true;
+    }
+    return false;
 }
 
 std::uint64_t behind(SourceSpan span) { return span.offset + span.length; }
@@ -128,12 +144,17 @@ void SourceUpdate::admitAdded() {
 }
 
 void SourceUpdate::findRenamed() {
+    std::map<std::wstring, std::wstring> layers;
     for (const AcDbObject* const object : changes_.changed()) {
         const auto* const record = AcDbSymbolTableRecord::cast(object);
         if (record == nullptr || !groups_.read(Residence::source(*record))) continue;
         const DxfTag* const name = DxfRecord(groups_.record().tags).find(kName);
-        if (name != nullptr && source_.decoder.decode(name->text()) != record->nameOf())
-            renamed_.insert(record->objectId());
+        if (name == nullptr) continue;
+        const std::wstring before = source_.decoder.decode(name->text());
+        if (before == record->nameOf()) continue;
+        renamed_.insert(record->objectId());
+        if (AcDbLayerTableRecord::cast(record) != nullptr)
+            layers.emplace(upperCased(before), record->nameOf());
     }
     for (const AcDbObject* const object : changes_.added()) {
         const auto* const block = AcDbBlockTableRecord::cast(object);
@@ -143,7 +164,7 @@ void SourceUpdate::findRenamed() {
         if (name != nullptr && source_.decoder.decode(name->text()) != block->nameOf())
             renamed_.insert(block->objectId());
     }
-    writer_.setRenamed(renamed_);
+    writer_.setRenamed(renamed_, std::move(layers));
 }
 
 /// Files name table records by their names, so a new name concerns objects that did not change.
@@ -154,7 +175,7 @@ void SourceUpdate::rewriteWhatNamesThem() {
         if (Residence::record(object) != Residence::Record::kAsRead || changes_.isGone(id) ||
             done_.contains(&object) || parts_.isDone(&object))
             continue;
-        if (writer_.names(object, renamed_)) rewrite(object);
+        if (writer_.namesRenamed(object)) rewrite(object);
     }
 }
 
@@ -175,6 +196,12 @@ void SourceUpdate::rewriteChanged() {
         const auto* const block = AcDbBlockTableRecord::cast(object);
         if (block != nullptr && changes_.beginsInFile(*block)) rewriteBlockBegin(*block);
     }
+    for (AcDbStub* const stub : changes_.attributed()) {
+        const auto* const block = Residence::peek<AcDbBlockTableRecord>(AcDbObjectId(stub));
+        const bool asRead = block != nullptr && changes_.beginsInFile(*block) &&
+                            Residence::record(*block) == Residence::Record::kAsRead;
+        if (asRead && !changes_.isGone(block->objectId())) rewriteBlockBegin(*block);
+    }
 }
 
 void SourceUpdate::rewrite(const AcDbObject& object) {
@@ -188,7 +215,8 @@ void SourceUpdate::rewriteRecord(const AcDbObject& object) {
 }
 
 void SourceUpdate::rewriteBlockBegin(const AcDbBlockTableRecord& block) {
-    writer_.writeBlockBegin(block, {block.beginSource(), 0});
+    const bool attributed = changes_.attributed().contains(block.objectId());
+    writer_.writeBlockBegin(block, {block.beginSource(), 0}, attributed);
     replaceIfOther(block.beginSource());
 }
 
@@ -300,6 +328,7 @@ void SourceUpdate::addEntitiesOf(const AcDbBlockTableRecord& block) {
         if (entity == nullptr || !written_.contains(id)) continue;
         writer_.write(*entity);
         parts_.writeAll(*entity);
+        classes_.insert(dxfName(*entity));
         ++result_.added;
         const Text text = edits_.takeText();
         if (list != nullptr)
@@ -396,7 +425,7 @@ void SourceUpdate::assembleClasses() {
             : source_.input->bytes().substr(inFile->head.offset, inFile->end - inFile->head.offset);
     std::vector<Text> texts;
     for (const std::string_view name : classes_) {
-        if (known.find(name) != std::string_view::npos) continue;
+        if (holdsWord(known, name)) continue;
         if (writeClass(writer_.groups(), name)) texts.push_back(edits_.takeText());
     }
     if (form_.hasSubclasses()) putIntoSection("CLASSES", texts);

@@ -17,14 +17,38 @@ constexpr std::array<std::string_view, 18> kEntitiesOfR12 = {
     "TEXT",   "SHAPE",    "INSERT", "ATTDEF",   "ATTRIB",    "3DFACE",
     "VERTEX", "POLYLINE", "SEQEND", "VIEWPORT", "DIMENSION", "3DLINE"};
 
+/// What files declare of a class that is not one of the oldest.
 struct ClassEntry {
     std::string_view dxfName;
     std::string_view className;
+    std::string_view application = "ObjectDBX Classes";
+    int capabilities = 0; // of stand-ins where the application is missing
+    bool entity = false;
 };
 
-constexpr std::array<ClassEntry, 2> kDeclared = {{
+constexpr std::array<ClassEntry, 22> kDeclared = {{
     {"SORTENTSTABLE", "AcDbSortentsTable"},
     {"ACDBDICTIONARYWDFLT", "AcDbDictionaryWithDefault"},
+    {"ACDBPLACEHOLDER", "AcDbPlaceHolder"},
+    {"DICTIONARYVAR", "AcDbDictionaryVar"},
+    {"LAYOUT", "AcDbLayout"},
+    {"DIMASSOC", "AcDbDimAssoc", "AcDbDimAssoc"},
+    {"IMAGE", "AcDbRasterImage", "ISM", 2175, true},
+    {"IMAGEDEF", "AcDbRasterImageDef", "ISM"},
+    {"IMAGEDEF_REACTOR", "AcDbRasterImageDefReactor", "ISM", 1},
+    {"RASTERVARIABLES", "AcDbRasterVariables", "ISM"},
+    {"WIPEOUT", "AcDbWipeout", "WipeOut", 127, true},
+    {"WIPEOUTVARIABLES", "AcDbWipeoutVariables", "WipeOut"},
+    {"MATERIAL", "AcDbMaterial", "ObjectDBX Classes", 1153},
+    {"VISUALSTYLE", "AcDbVisualStyle", "ObjectDBX Classes", 4095},
+    {"SCALE", "AcDbScale", "ObjectDBX Classes", 1153},
+    {"SUN", "AcDbSun", "SCENEOE", 1153},
+    {"TABLESTYLE", "AcDbTableStyle", "ObjectDBX Classes", 4095},
+    {"ACAD_TABLE", "AcDbTable", "ObjectDBX Classes", 1025, true},
+    {"MLEADERSTYLE", "AcDbMLeaderStyle", "ACDB_MLEADERSTYLE_CLASS", 4095},
+    {"MULTILEADER", "AcDbMLeader", "ACDB_MLEADER_CLASS", 3071, true},
+    {"HELIX", "AcDbHelix", "ObjectDBX Classes", 4095, true},
+    {"MPOLYGON", "AcDbMPolygon", "AcMPolygonObj15", 1025, true},
 }};
 
 /// True when a program put something in.
@@ -68,11 +92,11 @@ bool writeClass(GroupWriter& to, std::string_view dxfName) {
     to.name(0, "CLASS");
     to.name(1, known->dxfName);
     to.name(2, known->className);
-    to.name(3, "ObjectDBX Classes");
-    to.integer(90, 0);
+    to.name(3, known->application);
+    to.integer(90, known->capabilities);
     if (to.form().version >= DrawingVersion::k2004) to.integer(91, 1);
     to.integer(280, 0);
-    to.integer(281, 0);
+    to.integer(281, known->entity ? 1 : 0);
     return true;
 }
 

@@ -10,6 +10,7 @@ namespace headless {
 namespace {
 
 constexpr int kApplication = AcDb::kDxfRegAppName;
+constexpr int kLayer = AcDb::kDxfXdLayerName;
 
 template <class Entries>
 auto* named(Entries& entries, std::wstring_view name) {
@@ -65,14 +66,13 @@ void XdataMerge::put(const RecordGroups* file, std::size_t begin, const DataItem
         items != nullptr || std::any_of(modelled_.begin(), modelled_.end(),
                                         [](const Modelled& m) { return m.changed; });
     if (file != nullptr && !changed) {
-        groups_.buffer() += file->bytes(begin, file->size());
+        putGroups(*file, begin, file->size());
         return;
     }
     if (file != nullptr) putFromFile(*file, begin, items != nullptr);
     for (const Modelled& values : modelled_) {
         if (values.done || !values.changed || values.tags.size() < 2) continue;
-        for (const DxfOutTag& tag : values.tags)
-            groups_.tag(tag);
+        putModelled(values);
         if (Listed* const same = named(listed_, values.name)) same->done = true;
     }
     for (const Listed& data : listed_) {
@@ -88,7 +88,7 @@ void XdataMerge::putFromFile(const RecordGroups& file, std::size_t begin, bool i
         if (file[begin].code == kApplication)
             putApplication(file, begin, end, itemsKnown);
         else
-            groups_.buffer() += file.bytes(begin, end);
+            putGroups(file, begin, end);
         begin = end;
     }
 }
@@ -103,9 +103,7 @@ void XdataMerge::putApplication(const RecordGroups& file, std::size_t begin, std
     Modelled* const values = named(modelled_, name);
     if (values != nullptr && values->changed) {
         values->done = true;
-        if (values->tags.size() < 2) return;
-        for (const DxfOutTag& tag : values->tags)
-            groups_.tag(tag);
+        if (values->tags.size() > 1) putModelled(*values);
         return;
     }
     if (itemsKnown && data == nullptr) return;
@@ -113,12 +111,49 @@ void XdataMerge::putApplication(const RecordGroups& file, std::size_t begin, std
         !std::equal(before.begin(), before.end(), data->items.begin(), data->items.end()))
         putItems(data->items);
     else
-        groups_.buffer() += file.bytes(begin, end);
+        putGroups(file, begin, end);
+}
+
+void XdataMerge::putModelled(const Modelled& values) {
+    mention_(values.name);
+    for (const DxfOutTag& tag : values.tags)
+        groups_.tag(tag);
 }
 
 void XdataMerge::putItems(std::span<const DataItem> items) {
-    for (const DataItem& item : items)
-        groups_.item(item);
+    for (const DataItem& item : items) {
+        const bool layer = item.code == kLayer && !newNames_.empty();
+        if (const std::wstring* const name = layer ? newNameOf(item.text()) : nullptr)
+            groups_.text(kLayer, *name);
+        else
+            groups_.item(item);
+    }
+}
+
+void XdataMerge::putGroups(const RecordGroups& file, std::size_t begin, std::size_t end) {
+    std::size_t kept = begin;
+    for (std::size_t at = begin; at < end && !newNames_.empty(); ++at) {
+        const std::wstring* const name =
+            file[at].code == kLayer ? newNameOf(filer_.text(file[at])) : nullptr;
+        if (name == nullptr) continue;
+        groups_.buffer() += file.bytes(kept, at);
+        groups_.text(kLayer, *name);
+        kept = at + 1;
+    }
+    groups_.buffer() += file.bytes(kept, end);
+}
+
+const std::wstring* XdataMerge::newNameOf(std::wstring_view layer) const {
+    const auto known = newNames_.find(upperCased(layer));
+    return known == newNames_.end() ? nullptr : &known->second;
+}
+
+bool XdataMerge::namesRenamed(const RecordGroups& file) const {
+    if (newNames_.empty()) return false;
+    const auto groups = file.record().tags;
+    return std::any_of(groups.begin(), groups.end(), [this](const DxfTag& group) {
+        return group.code == kLayer && newNameOf(filer_.text(group)) != nullptr;
+    });
 }
 
 } // namespace headless

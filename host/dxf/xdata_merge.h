@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -14,8 +15,19 @@ namespace headless {
 
 class XdataMerge {
 public:
+    /// Told of each application that data is written for.
+    using Mention = std::function<void(std::wstring_view)>;
+
     /// @param filer  reads values of the file.
-    XdataMerge(GroupWriter& groups, AcDbDxfFiler& filer) : groups_(groups), filer_(filer) {}
+    XdataMerge(GroupWriter& groups, AcDbDxfFiler& filer, Mention mention)
+        : groups_(groups), filer_(filer), mention_(std::move(mention)) {}
+
+    /// New names of layers by the old ones in capitals: data that names a layer follows it.
+    void setRenamedLayers(std::map<std::wstring, std::wstring> names) {
+        newNames_ = std::move(names);
+    }
+    /// True when the record's data names one of these layers.
+    bool namesRenamed(const RecordGroups& file) const;
 
     /// Puts what the record says from its group `begin` on; data that did not change keeps its
     /// bytes.
@@ -45,10 +57,15 @@ private:
     void putFromFile(const RecordGroups& file, std::size_t begin, bool itemsKnown);
     void putApplication(const RecordGroups& file, std::size_t begin, std::size_t end,
                         bool itemsKnown);
+    void putModelled(const Modelled& values);
     void putItems(std::span<const DataItem> items);
+    void putGroups(const RecordGroups& file, std::size_t begin, std::size_t end);
+    const std::wstring* newNameOf(std::wstring_view layer) const;
 
     GroupWriter& groups_;
     AcDbDxfFiler& filer_;
+    Mention mention_;
+    std::map<std::wstring, std::wstring> newNames_;
     std::vector<Modelled> modelled_;
     std::vector<Listed> listed_;
 };

@@ -102,6 +102,9 @@ TEST_F(Written, EntitiesAsTheirRecordsHaveThem) {
          groups("100=AcDbSpline|210=0,0,1|70=15|71=1|72=5|73=3|74=1|42=1e-7|43=1e-8|44=1e-9|"
                 "12=1,0,0|13=0,1,0|40=0|40=0|40=1|40=2|40=2|41=1|41=2|41=3|10=0,0,0|10=1,1,0|"
                 "10=2,0,0|11=7,8,9")},
+        {AcDbSpline::desc(), // by fit points alone
+         groups("100=AcDbSpline|210=0,0,1|70=8|71=3|72=0|73=0|74=3|42=1e-7|43=1e-8|44=1e-9|"
+                "11=0,0,0|11=1,1,0|11=2,0,0")},
         {AcDbPolyline::desc(),
          groups("100=AcDbPolyline|90=2|70=129|43=0.5|38=7|39=8|10=1,2|91=0|42=1|10=3,4|91=6|"
                 "210=0,1,0")},
@@ -321,9 +324,12 @@ TEST_F(Written, ApplicationsDataOfLayersAndStyles) {
         return groups;
     };
     AcDbLayerTableRecord layer;
-    EXPECT_EQ(dataOf(layer), (groups("1001=AcCmTransparency"))) << "none is kept";
+    EXPECT_EQ(dataOf(layer), (groups("1001=AcCmTransparency|1001=AcAecLayerStandard")))
+        << "none is kept";
     layer.setTransparency(AcCmTransparency(Adesk::UInt8{127}));
-    EXPECT_EQ(dataOf(layer), (groups("1001=AcCmTransparency|1071=33554559")));
+    layer.setDescription(L"walls");
+    EXPECT_EQ(dataOf(layer), (groups("1001=AcCmTransparency|1071=33554559|"
+                                     "1001=AcAecLayerStandard|1000=|1000=walls")));
 
     AcDbTextStyleTableRecord style;
     style.setFont(L"SimSun", true, false, 134, 2);
@@ -389,7 +395,7 @@ TEST_F(Written, BlocksBeginAndEndInRecordsOfTheirOwn) {
     definition->close();
 
     DxfOutFiler out(&db, DrawingVersion::k2018);
-    block->writeBegin(out);
+    block->writeBegin(out, block->hasVariableAttributes());
     EXPECT_EQ(shown(out.output()),
               (groups("100=AcDbEntity|8=0|100=AcDbBlockBegin|2=WINDOW|70=2|10=1,2,3|3=WINDOW|1=|"
                       "4=a window")));

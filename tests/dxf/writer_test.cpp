@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include "db/attribute.h"
 #include "db/line.h"
 #include "db/object_pointer.h"
 #include "db/polyline.h"
@@ -133,13 +134,63 @@ TEST(SavedDrawing, NewObjectsGoToTheEndsOfTheirContainers) {
 }
 
 TEST(SavedDrawing, RenamedRecordsAreNamedAnewWhereTheyAreUsed) {
-    const Drawing drawing(lines(std::string(kHead) + kLine + kTail));
+    const std::string dataOnly = "0|POINT|5|A2|330|1F|100|AcDbEntity|8|0|100|AcDbPoint|10|1|20|2|"
+                                 "30|0|1001|APP|1003|WALLS|1000|walls|";
+    const std::string before = std::string(kHead) + kLine + "1003|walls|" + dataOnly + kTail;
+    const Drawing drawing(lines(before));
     change<AcDbLayerTableRecord>(
         drawing, 0x21, [](AcDbLayerTableRecord& layer) { layer.setName(L"\x6881 \x1F600"); });
-    std::string expected = std::string(kHead) + kLine + kTail;
-    for (std::size_t at = 0; (at = expected.find("walls", at)) != std::string::npos;)
-        expected.replace(at, 5, "\xC1\xBA \\U+D83D\\U+DE00");
+    std::string expected = before;
+    for (const std::string name : {"2|walls", "8|walls", "1003|walls", "1003|WALLS"})
+        for (std::size_t at = 0; (at = expected.find('|' + name + '|', at)) != std::string::npos;)
+            expected.replace(at + name.find('|') + 2, 5, "\xC1\xBA \\U+D83D\\U+DE00");
     EXPECT_EQ(saved(*drawing.db), lines(expected));
+}
+
+TEST(SavedDrawing, LayersKeepTheirDescriptionAndAColourThatFilesKnow) {
+    const Drawing drawing(lines(std::string(kHead) + kLine + kTail));
+    change<AcDbLayerTableRecord>(drawing, 0x21, [](AcDbLayerTableRecord& layer) {
+        layer.setDescription(L"\x677F");
+        AcCmColor byLayer;
+        byLayer.setColorIndex(256);
+        layer.setColor(byLayer);
+    });
+    const std::string bytes = saved(*drawing.db);
+    EXPECT_THAT(bytes, HasSubstr(lines("|62|7|6|Continuous|1001|AcAecLayerStandard|1000||1000|"
+                                       "\xB0\xE5|0|")));
+    EXPECT_THAT(bytes, HasSubstr(lines("|0|APPID|"))) << "data of unknown applications is refused";
+    const Drawing again(bytes);
+    const Opened<AcDbLayerTableRecord> layer(at<AcDbLayerTableRecord>(again, 0x21)->objectId());
+    const std::unique_ptr<ACHAR, void (*)(ACHAR*)> text(layer->description(),
+                                                        [](ACHAR* s) { acutDelString(s); });
+    EXPECT_EQ(std::wstring(text.get()), L"\x677F");
+}
+
+TEST(SavedDrawing, BlocksSayWhetherTheyHaveAttributes) {
+    const std::string tables = "0|SECTION|2|TABLES|0|TABLE|2|BLOCK_RECORD|5|1|70|1|0|BLOCK_RECORD|"
+                               "5|30|100|AcDbSymbolTableRecord|100|AcDbBlockTableRecord|2|DOOR|0|"
+                               "ENDTAB|0|ENDSEC|";
+    const auto block = [](int flags, const std::string& contents) {
+        return "0|SECTION|2|BLOCKS|0|BLOCK|5|31|330|30|100|AcDbEntity|8|0|100|AcDbBlockBegin|2|"
+               "DOOR|70|" +
+               std::to_string(flags) + "|10|0|20|0|30|0|3|DOOR|1||" + contents +
+               "0|ENDBLK|5|32|330|30|100|AcDbEntity|8|0|100|AcDbBlockEnd|0|ENDSEC|0|EOF|";
+    };
+    const std::string definition =
+        "0|ATTDEF|5|33|330|30|100|AcDbEntity|8|0|100|AcDbText|10|0|20|0|30|0|40|1|1|x|100|"
+        "AcDbAttributeDefinition|3|p|2|TAG|70|0|";
+    const std::string head = "0|SECTION|2|HEADER|9|$ACADVER|1|AC1015|9|$HANDSEED|5|FF|0|ENDSEC|";
+    const Drawing losing(lines(head + tables + block(2, definition)));
+    change<AcDbAttributeDefinition>(losing, 0x33, [](auto& attribute) { attribute.erase(); });
+    EXPECT_EQ(saved(*losing.db), lines(head + tables + block(0, "")));
+
+    const Drawing getting(lines(head + tables + block(64, "")));
+    change<AcDbBlockTableRecord>(getting, 0x30, [](AcDbBlockTableRecord& record) {
+        auto* const attribute = new AcDbAttributeDefinition;
+        ASSERT_EQ(record.appendAcDbEntity(attribute), Acad::eOk);
+        attribute->close();
+    });
+    EXPECT_THAT(saved(*getting.db), HasSubstr(lines("2|DOOR|70|66|")));
 }
 
 TEST(SavedDrawing, SettingsChangeTheirHeaderVariables) {
@@ -221,6 +272,22 @@ TEST(SavedDrawing, ReplacesTheFileItCameFrom) {
     ::stat(file.c_str(), &status);
     EXPECT_EQ(status.st_mode & 0777U, 0640U);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
+}
+
+TEST(SavedDrawing, HoldsWhatWasReadWhateverBecomesOfTheFile) {
+    const test_support::TemporaryFolder folder;
+    const auto file = folder.path() / "plan.dxf";
+    const std::string bytes = lines(std::string(kHead) + kLine + kTail);
+    for (const bool cut : {true, false}) {
+        SCOPED_TRACE(cut ? "cut off" : "written over");
+        std::ofstream(file, std::ios::binary) << bytes;
+        const Drawing drawing(file);
+        if (cut)
+            std::filesystem::resize_file(file, 0);
+        else
+            std::ofstream(file, std::ios::binary | std::ios::in) << std::string(bytes.size(), '0');
+        EXPECT_EQ(saved(*drawing.db), bytes);
+    }
 }
 
 TEST(SavedDrawing, FailuresLeaveEverythingAsItWas) {
