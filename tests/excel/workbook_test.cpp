@@ -98,6 +98,7 @@ TEST_F(Workbooks, AnotherReaderFindsTheSame) {
     const char* expected[] = {
         "sheets Sheet1 Board list Sheet3 active Board list",
         "title 楼板",
+        "calculated when opened True",
         "name Total Sheet1!$B$2:$B$9",
         "Sheet3 state hidden",
         "Sheet1 freeze B3",

@@ -56,6 +56,7 @@ def main(path):
     results = openpyxl.load_workbook(path, data_only=True)
     print("sheets", " ".join(book.sheetnames), "active", book.active.title)
     print("title", book.properties.title)
+    print("calculated when opened", bool(book.calculation.fullCalcOnLoad))
     for name in book.defined_names.definedName:
         print("name", name.name, name.value)
     for part in zipfile.ZipFile(path).namelist():
