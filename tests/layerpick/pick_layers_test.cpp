@@ -11,6 +11,7 @@
 #include "ed/viewports.h"
 #include "frame/layer_lock.h"
 #include "layerpick/pick_layers.h"
+#include "square_hatch.h"
 
 namespace {
 
@@ -45,6 +46,8 @@ constexpr Click kWall{150, 100};
 constexpr Click kLocked{150, 200};
 constexpr Click kIn{505, 120};
 constexpr Click kZero{505, 100};
+constexpr Click kArea{360, 360};
+constexpr Click kLineInArea{360, 330};
 constexpr Click kNothing{50, 800};
 
 Click shifted(Click click) { return {click.x, click.y, true}; }
@@ -62,6 +65,10 @@ protected:
         addLine({0, 0, 0}, {10, 0, 0}, L"0", L"B");
         addLine({0, 20, 0}, {10, 20, 0}, L"IN", L"B");
         addReference(block, {500, 100, 0}, L"REF");
+        addLine({310, 330, 0}, {390, 330, 0}, L"UNDER");
+        auto area = hatchOf(*database(), squareLoop(300, 300, 100));
+        area->setLayer(addLayer(L"AREA"));
+        add(std::move(area));
         frame::lockLayer(addLayer(L"LOCKED"));
     }
 
@@ -77,7 +84,7 @@ protected:
     bool isLocked() { return ReadHandle<AcDbLayerTableRecord>(addLayer(L"LOCKED"))->isLocked(); }
     void expectAsBefore() {
         EXPECT_EQ(shown(), 0U);
-        EXPECT_EQ(inModel(), 3U);
+        EXPECT_EQ(inModel(), 5U);
         EXPECT_TRUE(isLocked());
     }
 };
@@ -101,6 +108,8 @@ TEST_F(PickLayers, AddTakeOutAndEndAsTheUserWishes) {
         {"inside a block", L"", {kIn}, pressEnter, 1, L"IN"},
         {"on layer 0 inside a block", L"", {kZero}, pressEnter, 1, L"REF"},
         {"a copy of a part", L"", {kIn, kIn, kWall}, pressEnter, 1, L"IN,WALL"},
+        {"an area", L"", {kArea}, pressEnter, 1, L"AREA"},
+        {"a line below an area", L"", {kLineInArea}, pressEnter, 1, L"UNDER"},
         {"taken out", L"", {kWall, kIn, shifted(kWall)}, pressEnter, 1, L"IN"},
         {"taken out and in", L"", {kIn, shifted(kIn), kIn}, pressEnter, 1, L"IN"},
         {"Shift on a new layer", L"", {shifted(kWall)}, pressEnter, 1, L"WALL"},
@@ -139,7 +148,7 @@ TEST_F(PickLayers, ShowTheChosenLayersMeanwhile) {
     EXPECT_EQ(kelmor::PickLayerByDwg(L"\nPick: ", layers, 1, 0), 1);
     // WALL's line, the reference and its part on layer 0; then the part on IN, too.
     EXPECT_THAT(seen, ElementsAre(3, 4, 4, 4, 3));
-    EXPECT_THAT(entities, ElementsAre(4, 5, 5, 5, 5)) << "copies stay to the end";
+    EXPECT_THAT(entities, ElementsAre(6, 7, 7, 7, 7)) << "copies stay to the end";
     EXPECT_STREQ(layers, L"WALL,REF,LOCKED");
     EXPECT_EQ(headless::EdState::current().displayUpdates, updates + 2);
     expectAsBefore();

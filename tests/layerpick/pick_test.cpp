@@ -11,7 +11,6 @@
 #include <dbspfilt.h>
 #include <dbxline.h>
 
-#include "../db/entity_support.h"
 #include "OrnCore/zel_dwg.h"
 #include "ed/state.h"
 #include "ed/user_coordinates.h"
@@ -19,6 +18,7 @@
 #include "frame/object_handle.h"
 #include "layerpick/layer_sets.h"
 #include "layerpick/pick_layer.h"
+#include "square_hatch.h"
 #include "support/session_fixture.h"
 
 namespace {
@@ -74,21 +74,10 @@ protected:
     /// A square area with its lower left corner at x, y.
     AcDbObjectId hatch(double x, double y, double side, const wchar_t* layer,
                        const wchar_t* in = ACDB_MODEL_SPACE) {
-        const auto number = [](double value) { return std::to_string(value); };
-        enttest::Groups loop = {{92, "3"}, {72, "0"}, {73, "1"}, {93, "4"}};
-        for (const auto& [dx, dy] : {std::pair(0.0, 0.0), std::pair(side, 0.0),
-                                     std::pair(side, side), std::pair(0.0, side)}) {
-            loop.emplace_back(10, number(x + dx));
-            loop.emplace_back(20, number(y + dy));
-        }
-        return hatch(loop, layer, in);
+        return hatch(squareLoop(x, y, side), layer, in);
     }
     AcDbObjectId hatch(const enttest::Groups& loop, const wchar_t* layer, const wchar_t* in) {
-        enttest::Groups groups = {{100, "AcDbHatch"}, {2, "SOLID"}, {70, "1"}, {91, "1"}};
-        groups.insert(groups.end(), loop.begin(), loop.end());
-        for (const int code : {97, 75, 76, 98})
-            groups.emplace_back(code, "0");
-        return put(enttest::read<AcDbHatch>(*database(), groups).release(), layer, in);
+        return put(hatchOf(*database(), loop).release(), layer, in);
     }
     static void clip(AcDbObjectId reference, const std::vector<AcGePoint2d>& polygon) {
         const WriteHandle<AcDbBlockReference> opened(reference);

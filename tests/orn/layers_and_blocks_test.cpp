@@ -1,4 +1,4 @@
-// `orn clean`, and pictures with highlighted layers.
+// `orn clean`, choosing layers, and pictures with highlighted layers.
 #include <filesystem>
 
 #include "orn_fixture.h"
@@ -27,20 +27,27 @@ TEST_F(Orn, CleansWhatCommandsLeave) {
     EXPECT_FALSE(std::filesystem::exists(none));
 }
 
-TEST_F(Orn, DrawsHighlightedLayersDashed) {
-    const auto dashes = [this](const std::string& options) {
-        const std::string picture = (folder_.path() / "plan.svg").string();
-        const Outcome drawn = run("render " + kPlan + " -o " + picture + options);
+TEST_F(Orn, ChoosesLayersInAScript) {
+    // The left end of a board's number, a board's upper edge, the number again.
+    const Outcome chosen = run(kPlan + " --script " +
+                               put("pick.scr", "LAYERPICK\n1000,1140\n"
+                                               "1000,7410\n1000,1140\n\n"));
+    EXPECT_EQ(chosen.status, 0) << chosen.err;
+    EXPECT_NE(chosen.out.find("Layers: 板编号,BOARD\n"), std::string::npos) << chosen.out;
+}
+
+TEST_F(Orn, DrawsHighlightedLayersOtherwise) {
+    const auto picture = [this](const std::string& options) {
+        const std::string path = (folder_.path() / "plan.svg").string();
+        const Outcome drawn = run("render " + kPlan + " -o " + path + options);
         EXPECT_EQ(drawn.status, 0) << drawn.err;
-        std::ifstream file(picture);
-        std::size_t count = 0;
-        for (std::string line; std::getline(file, line);)
-            count += line.find("stroke-dasharray") != std::string::npos;
-        return count;
+        std::ifstream file(path);
+        return std::string(std::istreambuf_iterator<char>(file), {});
     };
-    const std::size_t plain = dashes("");
-    EXPECT_EQ(dashes(" --highlight board"), plain + 9) << "the boards on that layer, in any case";
-    EXPECT_EQ(dashes(" --highlight nowhere"), plain);
+    const std::string plain = picture("");
+    EXPECT_EQ(picture(" --highlight nowhere"), plain);
+    EXPECT_NE(picture(" --highlight board"), plain) << "in any case";
+    EXPECT_NE(picture(" --highlight 吊点"), plain) << "references are on it";
 }
 
 } // namespace
