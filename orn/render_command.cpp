@@ -43,6 +43,7 @@ std::string readArguments(const RenderOptions& options, headless::PictureOptions
         const auto [bottom, top] = std::minmax((*corners)[1], (*corners)[3]);
         picture.window = {left, bottom, right, top};
     }
+    picture.layout = headless::fromUtf8(options.layout);
     picture.isDark = options.dark;
     return {};
 }
@@ -65,6 +66,7 @@ CLI::App* declareRender(CLI::App& app, RenderOptions& options) {
     render->add_option("--highlight", options.highlighted,
                        "Draw these layers dashed, joined by commas, any case");
     render->add_option("--size", options.size, "WxH in pixels (points for PDF), 1600x1200");
+    render->add_option("--layout", options.layout, "Draw this sheet instead of model space");
     render->add_flag("--dark", options.dark, "On black, with what is black on paper in white");
     return render;
 }

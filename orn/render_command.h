@@ -14,6 +14,7 @@ struct RenderOptions {
     std::string window;      // "x1,y1,x2,y2", drawing units
     std::string highlighted; // layers joined by commas
     std::string size;        // "WxH", pixels or for PDF points
+    std::string layout;      // name of a sheet; empty for model space
     bool dark = false;       // black instead of white
 };
 

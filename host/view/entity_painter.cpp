@@ -15,7 +15,9 @@
 #include "db/residence.h"
 #include "db/solid.h"
 #include "db/sortents_table.h"
-#include "db/xline.h"
+#include "db/viewport.h"
+#include "ed/view_transform.h"
+#include "ed/viewports.h"
 #include "view/clip_path.h"
 #include "view/hatch_islands.h"
 #include "view/hatch_pattern.h"
@@ -26,8 +28,8 @@ namespace {
 /// Far beyond any drawing that people make, and well within the stack.
 constexpr std::size_t kDeepestReference = 128;
 
-/// Blocks within blocks can hold more than anybody can draw: this many take about a minute.
-constexpr std::size_t kMostParts = 10'000'000;
+/// Blocks within blocks can hold more than anybody can draw: this many take half a minute.
+constexpr std::size_t kMostParts = 5'000'000;
 
 /// The block's entities, those drawn first first.
 AcDbObjectIdArray drawOrderOf(AcDbBlockTableRecord& block) {
@@ -55,6 +57,15 @@ double evenWidth(const AcDbEntity& entity) {
     double width = 0.0;
     const auto* const light = AcDbPolyline::cast(&entity);
     return light != nullptr && light->getConstantWidth(width) == Acad::eOk ? width : 0.0;
+}
+
+/// From the model to where a viewport shows it on its sheet; perspective is passed over.
+AcGeMatrix3d sheetMatrix(const AcDbViewport& viewport) {
+    const AcGePoint2d seen = viewport.viewCenter();
+    return AcGeMatrix3d::translation(viewport.centerPoint().asVector()) *
+           AcGeMatrix3d::scaling(viewport.customScale(), AcGePoint3d::kOrigin) *
+           AcGeMatrix3d::translation(AcGeVector3d(-seen.x, -seen.y, 0.0)) *
+           displayMatrix(viewport.viewOf()).inverse();
 }
 
 } // namespace
@@ -112,7 +123,8 @@ PictureColor EntityPainter::colorOf(const Traits& traits) const {
 }
 
 Pen EntityPainter::penFor(const Traits& traits, const View& view) {
-    return penOf(traits, looks_, settings_.pen, view.stretch());
+    const double ownScale = settings_.linetypesFollowSheet ? viewportScale_ : 1.0;
+    return penOf(traits, looks_, settings_.pen, view.stretch() / ownScale);
 }
 
 void EntityPainter::paintEntity(const AcDbEntity& entity, const View& view) {
@@ -126,6 +138,8 @@ void EntityPainter::paintEntity(const AcDbEntity& entity, const View& view) {
     if (const auto* const text = AcDbMText::cast(&entity)) return paintMText(*text, view, traits);
     if (const auto* const hatch = AcDbHatch::cast(&entity)) return paintHatch(*hatch, view, traits);
     if (const auto* const mline = AcDbMline::cast(&entity)) return paintMline(*mline, view, traits);
+    if (const auto* const viewport = AcDbViewport::cast(&entity))
+        return paintViewport(*viewport, traits);
     if (AcDbWipeout::cast(&entity) != nullptr) return paintWipeout(entity, view);
     if (dynamic_cast<const FlatQuad*>(&entity) != nullptr) return paintFilled(entity, view, traits);
     paintDrawn(entity, view, traits);
@@ -143,8 +157,9 @@ void EntityPainter::paintReference(const AcDbBlockReference& reference, const Vi
             paintContents(contents, traits);
         }
         // Attributes are the reference's own, but every cell shows them.
-        for (int row = 0; row < contents.rows; ++row)
-            for (int column = 0; column < contents.columns && partsLeft_ > 0; ++column) {
+        for (int row = 0; row < contents.rows; row += strideOf(contents.rowStep))
+            for (int column = 0; column < contents.columns && partsLeft_ > 0;
+                 column += strideOf(contents.columnStep)) {
                 const AcGeVector3d step = contents.columnStep * column + contents.rowStep * row;
                 paintAttributes(reference, {AcGeMatrix3d::translation(step) * view.toWorld, {}},
                                 traits);
@@ -167,9 +182,20 @@ void EntityPainter::paintAttributes(const AcDbBlockReference& reference, const V
     }
 }
 
+/// Of cells that fall into one pixel one is drawn.
+int EntityPainter::strideOf(const AcGeVector3d& step) const {
+    const double pixels = map_(step).asVector().length();
+    constexpr double kMostCells = 32767.0;
+    return pixels > 0.0 && pixels < 1.0
+               ? static_cast<int>(std::min(kMostCells, std::ceil(1.0 / pixels)))
+               : 1;
+}
+
 void EntityPainter::paintContents(const GeometrySink::Reference& reference, const Traits& traits) {
-    for (int row = 0; row < reference.rows; ++row) {
-        for (int column = 0; column < reference.columns && partsLeft_ > 0; ++column) {
+    const int nextRow = strideOf(reference.rowStep);
+    const int nextColumn = strideOf(reference.columnStep);
+    for (int row = 0; row < reference.rows; row += nextRow) {
+        for (int column = 0; column < reference.columns && partsLeft_ > 0; column += nextColumn) {
             --partsLeft_;
             const AcGeVector3d step = reference.columnStep * column + reference.rowStep * row;
             paintBlock(reference.block,
@@ -220,9 +246,18 @@ bool EntityPainter::comesToSheet(const AcDbEntity& reference, const View& view) 
     return shown.isEmpty() || canvas_.box().grownBy(kMargin).meets(shown);
 }
 
-void EntityPainter::fillAreas(const SheetPath& areas, const PictureColor& color) {
-    if (!isOnSheet(areas, 0.0)) return;
-    areas.putAreaOn(canvas_);
+void EntityPainter::fillAreas(const std::vector<SheetPath::Line>& areas,
+                              const PictureColor& color) {
+    // A path takes more than twice as long as two of half its length. What shines through is
+    // filled at once all the same, or it would be darker where areas meet.
+    constexpr std::size_t kManyCorners = 20'000;
+    std::size_t corners = 0;
+    for (const SheetPath::Line& area : areas) {
+        corners += putPolygonOn(canvas_, area);
+        if (corners < kManyCorners || color.alpha != 255) continue;
+        canvas_.fill(color, Canvas::Fill::everything);
+        corners = 0;
+    }
     canvas_.fill(color, Canvas::Fill::everything);
 }
 
@@ -276,10 +311,9 @@ void EntityPainter::strokeDashed(const SheetPath& lines, const Pen& pen) {
 void EntityPainter::paintFilled(const AcDbEntity& entity, const View& view, const Traits& traits) {
     PathSink path(map_);
     path.describe(entity, view.toWorld);
-    if (!isOnSheet(path.areas(), 0.0)) return;
     // Corners given the wrong way round make two triangles with a gap, as CAD programs show them.
-    path.areas().putAreaOn(canvas_);
-    canvas_.fill(colorOf(traits));
+    for (const SheetPath::Line& area : path.areas())
+        if (putPolygonOn(canvas_, area) > 0) canvas_.fill(colorOf(traits));
 }
 
 void EntityPainter::paintWipeout(const AcDbEntity& entity, const View& view) {
@@ -288,6 +322,34 @@ void EntityPainter::paintWipeout(const AcDbEntity& entity, const View& view) {
     if (!isOnSheet(path.lines(), 0.0)) return;
     path.lines().putAreaOn(canvas_);
     canvas_.fill(settings_.background);
+}
+
+void EntityPainter::paintViewport(const AcDbViewport& viewport, const Traits& traits) {
+    const AcDbDatabase* const db = viewport.database();
+    const bool isNested = openBlocks_.size() != 1 || viewportScale_ != 1.0;
+    if (db == nullptr || isNested || sheetViewport(viewport.blockId()) == viewport.objectId())
+        return;
+    if (viewport.isOn()) {
+        const Canvas::State state(canvas_);
+        PathSink bounds(map_);
+        const AcDbEntity* const clip = Residence::peek<AcDbEntity>(
+            viewport.isNonRectClipOn() ? viewport.nonRectClipEntityId() : viewport.objectId());
+        bounds.describe(clip == nullptr ? viewport : *clip);
+        bounds.lines().putAreaOn(canvas_);
+        canvas_.clip();
+
+        AcDbObjectIdArray frozen;
+        viewport.getFrozenLayerList(frozen);
+        looks_.freeze(frozen);
+        viewportScale_ = viewport.customScale();
+        std::vector<AcDbStub*> outer;
+        openBlocks_.swap(outer);
+        paintBlock(db->modelSpaceId(), {sheetMatrix(viewport), {}});
+        openBlocks_.swap(outer);
+        viewportScale_ = 1.0;
+        looks_.freeze(AcDbObjectIdArray());
+    }
+    if (!viewport.isNonRectClipOn()) paintDrawn(viewport, {}, traits);
 }
 
 void EntityPainter::paintMline(const AcDbMline& mline, const View& view, const Traits& traits) {

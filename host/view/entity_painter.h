@@ -12,6 +12,7 @@
 
 class AcDbBlockReference;
 class AcDbMline;
+class AcDbViewport;
 
 namespace headless {
 
@@ -21,6 +22,7 @@ public:
         PenScale pen;
         PointStyle points;
         PictureColor background;
+        bool linetypesFollowSheet = true; // In viewports they are as long as beside them.
     };
 
     EntityPainter(Canvas& canvas, const SheetMap& map, const Settings& settings, Looks& looks);
@@ -44,8 +46,10 @@ private:
     void paintReference(const AcDbBlockReference& reference, const View& view,
                         const Traits& traits);
     void paintContents(const GeometrySink::Reference& reference, const Traits& traits);
+    int strideOf(const AcGeVector3d& step) const;
     void paintAttributes(const AcDbBlockReference& reference, const View& view,
                          const Traits& traits);
+    void paintViewport(const AcDbViewport& viewport, const Traits& traits);
     void paintFilled(const AcDbEntity& entity, const View& view, const Traits& traits);
     void paintWipeout(const AcDbEntity& entity, const View& view);
     void paintMline(const AcDbMline& mline, const View& view, const Traits& traits);
@@ -54,7 +58,7 @@ private:
     void paintMText(const AcDbMText& text, const View& view, const Traits& traits);
     void paintPoint(const AcGePoint2d& at, const Pen& pen);
 
-    void fillAreas(const SheetPath& areas, const PictureColor& color);
+    void fillAreas(const std::vector<SheetPath::Line>& areas, const PictureColor& color);
     void strokeLines(const SheetPath& lines, const Pen& pen);
     void strokeDashed(const SheetPath& lines, const Pen& pen);
     void paintDot(const AcGePoint2d& at, const Pen& pen);
@@ -73,7 +77,8 @@ private:
     Letters letters_;
     std::vector<AcDbStub*> openBlocks_; // being drawn, outermost first
     std::unordered_map<AcDbStub*, AcDbObjectIdArray> orders_;
-    std::size_t partsLeft_; // that references may still show
+    double viewportScale_ = 1.0; // sheet units to a unit of what is being drawn
+    std::size_t partsLeft_;      // that references may still show
 };
 
 } // namespace headless

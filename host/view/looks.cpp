@@ -57,10 +57,10 @@ bool Looks::shows(AcDbObjectId id) {
     return !look.isOff && !look.isFrozen;
 }
 
-void Looks::freeze(const std::vector<AcDbObjectId>& layers) {
+void Looks::freeze(const AcDbObjectIdArray& layers) {
     frozen_.clear();
-    for (AcDbStub* const stub : layers)
-        frozen_.insert(stub);
+    for (const AcDbObjectId id : layers)
+        frozen_.insert(id);
 }
 
 const LinePattern& Looks::patternOf(AcDbObjectId linetype) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "db/color.h"
+#include "db/id_array.h"
 #include "db/object_id.h"
 #include "db/open_mode.h"
 #include "rx/types.h"
@@ -43,7 +44,7 @@ public:
     [[nodiscard]] const LinePattern& patternOf(AcDbObjectId linetype);
 
     /// Hides these layers, and those hidden before no more.
-    void freeze(const std::vector<AcDbObjectId>& layers);
+    void freeze(const AcDbObjectIdArray& layers);
 
 private:
     /// The defaults are those of a layer that is not there.

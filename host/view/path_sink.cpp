@@ -67,9 +67,9 @@ void PathSink::onCurve(const CurvePiece& piece) {
 }
 
 void PathSink::onArea(const std::vector<AcGePoint3d>& corners) {
-    for (std::size_t i = 0; i < corners.size(); ++i)
-        i == 0 ? areas_.moveTo(map_(corners[i])) : areas_.lineTo(map_(corners[i]));
-    areas_.close();
+    SheetPath::Line& polygon = areas_.emplace_back();
+    for (const AcGePoint3d& corner : corners)
+        polygon.push_back(map_(corner));
 }
 
 void PathSink::onEndless(const AcGePoint3d& base, const AcGeVector3d& along) {

@@ -20,8 +20,8 @@ public:
     explicit PathSink(const SheetMap& map, Runs runs = Runs::eachPiece) : map_(map), runs_(runs) {}
 
     const SheetPath& lines() const { return lines_; }
-    /// What is filled, each part whether or not others cover it.
-    const SheetPath& areas() const { return areas_; }
+    /// Polygons that are filled, each whether or not others cover it.
+    const std::vector<SheetPath::Line>& areas() const { return areas_; }
     /// Places of points, which have no path.
     const std::vector<AcGePoint2d>& points() const { return points_; }
     const std::vector<Reference>& references() const { return references_; }
@@ -41,7 +41,7 @@ private:
     const SheetMap& map_;
     Runs runs_;
     SheetPath lines_;
-    SheetPath areas_;
+    std::vector<SheetPath::Line> areas_;
     std::vector<AcGePoint2d> points_;
     std::vector<Reference> references_;
     std::optional<AcGePoint2d> first_; // of the line being drawn

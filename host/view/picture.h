@@ -19,6 +19,8 @@ struct PictureOptions {
     double height = 1200.0;
     /// Empty: all that is drawn, with a margin.
     std::optional<PictureWindow> window;
+    /// The name of a sheet, in any case; empty for model space.
+    std::wstring layout;
     /// Black with a white foreground instead of white with a black one.
     bool isDark = false;
 };

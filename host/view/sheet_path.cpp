@@ -43,6 +43,29 @@ void addCurve(SheetPath::Line& line, const AcGePoint2d& c1, const AcGePoint2d& c
 
 } // namespace
 
+std::size_t putPolygonOn(Canvas& canvas, const std::vector<AcGePoint2d>& polygon) {
+    SheetBox box;
+    for (const AcGePoint2d& corner : polygon) {
+        if (!std::isfinite(corner.x) || !std::isfinite(corner.y)) return 0;
+        box.add(corner);
+    }
+    if (box.isEmpty() || !canvas.box().meets(box)) return 0;
+    // Corners nearer than that look like one.
+    constexpr double kCloser = 0.05;
+    const bool isFar = !roomOf(canvas).holds(box);
+    const std::vector<AcGePoint2d> cut =
+        isFar ? clippedPolygon(cutAt(canvas), polygon) : std::vector<AcGePoint2d>();
+    std::size_t count = 0;
+    AcGePoint2d last;
+    for (const AcGePoint2d& corner : isFar ? cut : polygon) {
+        if (count > 0 && corner.distanceTo(last) < kCloser) continue;
+        count++ == 0 ? canvas.moveTo(corner) : canvas.lineTo(corner);
+        last = corner;
+    }
+    if (count > 0) canvas.closePath();
+    return count;
+}
+
 bool SheetPath::take(const AcGePoint2d& p) {
     const bool good = std::isfinite(p.x) && std::isfinite(p.y);
     if (good) box_.add(p);
@@ -120,12 +143,8 @@ void SheetPath::putOn(Canvas& canvas) const {
 
 void SheetPath::putAreaOn(Canvas& canvas) const {
     if (roomOf(canvas).holds(box_)) return putOn(canvas);
-    for (const Line& line : parts()) {
-        const Line seen = clippedPolygon(cutAt(canvas), line);
-        for (std::size_t i = 0; i < seen.size(); ++i)
-            i == 0 ? canvas.moveTo(seen[i]) : canvas.lineTo(seen[i]);
-        if (!seen.empty()) canvas.closePath();
-    }
+    for (const Line& line : parts())
+        putPolygonOn(canvas, line);
 }
 
 std::vector<SheetPath::Line> SheetPath::flattened(bool byRun) const {

@@ -9,6 +9,10 @@
 
 namespace headless {
 
+/// Makes a polygon of straight lines part of the canvas's path, as far as it shows on the sheet.
+/// Returns how many corners that took: 0 for a polygon that shows nothing or is none.
+std::size_t putPolygonOn(Canvas& canvas, const std::vector<AcGePoint2d>& polygon);
+
 /// Parts of lines and cubic curves, wherever they are: what lies far off the sheet is cut away as
 /// it is put on a canvas, which has room for some million pixels only. Places that are no numbers
 /// leave a gap.

@@ -10,6 +10,7 @@
 
 #include "db/resbuf.h"
 #include "db/sortents_table.h"
+#include "db/viewport.h"
 #include "pixels.h"
 #include "support/session_fixture.h"
 #include "view/picture.h"
@@ -302,6 +303,43 @@ TEST_F(PictureTest, ChoosesItsWindowAndRefusesWhatCannotBe) {
     options.window = {0, 0, 1, 1};
     options.width = 1e9;
     EXPECT_EQ(reasonOf(), "the picture's size is out of range");
+}
+
+TEST_F(PictureTest, SheetsShowTheModelThroughTheirViewports) {
+    addLayer(L"hidden", 1);
+    add(square(1000, 1000, 3));
+    auto hidden = square(1020, 1000);
+    EXPECT_EQ(hidden->setLayer(L"hidden"), Acad::eOk);
+    const AcDbObjectId cold = hidden->layerId();
+    add(std::move(hidden));
+    add(square(1100, 1000, 5)); // beside what the viewport sees
+    auto viewport = std::make_unique<AcDbViewport>();
+    viewport->setCenterPoint({50, 50, 0});
+    viewport->setWidth(80);
+    viewport->setHeight(40);
+    viewport->setViewCenter({1020, 1010});
+    viewport->setViewHeight(20);
+    AcDbObjectIdArray frozen;
+    frozen.append(cold);
+    EXPECT_EQ(viewport->freezeLayersInViewport(frozen), Acad::eOk);
+    add(std::move(viewport), ACDB_PAPER_SPACE);
+    add(square(0, 0, 1), ACDB_PAPER_SPACE);
+
+    PictureOptions options;
+    options.width = 100;
+    options.height = 100;
+    options.window = {0, 0, 100, 100};
+    options.layout = L"LAYOUT1";
+    const auto png = std::get<std::string>(headless::drawPicture(*database(), options));
+    const Pixels picture(png);
+    EXPECT_EQ(picture.at(20, 40), kGreen) << "twice as large";
+    EXPECT_EQ(picture.at(5, 5), kRed) << "on the sheet itself";
+    EXPECT_EQ(picture.marked(35, 35, 85, 65), 0) << "frozen in the viewport";
+    EXPECT_EQ(picture.marked(91, 20, 100, 80), 0) << "the viewport ends there";
+    EXPECT_GT(picture.marked(89, 40, 91, 45), 0) << "its border";
+    options.layout = L"none";
+    const auto none = headless::drawPicture(*database(), options);
+    EXPECT_TRUE(std::holds_alternative<headless::PictureFailure>(none));
 }
 
 TEST_F(PictureTest, KeepsVectorFormats) {
