@@ -64,6 +64,7 @@ class DxfFile:
         variable("$LUNITS", (70, 2))
         variable("$LUPREC", (70, 4))
         variable("$PDMODE", (70, 35))
+        variable("$PDSIZE", (40, 200.0))
         if self.modern:
             variable("$INSUNITS", (70, 4))
             variable("$MEASUREMENT", (70, 1))
