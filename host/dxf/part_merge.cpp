@@ -17,6 +17,32 @@ constexpr std::string_view kEntity = "AcDbEntity";
 
 bool isHandleCode(int code) { return code >= 320 && code <= 369; }
 
+bool isAngleCode(int code) { return code >= AcDb::kDxfAngle && code <= AcDb::kDxfAngle + 8; }
+
+/// The digits before the point of a number written without an exponent, as a number; -1 for other
+/// texts and for long ones.
+std::int64_t wholePart(const DxfTag& group) {
+    constexpr std::ptrdiff_t kMostDigits = 8;
+    const std::string_view text = group.text();
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    const char* at = text.data() + (text.starts_with('-') ? 1 : 0);
+    const char* const end = text.data() + text.size();
+    const char* const digits = at;
+    std::int64_t whole = 0;
+    while (at != end && isDigit(*at) && at - digits < kMostDigits)
+        whole = whole * 10 + *at++ - '0';
+    if (at == digits || (at != end && *at++ != '.')) return -1;
+    return std::all_of(at, end, isDigit) ? whole : -1;
+}
+
+/// The same as below where the digits before the point tell it, which needs no exact number.
+bool isPlainlyOther(const DxfTag& group, double written) {
+    constexpr double kLargest = 1e8;
+    const double size = std::abs(written);
+    const std::int64_t stated = size < kLargest ? wholePart(group) : -1;
+    return stated >= 0 && std::abs(stated - static_cast<std::int64_t>(size)) > 1;
+}
+
 /// True when the file states another number than the object writes, with neither rounding nor the
 /// sense of a radius or an angle between them.
 bool isOtherNumber(int code, double stated, double written) {
@@ -24,8 +50,7 @@ bool isOtherNumber(int code, double stated, double written) {
     constexpr double kFullTurn = 360.0;
     const double slack = kRounding * std::max({std::abs(stated), std::abs(written), 1.0});
     if (std::abs(stated - written) <= slack || std::abs(stated + written) <= slack) return false;
-    const bool angle = code >= AcDb::kDxfAngle && code <= AcDb::kDxfAngle + 8;
-    return !angle || std::abs(std::remainder(stated - written, kFullTurn)) > slack;
+    return !isAngleCode(code) || std::abs(std::remainder(stated - written, kFullTurn)) > slack;
 }
 
 bool contains(std::span<const std::int16_t> codes, int code) {
@@ -157,24 +182,29 @@ bool PartMerge::isModelled(std::size_t at, const PartValues& values) const {
 }
 
 /// What the file alone tells of a group and the value that the object writes for it.
-PartMerge::Said PartMerge::compare(const FilePart& part, std::size_t at,
-                                   const DxfOutTag& tag) const {
+/// @param last  of the value before it: what was moved has few numbers that stayed, so which way to
+///              compare is tried first follows it.
+PartMerge::Said PartMerge::compare(const FilePart& part, std::size_t at, const DxfOutTag& tag,
+                                   Said last) const {
     const DxfTag& group = (*file_)[at];
     if (tag.kind != DxfOutTag::Kind::kReal) {
         if (says(group, tag)) return Said::kSame;
         return surelyChanged(part, at, tag) ? Said::kOther : Said::kUnclear;
     }
+    const bool maybeOther = !isNormalCode(tag.code) && layout_->parts()[1].name == kEntity;
+    if (last == Said::kOther && maybeOther && !isAngleCode(tag.code) &&
+        isPlainlyOther(group, tag.real))
+        return Said::kOther;
     const double stated = group.real();
     if (stated == tag.real) return Said::kSame;
-    const bool other = !isNormalCode(tag.code) && layout_->parts()[1].name == kEntity &&
-                       isOtherNumber(tag.code, stated, tag.real);
-    return other ? Said::kOther : Said::kUnclear;
+    return maybeOther && isOtherNumber(tag.code, stated, tag.real) ? Said::kOther : Said::kUnclear;
 }
 
 bool PartMerge::putInStep(const FilePart& part, const PartValues& values) {
     if (values.whole || namesLost(part, values)) return false;
     std::size_t at = part.begin;
     std::size_t kept = at; // Groups from here on are still to be put.
+    Said said = Said::kSame;
     for (const DxfOutTag& tag : values.now) {
         const auto isNext = [&] {
             return (*file_)[at].code == tag.code && layout_->role(at) == GroupRole::kOwn;
@@ -182,7 +212,7 @@ bool PartMerge::putInStep(const FilePart& part, const PartValues& values) {
         while (at < part.end && !isNext() && !isModelled(at, values))
             ++at;
         const bool stated = at < part.end && isNext();
-        const Said said = stated ? compare(part, at, tag) : Said::kOther;
+        said = stated ? compare(part, at, tag, said) : Said::kOther;
         if (said == Said::kUnclear || (!stated && !isNew(part, tag))) return false;
         if (said == Said::kOther) {
             keep(kept, at);

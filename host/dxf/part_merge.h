@@ -92,7 +92,7 @@ private:
     bool statesCode(const FilePart& part, int code) const;
     bool isNew(const FilePart& part, const DxfOutTag& tag) const;
     enum class Said : std::uint8_t { kSame, kOther, kUnclear };
-    Said compare(const FilePart& part, std::size_t at, const DxfOutTag& tag) const;
+    Said compare(const FilePart& part, std::size_t at, const DxfOutTag& tag, Said last) const;
     bool surelyChanged(const FilePart& part, std::size_t at, const DxfOutTag& tag) const;
     bool namesLost(const FilePart& part, const PartValues& values) const;
     void mergeWhole(const FilePart& part, const PartValues& values);
