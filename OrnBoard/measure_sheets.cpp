@@ -13,11 +13,15 @@ namespace {
 constexpr double kTextHeight = 350.0;
 constexpr double kUnit = kTextHeight / TableModel::kUnitsPerSize; // a text height as a grid's size
 
-GridCell cellOf(const CString& text) {
-    const bool isNumber = table::numberIn(text).has_value();
+/// Handles and layers may read as numbers, and are none.
+bool holdsNames(const CString& heading) { return heading == L"Handle" || heading == L"Layer"; }
+
+GridCell cellOf(const CString& text, bool isName) {
+    const bool isNumber = !isName && table::numberIn(text).has_value();
     return {.text = text == L"-" ? CString() : text,
             .horizontal = isNumber ? AcDb::kTextRight : AcDb::kTextLeft,
-            .height = kTextHeight};
+            .height = kTextHeight,
+            .isName = isName};
 }
 
 /// Wide enough for its longest text, if letters are as wide as they are high.
@@ -30,7 +34,8 @@ CDrawGrid sheetOf(const std::vector<TableRow>& rows) {
         for (int column = 1; column <= columns; ++column) {
             const CString& text =
                 rows[static_cast<std::size_t>(row) - 1][static_cast<std::size_t>(column) - 1];
-            grid.SetCell(row, column, cellOf(text));
+            const CString& heading = rows.front()[static_cast<std::size_t>(column) - 1];
+            grid.SetCell(row, column, cellOf(text, holdsNames(heading)));
             const double width = (text.GetLength() + 2) * kUnit;
             const double widest = row == 1 ? 0.0 : grid.GetColumnWidth(column);
             grid.SetColumnWidth(column, std::max(width, widest));

@@ -19,6 +19,7 @@ struct GridCell {
     AcDbObjectId style = {}; // of texts
     double height = 350.0;
     double widthFactor = 0.0;
+    bool isName = false; // a text even where it reads as a number
 };
 
 /// A range of cells shown as one.

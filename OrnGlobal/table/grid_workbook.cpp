@@ -110,7 +110,7 @@ private:
             excel_.MergeCell(name, nameOf(row + span.moreRows, column + span.moreColumns), 1);
         const GridCell& cell = grid_.GetCell(row, column);
         if (span.isCovered || cell.text.IsEmpty()) return;
-        writeValue(name, cell.text);
+        writeValue(name, cell);
         if (cell.text.Find(L'\n') >= 0) showLines(row, column, span);
         excel_.SetCellHAlignment(name, name, horizontalPlace(cell.horizontal), 0);
         if (const long place = verticalPlace(cell); place != kCenter)
@@ -121,12 +121,13 @@ private:
             excel_.SetCellFontColor(name, name, sheetColor(color));
     }
 
-    void writeValue(const CString& name, const CString& text) {
-        if (const std::optional<double> number = numberIn(text)) {
-            excel_.SetNumFormat(name, name, numberFormat(text));
+    void writeValue(const CString& name, const GridCell& cell) {
+        const auto number = cell.isName ? std::nullopt : numberIn(cell.text);
+        if (number) {
+            excel_.SetNumFormat(name, name, numberFormat(cell.text));
             excel_.SetCellValue(name, COleVariant(*number));
         } else {
-            excel_.SetCellValue(name, COleVariant(text));
+            excel_.SetCellValue(name, COleVariant(cell.text));
         }
     }
 

@@ -57,9 +57,11 @@ TEST_F(GridWorkbook, LooksAsInTheDrawing) {
 TEST_F(GridWorkbook, HasNoSheetsBesidesItsTables) {
     const std::string path = (folder_.path() / "t.xlsx").string();
     grid_.SetCell(1, 1, {.text = L"two\nlines", .color = 1});
+    grid_.SetCell(2, 2, {.text = L"212", .isName = true});
     ASSERT_TRUE(write(1, path));
     const auto lines = test_support::dumpWorkbook(path);
     if (!lines) GTEST_SKIP() << "the library that reads it is not installed";
+    EXPECT_THAT(*lines, Contains("Table 1!B2 value '212'"));
     EXPECT_THAT(*lines, Contains("sheets Table 1 active Table 1"));
     EXPECT_THAT(*lines, Contains("Table 1 merged A1:C1"));
     EXPECT_THAT(*lines, Contains("Table 1!A1 align center center 0 0 True False"));
