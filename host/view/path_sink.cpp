@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "db/curve_piece.h"
 
@@ -11,15 +12,30 @@ namespace {
 /// Two ends are one corner when that close, in pixels.
 constexpr double kJoint = 1e-3;
 
-/// How many cubic curves stand in for a piece: 16 to a full circle are right to 1e-6 of its radius,
-/// 64 to less than a millionth of that.
+/// The angle that an arc sweeps; 0 for a spline.
+double sweepOf(const CurvePiece& piece) {
+    if (piece.kind() == CurvePiece::Kind::arc) return piece.endParam() - piece.startParam();
+    return piece.kind() == CurvePiece::Kind::bulge ? 4.0 * std::atan(piece.bulge()) : 0.0;
+}
+
+/// How many cubic curves stand in for a piece: four to a full circle are right to 3e-4 of its
+/// radius, sixteen to 1e-7, 64 to less than a millionth of that.
 int cubicsOf(const CurvePiece& piece, double pixels) {
     constexpr double kPixelsPerCubic = 8.0;
+    constexpr double kLarge = 600.0;
     constexpr double kHuge = 1e5;
     if (piece.kind() == CurvePiece::Kind::spline)
         return std::clamp(static_cast<int>(std::min(pixels, 1e4) / kPixelsPerCubic), 4, 256);
-    if (pixels > kHuge) return 64;
-    return std::clamp(static_cast<int>(pixels / kPixelsPerCubic), 4, 16);
+    const int toCircle = pixels > kHuge ? 64 : pixels > kLarge ? 16 : 4;
+    const double turns = std::abs(sweepOf(piece)) / (2.0 * std::numbers::pi);
+    return std::clamp(static_cast<int>(std::ceil(toCircle * turns - 1e-9)), 1, 64);
+}
+
+/// How far along its tangents a cubic curve bends that stands in for so much of an arc, as a share
+/// of the way; a third where the piece is no arc.
+double reachOf(double sweep) {
+    constexpr double kTiny = 1e-4;
+    return std::abs(sweep) < kTiny ? 1.0 / 3.0 : 4.0 / 3.0 * std::tan(sweep / 4.0) / sweep;
 }
 
 } // namespace
@@ -51,6 +67,7 @@ void PathSink::onCurve(const CurvePiece& piece) {
     if (!std::isfinite(length)) return;
     const int count = cubicsOf(piece, length);
     const double step = (piece.endParam() - piece.startParam()) / count;
+    const double reach = step * reachOf(sweepOf(piece) / count);
     AcGePoint3d from = piece.start();
     goTo(map_(from));
     AcGeVector3d leaving = piece.firstDerivative(piece.startParam());
@@ -58,8 +75,7 @@ void PathSink::onCurve(const CurvePiece& piece) {
         const double param = i == count ? piece.endParam() : piece.startParam() + i * step;
         const AcGePoint3d to = piece.pointAt(param);
         const AcGeVector3d arriving = piece.firstDerivative(param);
-        lines_.bezierTo(map_(from + leaving * (step / 3.0)), map_(to - arriving * (step / 3.0)),
-                        map_(to));
+        lines_.bezierTo(map_(from + leaving * reach), map_(to - arriving * reach), map_(to));
         from = to;
         leaving = arriving;
     }

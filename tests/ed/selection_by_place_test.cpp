@@ -153,7 +153,7 @@ TEST_F(SelectionByPlace, WhatIsFilledIsTakenByItsInside) {
         {"text that stands upright", turnedText(quarter, 0, false), {-5, 20, 0}, {5, 20, 0}},
         {"text that climbs", turnedText(eighth, 0, false), {10, 14, 0}, {10, 1, 0}},
         {"text in a mirror", turnedText(0, 0, true), {-20, 5, 0}, {20, 5, 0}},
-        {"text that leans", turnedText(0, eighth, false), {9, 9.5, 0}, {1, 9.5, 0}},
+        {"text that leans", turnedText(0, eighth, false), {10, 9.5, 0}, {9, 9.5, 0}},
         {"a face by an edge that shows", face, {10, 0, 0}, {20, 10, 0}},
     };
     for (const auto& c : cases) {
