@@ -45,7 +45,7 @@ void DrawingChanges::collect(AcDbDatabase& db) {
         AcDbObject* const object = Residence::peek(id);
         anyGone_ = anyGone_ || id.isErased();
         const Residence::Record record = Residence::record(*object);
-        if (record != Residence::Record::kAsRead &&
+        if ((record == Residence::Record::kNew || id.isErased()) &&
             AcDbAttributeDefinition::cast(object) != nullptr)
             attributed_.insert(object->ownerId());
         if (record == Residence::Record::kAsRead || record == Residence::Record::kImplied) continue;

@@ -23,7 +23,7 @@ public:
     const std::vector<SourceSpan>& removed() const { return removed_; }
     const std::vector<AcDbBlockTableRecord*>& removedBlocks() const { return removedBlocks_; }
 
-    /// Blocks that got, lost or changed attribute definitions.
+    /// Blocks that got or lost attribute definitions.
     const std::unordered_set<AcDbStub*>& attributed() const { return attributed_; }
 
     bool anyGone() const { return anyGone_; }
