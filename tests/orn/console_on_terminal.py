@@ -75,6 +75,7 @@ def first_time(terminal: Terminal) -> None:
     terminal.expect("[")
     terminal.type("s\t\r")  # A keyword of the prompt that waits.
     terminal.expect("Save")
+    terminal.expect("File to write: ")
     terminal.type("\x03")
     terminal.expect("Command: ")
     terminal.type("QUIT\r")
