@@ -5,6 +5,7 @@
 
 #include "db/block_reference.h"
 #include "db/block_table.h"
+#include "db/curve.h"
 #include "db/database.h"
 #include "db/dim_style_table.h"
 #include "db/entity.h"
@@ -112,10 +113,10 @@ void addBlock(DrawingInfo& info, const AcDbBlockTableRecord& block, AcDbObjectId
 
 std::optional<std::array<double, 6>> boxOf(const AcDbEntity& entity) {
     AcDbExtents box;
-    const Acad::ErrorStatus status =
-        AcDbBlockReference::cast(&entity) != nullptr
-            ? headless::contentExtents(entity, headless::IncludeText::no, box)
-            : entity.getGeomExtents(box);
+    const bool ofLines =
+        entity.isKindOf(AcDbCurve::desc()) || entity.isKindOf(AcDbBlockReference::desc());
+    const auto part = ofLines ? headless::BoxOf::lines : headless::BoxOf::everything;
+    const Acad::ErrorStatus status = headless::contentExtents(entity, part, box);
     if (status != Acad::eOk) return std::nullopt;
     const AcGePoint3d low = box.minPoint();
     const AcGePoint3d high = box.maxPoint();

@@ -2,6 +2,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <span>
 #include <utility>
 
 #include "db/block_memory.h"
@@ -18,7 +19,7 @@ namespace {
 class ExtentsSink : public GeometrySink {
 public:
     /// @param asker  whose box it will be; null when nobody keeps it.
-    ExtentsSink(IncludeText texts, AcDbStub* asker) : texts_(texts), asker_(asker) {}
+    ExtentsSink(BoxOf part, AcDbStub* asker) : part_(part), asker_(asker) {}
 
     const AcDbExtents& box() const { return box_; }
     bool metEndless() const { return endless_; }
@@ -38,15 +39,8 @@ protected:
         const Extents3d box = piece.extents();
         if (box.isValid()) box_.addExt({box.min, box.max});
     }
-    void onText(const std::array<AcGePoint3d, 4>& corners) override {
-        if (texts_ == IncludeText::no) return;
-        for (const AcGePoint3d& corner : corners)
-            onPoint(corner);
-    }
-    void onArea(const std::vector<AcGePoint3d>& corners) override {
-        for (const AcGePoint3d& corner : corners)
-            onPoint(corner);
-    }
+    void onText(const std::array<AcGePoint3d, 4>& corners) override { addFilled(corners); }
+    void onArea(const std::vector<AcGePoint3d>& corners) override { addFilled(corners); }
     void onEndless(const AcGePoint3d& /*base*/, const AcGeVector3d& /*along*/) override {
         endless_ = true;
     }
@@ -60,6 +54,11 @@ private:
         auto operator<=>(const Shape&) const = default;
     };
 
+    void addFilled(std::span<const AcGePoint3d> corners) {
+        if (part_ == BoxOf::lines) return;
+        for (const AcGePoint3d& corner : corners)
+            onPoint(corner);
+    }
     static AcGeMatrix3d linearPart(const AcGeMatrix3d& transform);
     AcDbExtents shapeExtents(AcDbObjectId block, const AcGeMatrix3d& linear);
     AcDbExtents measure(AcDbObjectId block, const AcGeMatrix3d& linear);
@@ -71,7 +70,7 @@ private:
     static constexpr std::uint64_t kMostPieces = 20'000'000;
     static constexpr std::uint64_t kPiecesPerShape = 200;
 
-    IncludeText texts_;
+    BoxOf part_;
     AcDbStub* asker_; // The entity or the block being measured.
     AcDbExtents box_;
     bool endless_ = false;
@@ -92,7 +91,7 @@ AcDbExtents ExtentsSink::shapeExtents(AcDbObjectId block, const AcGeMatrix3d& li
     if (record == nullptr) return {};
     BlockMemory& memory = record->memory();
     if (asker_ != nullptr) memory.addDependent(*block, *asker_);
-    const bool lasts = texts_ == IncludeText::yes;
+    const bool lasts = part_ == BoxOf::everything;
     if (lasts)
         if (const auto known = memory.box(shape.linear)) return *known;
     if (const auto known = shapes_.find(shape); known != shapes_.end()) return known->second;
@@ -142,9 +141,9 @@ void ExtentsSink::onReference(const Reference& reference) {
 } // namespace
 
 Acad::ErrorStatus extentsUnder(const AcDbEntity& entity, const AcGeMatrix3d& transform,
-                               AcDbExtents& extents, IncludeText texts) {
-    ExtentsSink sink(texts, texts == IncludeText::yes ? static_cast<AcDbStub*>(entity.objectId())
-                                                      : nullptr);
+                               AcDbExtents& extents, BoxOf part) {
+    AcDbStub* const asker = part == BoxOf::everything ? entity.objectId() : AcDbObjectId::kNull;
+    ExtentsSink sink(part, asker);
     sink.describe(entity, transform);
     if (isEmpty(sink.box())) return sink.metEndless() ? Acad::eInvalidExtents : Acad::eNullExtents;
     extents = sink.box();

@@ -75,18 +75,19 @@ private:
 /// False for what a block holds without showing it in its references: most attribute definitions.
 bool isShownInReferences(const AcDbEntity& entity);
 
-enum class IncludeText : bool { no, yes };
+/// What a box is put around: the lines that entities draw, with neither the width that some of them
+/// have nor texts (single and multiline ones, attributes), or everything.
+enum class BoxOf : bool { lines, everything };
 
 /// The box around an entity's geometry under a transform, exact for every curve and through
 /// references at any depth. eNullExtents when there is none, eInvalidExtents when it has no bounds.
 Acad::ErrorStatus extentsUnder(const AcDbEntity& entity, const AcGeMatrix3d& transform,
-                               AcDbExtents& extents, IncludeText texts = IncludeText::yes);
+                               AcDbExtents& extents, BoxOf part = BoxOf::everything);
 
-/// The box of what a block reference (or any entity) shows, with or without texts: single and
-/// multiline texts, attributes.
-inline Acad::ErrorStatus contentExtents(const AcDbEntity& entity, IncludeText texts,
+/// The box of what a block reference (or any entity) shows.
+inline Acad::ErrorStatus contentExtents(const AcDbEntity& entity, BoxOf part,
                                         AcDbExtents& extents) {
-    return extentsUnder(entity, AcGeMatrix3d::kIdentity, extents, texts);
+    return extentsUnder(entity, AcGeMatrix3d::kIdentity, extents, part);
 }
 
 } // namespace headless

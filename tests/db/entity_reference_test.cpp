@@ -172,9 +172,9 @@ TEST_F(ReferenceTest, TextsCountUnlessLeftOut) {
     AcDbBlockReference ref({100, 0, 0}, labelled);
     ref.appendAttribute(new AcDbAttribute({300, 0, 0}, L"x", L"TAG"));
     AcDbExtents box;
-    ASSERT_EQ(headless::contentExtents(ref, headless::IncludeText::no, box), Acad::eOk);
+    ASSERT_EQ(headless::contentExtents(ref, headless::BoxOf::lines, box), Acad::eOk);
     enttest::expectNear({box.minPoint(), box.maxPoint()}, {{100, 0, 0}, {101, 1, 0}});
-    ASSERT_EQ(headless::contentExtents(ref, headless::IncludeText::yes, box), Acad::eOk);
+    ASSERT_EQ(headless::contentExtents(ref, headless::BoxOf::everything, box), Acad::eOk);
     enttest::expectNear(box.minPoint(), {100, 0, 0}, 1e-12);
     EXPECT_NEAR(box.maxPoint().y, 15.0, 1e-12); // The definition is not drawn.
     EXPECT_GE(box.maxPoint().x, 300.0);         // The attribute is.

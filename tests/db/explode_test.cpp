@@ -165,7 +165,7 @@ TEST_F(Explode, ReferencesGiveTheirContentsInPlace) {
         EXPECT_EQ(count<AcDbAttribute>(parts), 0U);
         std::erase_if(parts, [](const auto& part) { return AcDbText::cast(part.get()); });
         AcDbExtents box;
-        ASSERT_EQ(headless::contentExtents(whole, headless::IncludeText::no, box), Acad::eOk);
+        ASSERT_EQ(headless::contentExtents(whole, headless::BoxOf::lines, box), Acad::eOk);
         enttest::expectNear(boxOfAll(parts), {box.minPoint(), box.maxPoint()}, 1e-8);
     }
     // Turned within an uneven scale the nested reference would be skewed.

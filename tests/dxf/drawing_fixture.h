@@ -1,9 +1,6 @@
 // Reads drawings for the tests and looks into what came of them.
 #pragma once
 
-#include "db/curve_piece.h"
-#include "db/geometry_sink.h"
-
 #include <functional>
 #include <memory>
 #include <string>
@@ -86,29 +83,6 @@ public:
 
 private:
     T* object_ = nullptr;
-};
-
-/// The box of the lines that an entity draws: not of the areas that wide ones cover, nor of texts.
-class LineBox : public GeometrySink {
-public:
-    explicit LineBox(const AcDbEntity& entity) { describe(entity); }
-    const AcDbExtents& box() const { return box_; }
-
-protected:
-    void onPoint(const AcGePoint3d& position) override { box_.addPoint(position); }
-    void onSegment(const AcGePoint3d& start, const AcGePoint3d& end) override {
-        box_.addPoint(start);
-        box_.addPoint(end);
-    }
-    void onCurve(const CurvePiece& piece) override {
-        const Extents3d box = piece.extents();
-        if (box.isValid()) box_.addExt({box.min, box.max});
-    }
-    void onText(const std::array<AcGePoint3d, 4>& /*corners*/) override {}
-    void onEndless(const AcGePoint3d& /*base*/, const AcGeVector3d& /*along*/) override {}
-
-private:
-    AcDbExtents box_;
 };
 
 } // namespace headless::testing

@@ -5,6 +5,7 @@
 #include "db/block_reference.h"
 #include "db/curve.h"
 #include "db/dictionary.h"
+#include "db/geometry_sink.h"
 #include "db/polyface_mesh.h"
 #include "db/polygon_mesh.h"
 #include "db/undo_journal.h"
@@ -107,11 +108,11 @@ public:
         const auto* const reference = AcDbBlockReference::cast(&whole_);
         if (refusal_ != Acad::eOk || (isMesh && parts_.empty())) return;
         if (reference != nullptr && hasTexts()) return; // Theirs are the attributes, then the tags.
-        const AcDbExtents box = LineBox(whole_).box();
+        const AcDbExtents box = lineBox(whole_);
         if (isEmpty(box)) return;
         AcDbExtents all;
         for (const auto& part : parts_)
-            all.addExt(LineBox(*part).box());
+            all.addExt(lineBox(*part));
         const double size =
             box.minPoint().distanceTo(box.maxPoint()) + box.minPoint().asVector().length();
         // A mesh may have vertices that no face uses.
@@ -121,6 +122,11 @@ public:
     }
 
 private:
+    static AcDbExtents lineBox(const AcDbEntity& entity) {
+        AcDbExtents box;
+        const bool bounded = contentExtents(entity, BoxOf::lines, box) == Acad::eOk;
+        return bounded ? box : AcDbExtents();
+    }
     bool hasTexts() const {
         return std::any_of(parts_.begin(), parts_.end(), [](const auto& part) {
             return AcDbAttributeDefinition::cast(part.get()) != nullptr;
