@@ -1,8 +1,8 @@
 // How long opening a drawing takes, next to other libraries and to a bare walk over its groups.
 //
 // Counters: entities a second, seconds, and for our own reader the memory it takes for each byte of
-// the file, the bytes of the file included. Each measurement of memory runs in a process of its own,
-// because a process never tells what a part of it once needed.
+// the file, the bytes of the file included. Each measurement of memory runs in a process of its
+// own, because a process never tells what a part of it once needed.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>

@@ -15,9 +15,8 @@ namespace kelmor {
 ///                  it was unless the call answers 1.
 /// @param descend   not 0: a pick on a block reference means the layer of what is there inside.
 /// @param pickMode  what counts inside, see GetEntLayerByPt.
-/// @return          1 when the user ended it after adding a layer. 0 after Escape, and when no
-/// layer
-///                  was added: taking layers out alone is no choice.
+/// @return  1 when the user ended it after adding a layer. 0 after Escape, and when no layer was
+///          added: taking layers out alone is no choice.
 AFX_EXT_API int PickLayerByDwg(const CString& prompt, CString& layers, int descend, int pickMode);
 
 /// The same with one pick: the list becomes that layer alone, chosen already or not.

@@ -25,7 +25,7 @@ BELOW = {
     "db": {"ge", "rx", "win"},
     "ed": {"db", "ge", "rx", "mfc", "win"},
     "dxf": {"ed", "db", "ge", "rx", "mfc", "win"},
-    "view": {"db", "ge", "rx", "win"},
+    "view": {"ed", "db", "ge", "rx", "mfc", "win"},
     "excel": {"win"},
     "office": {"excel"},
     "headless": {"dxf", "view", "excel", "ed", "db", "ge", "rx", "mfc", "win"},
