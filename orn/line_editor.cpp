@@ -1,16 +1,12 @@
 #include "line_editor.h"
 
 #include <histedit.h>
-#include <poll.h>
 #include <signal.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
-#include <cwchar>
 #include <iostream>
 #include <utility>
 
@@ -21,7 +17,6 @@ namespace orn {
 namespace {
 
 constexpr int kLinesKept = 1000;
-constexpr wchar_t kCtrlC = L'\x03';
 
 volatile sig_atomic_t interrupted = 0;
 
@@ -49,25 +44,6 @@ public:
 
 private:
     struct sigaction former_ = {};
-};
-
-/// While it lives, Ctrl-C waits, but for whoever waits for a key under `outside()`.
-class InterruptsHeld {
-public:
-    InterruptsHeld() {
-        sigset_t held;
-        sigemptyset(&held);
-        sigaddset(&held, SIGINT);
-        sigprocmask(SIG_BLOCK, &held, &outside_);
-    }
-    ~InterruptsHeld() { sigprocmask(SIG_SETMASK, &outside_, nullptr); }
-    InterruptsHeld(const InterruptsHeld&) = delete;
-    InterruptsHeld& operator=(const InterruptsHeld&) = delete;
-
-    const sigset_t& outside() const { return outside_; }
-
-private:
-    sigset_t outside_ = {};
 };
 
 void showNow(std::wstring_view text) { std::cout << headless::toUtf8(text) << std::flush; }
@@ -112,13 +88,10 @@ private:
     static unsigned char complete(EditLine* editor, wint_t /*key*/) {
         return of(editor).completeWord();
     }
-    static int nextKey(EditLine* editor, wchar_t* key) { return of(editor).waitForKey(*key); }
     unsigned char completeWord();
-    int waitForKey(wchar_t& key);
     void remember(const std::wstring& line);
 
     InterruptsNoted interrupts_;
-    const sigset_t* outside_ = nullptr; // What holds no signal back, while a line is read.
     EditLine* editor_;
     HistoryW* history_;
     std::string historyFile_;
@@ -141,7 +114,6 @@ LineEditor::Terminal::Terminal(std::filesystem::path historyFile)
     history_w(history_, &event, H_SETUNIQUE, 1);
     history_w(history_, &event, H_LOAD, historyFile_.c_str());
     el_wset(editor_, EL_HIST, history_w, history_);
-    el_wset(editor_, EL_GETCFN, &Terminal::nextKey);
     el_wset(editor_, EL_ADDFN, L"orn-cancel", L"Cancel the command", &Terminal::cancel);
     el_wset(editor_, EL_ADDFN, L"orn-complete", L"Complete the word", &Terminal::complete);
     el_wset(editor_, EL_BIND, L"^C", L"orn-cancel", nullptr);
@@ -172,10 +144,10 @@ void LineEditor::Terminal::print(std::wstring_view text) {
 
 std::optional<headless::InputItem> LineEditor::Terminal::read() {
     if (std::exchange(interrupted, 0) != 0) return headless::EscapeKey{};
-    const InterruptsHeld held;
-    outside_ = &held.outside();
     cancelled_ = false;
     el_resize(editor_);
+    // By itself the editor shows the prompt first, and what is typed in between is not its own yet.
+    el_wset(editor_, EL_PREP_TERM, 1);
     int count = 0;
     const wchar_t* const typed = el_wgets(editor_, &count);
     if (!cancelled_ && (typed == nullptr || count <= 0)) return std::nullopt;
@@ -192,29 +164,6 @@ void LineEditor::Terminal::remember(const std::wstring& line) {
     if (line.empty()) return;
     HistEventW event;
     history_w(history_, &event, H_ENTER, line.c_str());
-}
-
-/// The editor shows its prompt before Ctrl-C is a key to the terminal; one that comes in between is
-/// taken for the key, too.
-/// @return  1, 0 at the end of the input, -1 for an error.
-int LineEditor::Terminal::waitForKey(wchar_t& key) {
-    std::mbstate_t partial = {};
-    for (;;) {
-        if (std::exchange(interrupted, 0) != 0) {
-            key = kCtrlC;
-            return 1;
-        }
-        pollfd input = {STDIN_FILENO, POLLIN, 0};
-        if (ppoll(&input, 1, nullptr, outside_) < 0 && errno == EINTR) continue;
-        char byte = 0;
-        const ssize_t count = ::read(STDIN_FILENO, &byte, 1);
-        if (count <= 0) return static_cast<int>(count);
-        constexpr auto kNone = static_cast<std::size_t>(-1);
-        constexpr auto kGoesOn = static_cast<std::size_t>(-2);
-        const std::size_t length = std::mbrtowc(&key, &byte, 1, &partial);
-        if (length == kNone) partial = {}; // No character of UTF-8: passed over.
-        if (length != kNone && length != kGoesOn) return 1;
-    }
 }
 
 /// Completes the first word of the line as far as it is certain, or lists what it may be.
