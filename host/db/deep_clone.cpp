@@ -51,12 +51,18 @@ DeepCloner::DeepCloner(AcDbIdMapping& mapping) : mapping_(mapping) {
     mapping.destDb(to_);
 }
 
-Acad::ErrorStatus DeepCloner::check(AcDbObjectId source, AcDbObjectId owner) const {
+Acad::ErrorStatus DeepCloner::checkSource(AcDbObjectId source) const {
     const AcDbObject* const object = Residence::peek(source);
     if (object == nullptr) return Acad::eNullObjectId;
     if (object->isErased()) return Acad::eWasErased;
-    if (source.database() != from_ || owner.database() != to_) return Acad::eWrongDatabase;
-    if (isForeign() && isOpaque(*object)) return Acad::eNotApplicable;
+    if (source.database() != from_) return Acad::eWrongDatabase;
+    return isForeign() && isOpaque(*object) ? Acad::eNotApplicable : Acad::eOk;
+}
+
+Acad::ErrorStatus DeepCloner::check(AcDbObjectId source, AcDbObjectId owner) const {
+    if (const auto status = checkSource(source); status != Acad::eOk) return status;
+    if (!owner.isNull() && owner.database() != to_) return Acad::eWrongDatabase;
+    const AcDbObject* const object = Residence::peek(source);
     const AcDbObject* const holder = Residence::peek(owner);
     if (AcDbBlockTableRecord::cast(holder) != nullptr)
         return AcDbEntity::cast(object) != nullptr ? Acad::eOk : Acad::eNotAnEntity;
@@ -77,6 +83,21 @@ Acad::ErrorStatus DeepCloner::clone(AcDbObjectId source, AcDbObjectId owner) {
                                          : enter(ObjectState::cloneOf(object), object, owner, true);
     cloneQueued();
     return status;
+}
+
+Acad::ErrorStatus DeepCloner::cloneOwned(AcDbObjectId source, AcDbObjectId owner) {
+    if (!mapping_.find(source).isNull()) return Acad::eOk;
+    const bool entered = enterOwned(ObjectState::cloneOf(*Residence::peek(source)),
+                                    {source, owner, Owned::Place::kEntry});
+    cloneQueued();
+    return entered ? Acad::eOk : Acad::eNotApplicable;
+}
+
+AcDbObjectId DeepCloner::placeFor(const AcDbObject& source) const {
+    if (AcDbEntity::cast(&source) != nullptr) return to_->modelSpaceId();
+    if (AcDbSymbolTableRecord::cast(&source) == nullptr) return counterpart(source.ownerId(), 0);
+    const AcDbSymbolTable* const table = DrawingRoots::table(*to_, source.isA());
+    return table == nullptr ? AcDbObjectId() : table->objectId();
 }
 
 Acad::ErrorStatus DeepCloner::enter(std::unique_ptr<AcDbObject> clone, const AcDbObject& source,
@@ -106,18 +127,16 @@ Acad::ErrorStatus DeepCloner::enter(std::unique_ptr<AcDbObject> clone, const AcD
     return clone.release()->close();
 }
 
-void DeepCloner::enterOwned(std::unique_ptr<AcDbObject> clone, const Owned& owned) {
+bool DeepCloner::enterOwned(std::unique_ptr<AcDbObject> clone, const Owned& owned) {
     const AcDbObject& source = *Residence::peek(owned.source);
-    if (owned.place == Owned::Place::kBlock) {
-        enter(std::move(clone), source, owned.owner, false);
-        return;
-    }
-    if (clone == nullptr || Residence::enter(*to_, *clone, owned.owner) != Acad::eOk) return;
+    if (owned.place == Owned::Place::kBlock)
+        return enter(std::move(clone), source, owned.owner, false) == Acad::eOk;
+    if (clone == nullptr || Residence::enter(*to_, *clone, owned.owner) != Acad::eOk) return false;
     AcDbObject& entered = *clone.release();
     if (owned.place == Owned::Place::kExtension)
         Residence::setExtensionDictionary(*Residence::peek(owned.owner), entered.objectId());
     note(source, entered.objectId(), false);
-    entered.close();
+    return entered.close() == Acad::eOk;
 }
 
 void DeepCloner::note(const AcDbObject& source, AcDbObjectId clone, bool primary) {
@@ -333,7 +352,46 @@ Acad::ErrorStatus cloneInto(AcDbDatabase& from, const AcDbObjectIdArray& ids, Ac
     return status;
 }
 
+/// One object into an owner, or where such objects stand in a drawing when the owner is null.
+Acad::ErrorStatus cloneOne(const AcDbObject& source, AcDbDatabase& to, const AcDbObject* owner,
+                           AcDbObject*& clone, AcDbIdMapping& mapping, bool isPrimary) {
+    const AcDbObjectId id = source.objectId();
+    if (!mapping.find(id).isNull()) return Acad::eOk;
+    mapping.begin(*source.database(), to, mapping.duplicateRecordCloning());
+    headless::DeepCloner cloner(mapping);
+    const AcDbObjectId place = owner != nullptr ? owner->objectId() : cloner.placeFor(source);
+    Acad::ErrorStatus status = isPrimary ? cloner.check(id, place) : cloner.checkSource(id);
+    if (status != Acad::eOk) return status;
+    status = isPrimary ? cloner.clone(id, place) : cloner.cloneOwned(id, place);
+    if (isPrimary) cloner.translate();
+    AcDbIdPair pair(id, {}, false);
+    if (status != Acad::eOk || !mapping.compute(pair) || !pair.isCloned()) return status;
+    return acdbOpenAcDbObject(clone, pair.value(), AcDb::kForWrite, false, true);
+}
+
 } // namespace
+
+Acad::ErrorStatus AcDbObject::deepClone(AcDbObject* owner, AcDbObject*& clone,
+                                        AcDbIdMapping& mapping, Adesk::Boolean isPrimary) const {
+    assertReadEnabled();
+    clone = nullptr;
+    if (owner == nullptr) return Acad::eNullObjectPointer;
+    if (database() == nullptr || owner->database() == nullptr) return Acad::eNotInDatabase;
+    if (owner->database() != database()) return Acad::eWrongDatabase;
+    return cloneOne(*this, *database(), owner, clone, mapping, isPrimary);
+}
+
+Acad::ErrorStatus AcDbObject::wblockClone(AcRxObject* owner, AcDbObject*& clone,
+                                          AcDbIdMapping& mapping, Adesk::Boolean isPrimary) const {
+    assertReadEnabled();
+    clone = nullptr;
+    const AcDbObject* const holder = AcDbObject::cast(owner);
+    AcDbDatabase* const to = holder != nullptr ? holder->database() : AcDbDatabase::cast(owner);
+    if (owner == nullptr) return Acad::eNullObjectPointer;
+    if (database() == nullptr || to == nullptr) return Acad::eNotInDatabase;
+    if (to == database()) return Acad::eWrongDatabase;
+    return cloneOne(*this, *to, holder, clone, mapping, isPrimary);
+}
 
 Acad::ErrorStatus AcDbDatabase::deepCloneObjects(const AcDbObjectIdArray& ids,
                                                  const AcDbObjectId& owner, AcDbIdMapping& mapping,

@@ -17,11 +17,17 @@ class DeepCloner {
 public:
     explicit DeepCloner(AcDbIdMapping& mapping);
 
-    /// What keeps the object from being cloned into the owner; nothing is changed.
+    /// What keeps the object from being cloned; nothing is changed.
+    Acad::ErrorStatus checkSource(AcDbObjectId source) const;
+    /// The same, and what keeps the owner from listing the clone.
     Acad::ErrorStatus check(AcDbObjectId source, AcDbObjectId owner) const;
+    /// Where objects like that stand in the drawing of the clones; null when it has no such place.
+    AcDbObjectId placeFor(const AcDbObject& source) const;
     /// Clones an object that check() passed; nothing when it was cloned already. As the owner's
     /// refusal to be opened or to take it.
     Acad::ErrorStatus clone(AcDbObjectId source, AcDbObjectId owner);
+    /// Clones an object that checkSource() passed for an owner that refers to it by itself.
+    Acad::ErrorStatus cloneOwned(AcDbObjectId source, AcDbObjectId owner);
     /// Makes the clones refer to each other, and brings along what they need.
     void translate();
 
@@ -37,7 +43,8 @@ private:
     /// Enters a clone in its owner and notes it, or deletes it.
     Acad::ErrorStatus enter(std::unique_ptr<AcDbObject> clone, const AcDbObject& source,
                             AcDbObjectId owner, bool primary);
-    void enterOwned(std::unique_ptr<AcDbObject> clone, const Owned& owned);
+    /// False, with the clone deleted, when it cannot be.
+    bool enterOwned(std::unique_ptr<AcDbObject> clone, const Owned& owned);
     void note(const AcDbObject& source, AcDbObjectId clone, bool primary);
     void queueOwned(const AcDbObject& source, AcDbObjectId clone);
     void cloneQueued();

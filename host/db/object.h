@@ -13,6 +13,7 @@
 #include "rx/object.h"
 
 class AcDbDxfFiler;
+class AcDbIdMapping;
 struct resbuf;
 
 /// Pointers of several kinds; what a pointer means is told by who hands the array out.
@@ -68,6 +69,22 @@ public:
     /// attributes. It keeps the place of the original's record in the file: groups that its class
     /// does not model are those of the original. The caller owns it.
     AcRxObject* clone() const override;
+    /// Clones a resident object with what it owns into a block, table or dictionary of its drawing,
+    /// as AcDbDatabase::deepCloneObjects does with many. Null and eOk when the mapping tells of a
+    /// clone already, or the table has a record of that name.
+    /// @param clone      open for writing; the caller closes it. Null after a refusal.
+    /// @param isPrimary  false for an owner that itself refers to what it owns: it does not list
+    /// the
+    ///                   clone, whose references wait for the next primary call with the mapping.
+    /// Errors: eNullObjectPointer without an owner, eNotInDatabase, eWrongDatabase; else as there.
+    Acad::ErrorStatus deepClone(AcDbObject* owner, AcDbObject*& clone, AcDbIdMapping& mapping,
+                                Adesk::Boolean isPrimary = true) const;
+    /// The same into another drawing, as AcDbDatabase::wblockCloneObjects; records of a name that
+    /// is there are dealt with as the mapping says.
+    /// @param owner  an owner there, or the drawing: entities go to its model space, records to
+    ///               their table, others to the dictionary under the same keys.
+    Acad::ErrorStatus wblockClone(AcRxObject* owner, AcDbObject*& clone, AcDbIdMapping& mapping,
+                                  Adesk::Boolean isPrimary = true) const;
 
     AcDbObjectId objectId() const { return AcDbObjectId(stub_); }
     AcDbObjectId id() const { return objectId(); }

@@ -230,4 +230,79 @@ TEST_F(OtherDrawing, IsLeftAloneByRefusals) {
     EXPECT_EQ(other.approxNumObjects(), objects);
 }
 
+TEST_F(OtherDrawing, TakesOneObjectByItself) {
+    struct Case {
+        const char* name;
+        AcDbObjectId source;
+        AcRxObject* owner;
+        AcDbObjectId place;
+    };
+    const Case cases[] = {
+        {"a block into a drawing, with what stands in it", block, &other, other.blockTableId()},
+        {"an entity into its drawing's other space", reference, peek<AcDbObject>(db.paperSpaceId()),
+         db.paperSpaceId()},
+        {"an entity into a drawing", reference, &other, other.modelSpaceId()},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        AcDbIdMapping pairs;
+        AcDbObjectPointer<AcDbObject> source(c.source);
+        const auto cloned = [&](AcDbObject*& clone) {
+            return c.owner == &other ? source->wblockClone(c.owner, clone, pairs)
+                                     : source->deepClone(AcDbObject::cast(c.owner), clone, pairs);
+        };
+        AcDbObject* clone = nullptr;
+        ASSERT_EQ(cloned(clone), Acad::eOk);
+        ASSERT_NE(clone, nullptr);
+        EXPECT_TRUE(clone->isWriteEnabled());
+        EXPECT_EQ(clone->ownerId(), c.place);
+        EXPECT_EQ(valueOf(pairs, c.source), clone->objectId());
+        EXPECT_EQ(clone->close(), Acad::eOk);
+        AcDbObject* again = clone;
+        EXPECT_EQ(cloned(again), Acad::eOk);
+        EXPECT_EQ(again, nullptr) << "the mapping tells of the clone";
+    }
+    EXPECT_EQ(lineLayer(L"DOOR"), L"WALL");
+}
+
+TEST_F(OtherDrawing, LeavesWhatAnOwnerKnowsItselfUnlisted) {
+    AcDbObjectPointer<AcDbBlockReference> source(reference);
+    AcDbObjectPointer<AcDbBlockTableRecord> space(db.paperSpaceId(), AcDb::kForWrite);
+    const std::size_t listed = space->entityIds().size();
+    AcDbObject* clone = nullptr;
+    ASSERT_EQ(source->deepClone(space, clone, mapping, false), Acad::eOk);
+    EXPECT_EQ(clone->ownerId(), db.paperSpaceId());
+    EXPECT_EQ(space->entityIds().size(), listed);
+    clone->close();
+}
+
+TEST_F(OtherDrawing, TakesNoObjectWhereItDoesNotBelong) {
+    struct Case {
+        const char* name;
+        AcRxObject* owner;
+        Acad::ErrorStatus deep;
+        Acad::ErrorStatus wblock;
+    };
+    const AcDbLine loose;
+    AcDbLine nowhere;
+    const Case cases[] = {
+        {"no owner", nullptr, Acad::eNullObjectPointer, Acad::eNullObjectPointer},
+        {"an owner in no drawing", &nowhere, Acad::eNotInDatabase, Acad::eNotInDatabase},
+        {"a table", peek<AcDbObject>(db.layerTableId()), Acad::eWrongObjectType,
+         Acad::eWrongDatabase},
+        {"a table there", peek<AcDbObject>(other.layerTableId()), Acad::eWrongDatabase,
+         Acad::eWrongObjectType},
+    };
+    AcDbObjectPointer<AcDbObject> source(reference);
+    for (const Case& c : cases) {
+        AcDbObject* clone = source.object();
+        EXPECT_EQ(source->deepClone(AcDbObject::cast(c.owner), clone, mapping), c.deep) << c.name;
+        EXPECT_EQ(clone, nullptr) << c.name;
+        EXPECT_EQ(source->wblockClone(c.owner, clone, mapping), c.wblock) << c.name;
+    }
+    AcDbObject* clone = nullptr;
+    EXPECT_EQ(loose.wblockClone(&other, clone, mapping), Acad::eNotInDatabase);
+    EXPECT_TRUE(mapping.pairs().empty());
+}
+
 } // namespace
