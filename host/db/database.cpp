@@ -24,6 +24,7 @@ AcDbDatabase::~AcDbDatabase() {
         std::erase(state_->databases, this);
         if (state_->services.workingDatabase() == this)
             state_->services.setWorkingDatabase(nullptr);
+        state_->services.workingTransactionManager()->forget(*this);
     }
     // An object that owns others may delete them, so each is asked for anew.
     handles_.forEach([](AcDbStub& stub) { delete stub.object; });
@@ -205,6 +206,10 @@ headless::DrawingSettings& AcDbDatabase::settingsForWrite() {
 
 bool AcDbDatabase::undoRecording() const {
     return undoJournal_ != nullptr && undoJournal_->isRecording();
+}
+
+AcDbTransactionManager* AcDbDatabase::transactionManager() const {
+    return headless::DbState::current().services.workingTransactionManager();
 }
 
 Acad::ErrorStatus AcDbDatabase::disableUndoRecording(bool disable) {

@@ -19,6 +19,7 @@
 #include "db/view_tables.h"
 
 class AcDbIdMapping;
+class AcDbTransactionManager;
 
 namespace headless {
 
@@ -185,6 +186,9 @@ public:
     /// becomes a document.
     bool undoRecording() const;
     Acad::ErrorStatus disableUndoRecording(bool disable);
+    /// The session's, which brackets the changes of all drawings.
+    AcDbTransactionManager* transactionManager() const;
+
     // Write the drawing as DXF, the only kind of file here; it stays the drawing of the file that
     // it has. eInvalidInput without a name, eCantOpenFile when the file cannot be written.
     Acad::ErrorStatus saveAs(const ACHAR* fileName);
@@ -251,7 +255,7 @@ public:
     headless::DrawingSettings& settingsForWrite();
     /// Swaps all settings, noting nothing.
     void exchangeSettings(headless::DrawingSettings& settings) { std::swap(settings_, settings); }
-    /// Null for a drawing that never recorded.
+    /// Null for a drawing that never recorded and was in no transaction.
     headless::UndoJournal* undoJournal() const { return undoJournal_.get(); }
     headless::HighlightSet& highlights() { return highlights_; }
     const headless::HighlightSet& highlights() const { return highlights_; }

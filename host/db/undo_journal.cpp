@@ -13,15 +13,11 @@ std::uint32_t currentUndoStep = 0;
 
 void noteForUndo(AcDbObject& object) { UndoJournal::note(object); }
 
-namespace {
-
-UndoJournal* journalOf(const AcDbObject& object) {
+UndoJournal* UndoJournal::recordingFor(const AcDbObject& object) {
     const AcDbDatabase* const db = object.database();
     UndoJournal* const journal = db == nullptr ? nullptr : db->undoJournal();
-    return journal != nullptr && journal->isRecording() ? journal : nullptr;
+    return journal != nullptr && journal->records() ? journal : nullptr;
 }
-
-} // namespace
 
 UndoJournal::UndoJournal(AcDbDatabase& database) : database_(database) { seal(); }
 
@@ -33,7 +29,7 @@ void UndoJournal::seal() {
 void UndoJournal::note(AcDbObject& object) {
     if (object.undoStep_ == currentUndoStep) return;
     object.undoStep_ = currentUndoStep;
-    UndoJournal* const journal = journalOf(object);
+    UndoJournal* const journal = recordingFor(object);
     if (journal == nullptr) return;
     journal->growingChanges().entries.push_back(
         {object.objectId(), ObjectState::copyOf(object), object.isErased()});
@@ -41,13 +37,13 @@ void UndoJournal::note(AcDbObject& object) {
 
 void UndoJournal::noteNew(AcDbObject& object) {
     object.undoStep_ = currentUndoStep;
-    UndoJournal* const journal = journalOf(object);
+    UndoJournal* const journal = recordingFor(object);
     if (journal == nullptr) return;
     journal->growingChanges().entries.push_back({object.objectId(), nullptr, true});
 }
 
 void UndoJournal::noteSettings() {
-    if (!recording_) return;
+    if (!records()) return;
     Changes& changes = growingChanges();
     if (changes.settings != nullptr) return;
     changes.settings = std::make_unique<DrawingSettings>(database_.settings());
@@ -78,7 +74,7 @@ void UndoJournal::pushEnd() {
 }
 
 void UndoJournal::beginCommand(std::wstring name) {
-    if (keepsOne_ && open_.empty()) clear();
+    if (keepsOne_ && open_.empty() && transactions_.empty()) clear();
     open_.push_back(Opener::kCommand);
     push(GroupBegin{std::move(name)});
 }
@@ -149,7 +145,9 @@ UndoJournal::Item& UndoJournal::takeLast(Items& taken) {
 
 UndoneOperation UndoJournal::undoOne(Items& taken) {
     using Kind = UndoneOperation::Kind;
-    if (done_.empty() || std::holds_alternative<GroupBegin>(done_.back())) return {};
+    const bool atBegin = done_.empty() || std::holds_alternative<GroupBegin>(done_.back()) ||
+                         std::holds_alternative<TransactionBegin>(done_.back());
+    if (atBegin) return {};
     UndoneOperation undone{Kind::kStep, {}};
     if (std::holds_alternative<Mark>(done_.back())) undone.kind = Kind::kMark;
     int depth = 0;
@@ -166,6 +164,9 @@ UndoneOperation UndoJournal::undoOne(Items& taken) {
 
 void UndoJournal::keepForRedo(Items taken) {
     seal();
+    std::erase_if(taken, [](const Item& item) { // Left open by a command that ended.
+        return std::holds_alternative<TransactionBegin>(item);
+    });
     if (!taken.empty() && !inCommand()) undone_.push_back(std::move(taken));
 }
 
@@ -180,30 +181,80 @@ std::vector<UndoneOperation> UndoJournal::undo(int count) {
     return operations;
 }
 
-bool UndoJournal::undoToMark() {
-    Items taken;
-    std::vector<std::wstring> begins; // of open groups, the innermost first
-    std::size_t ends = 0;             // of closed groups that begin before the mark
-    bool marked = false;
-    while (!done_.empty() && !marked) {
-        const Item& item = takeLast(taken);
-        marked = std::holds_alternative<Mark>(item);
-        if (std::holds_alternative<GroupEnd>(item)) ++ends;
+template <class... Kinds>
+UndoJournal::TakenBack UndoJournal::takeBackTo() {
+    TakenBack taken;
+    while (!done_.empty() && !(std::holds_alternative<Kinds>(done_.back()) || ...)) {
+        const Item& item = takeLast(taken.items);
+        if (std::holds_alternative<GroupEnd>(item)) ++taken.ends;
         const auto* const begin = std::get_if<GroupBegin>(&item);
         if (begin == nullptr) continue;
-        if (ends > 0)
-            --ends;
+        if (taken.ends > 0)
+            --taken.ends;
         else
-            begins.push_back(begin->name);
+            taken.begins.push_back(begin->name);
     }
-    // Groups that are cut in two cannot be put together again.
-    const bool whole = begins.empty() && ends == 0;
-    for (; ends > 0; --ends)
+    return taken;
+}
+
+void UndoJournal::mendGroups(TakenBack& taken) {
+    for (; taken.ends > 0; --taken.ends)
         pushEnd();
-    for (; !begins.empty(); begins.pop_back())
-        push(GroupBegin{std::move(begins.back())});
-    keepForRedo(whole ? std::move(taken) : Items());
+    for (; !taken.begins.empty(); taken.begins.pop_back())
+        push(GroupBegin{std::move(taken.begins.back())});
+}
+
+bool UndoJournal::undoToMark() {
+    TakenBack taken = takeBackTo<Mark, TransactionBegin>();
+    const bool marked = !done_.empty() && std::holds_alternative<Mark>(done_.back());
+    if (marked) takeLast(taken.items);
+    const bool whole = taken.isWhole();
+    mendGroups(taken);
+    keepForRedo(whole ? std::move(taken.items) : Items());
     return marked;
+}
+
+void UndoJournal::beginTransaction(std::size_t depth) {
+    const bool inGroup = !open_.empty() || !transactions_.empty();
+    transactions_.push_back(depth);
+    push(TransactionBegin{depth, inGroup});
+}
+
+std::deque<UndoJournal::Item>::iterator UndoJournal::closeTransaction(std::size_t depth) {
+    if (transactions_.empty() || transactions_.back() != depth) return done_.end();
+    transactions_.pop_back();
+    const auto begin = std::find_if(done_.rbegin(), done_.rend(), [&](const Item& item) {
+        const auto* const found = std::get_if<TransactionBegin>(&item);
+        return found != nullptr && found->depth == depth;
+    });
+    return begin == done_.rend() ? done_.end() : std::prev(begin.base());
+}
+
+void UndoJournal::endTransaction(std::size_t depth) {
+    const auto begin = closeTransaction(depth);
+    if (begin == done_.end()) return;
+    if (!records()) {
+        done_.erase(
+            std::remove_if(begin, done_.end(),
+                           [](const Item& item) { return std::holds_alternative<Changes>(item); }),
+            done_.end());
+    }
+    const bool groups = open_.empty() && !std::get<TransactionBegin>(*begin).inGroup;
+    if (groups) {
+        *begin = GroupBegin{};
+        pushEnd();
+    } else {
+        done_.erase(begin);
+        seal();
+    }
+}
+
+void UndoJournal::abortTransaction(std::size_t depth) {
+    if (closeTransaction(depth) == done_.end()) return;
+    TakenBack taken = takeBackTo<TransactionBegin>();
+    done_.pop_back();
+    mendGroups(taken);
+    seal();
 }
 
 bool UndoJournal::redo() {

@@ -49,11 +49,23 @@ public:
     void mark();
     int markCount() const;
 
-    /// Undoes steps, the latest first, but none from before the open group. A mark that is reached
-    /// is taken away and counts as one. The answer ends with kNothing when there were too few.
+    // Transactions nest; `depth` is 1 for the outermost. While any is open, changes are recorded
+    // whether or not that is asked for.
+
+    void beginTransaction(std::size_t depth);
+    /// Leaves the changes to what the transaction was begun in; outside all groups and transactions
+    /// they become a group. Without effect for one that began before the journal did.
+    void endTransaction(std::size_t depth);
+    /// Takes back, beyond redoing, what changed in the transaction; as far as it was not undone or
+    /// forgotten already.
+    void abortTransaction(std::size_t depth);
+
+    /// Undoes steps, the latest first, but none from before the open group or transaction. A mark
+    /// that is reached is taken away and counts as one. The answer ends with kNothing when there
+    /// were too few.
     std::vector<UndoneOperation> undo(int count);
     /// Undoes everything since the last mark, and takes that away; everything, and false, when
-    /// there is none.
+    /// there is none. Nothing from before an open transaction.
     bool undoToMark();
     /// Reverses the last undo() or undoToMark() that nothing has changed since; false when there is
     /// none. Commands that are still at work cannot redo what they undid.
@@ -86,10 +98,24 @@ private:
     };
     struct GroupEnd {};
     struct Mark {};
-    using Item = std::variant<Changes, GroupBegin, GroupEnd, Mark>;
+    struct TransactionBegin {
+        std::size_t depth;
+        bool inGroup;
+    };
+    using Item = std::variant<Changes, GroupBegin, GroupEnd, Mark, TransactionBegin>;
     using Items = std::vector<Item>;
     enum class Opener { kCommand, kUser };
+    struct TakenBack {
+        Items items;                      // the latest first
+        std::vector<std::wstring> begins; // of open groups, the innermost first
+        std::size_t ends = 0;             // of closed groups that begin before it
+        // Groups that are cut in two cannot be put together again.
+        bool isWhole() const { return begins.empty() && ends == 0; }
+    };
 
+    bool records() const { return recording_ || !transactions_.empty(); }
+    /// The journal that records the object's changes; null when none does.
+    static UndoJournal* recordingFor(const AcDbObject& object);
     Changes& growingChanges();
     void push(Item item);
     void pushEnd();
@@ -98,15 +124,23 @@ private:
     bool inCommand() const;
     UndoneOperation undoOne(Items& taken);
     Item& takeLast(Items& taken);
+    /// Undoes everything behind the last item of one of the kinds.
+    template <class... Kinds>
+    TakenBack takeBackTo();
+    /// Begins and ends groups anew that were cut in two.
+    void mendGroups(TakenBack& taken);
+    /// Forgets that a transaction is open: where it began, else the end.
+    std::deque<Item>::iterator closeTransaction(std::size_t depth);
     void keepForRedo(Items taken);
     void exchange(Changes& changes, bool backward);
     static void exchange(Entry& entry);
 
     AcDbDatabase& database_;
     std::deque<Item> done_;
-    std::vector<Items> undone_; // Each what one call took back, in the order it did.
-    std::vector<Opener> open_;  // The groups that are open, the outermost first.
-    bool growing_ = false;      // The last of done_ takes more changes.
+    std::vector<Items> undone_;             // Each what one call took back, in the order it did.
+    std::vector<Opener> open_;              // The groups that are open, the outermost first.
+    std::vector<std::size_t> transactions_; // The depths of those that are open.
+    bool growing_ = false;                  // The last of done_ takes more changes.
     bool recording_ = true;
     bool keepsOne_ = false;
     bool automatic_ = true;

@@ -272,6 +272,37 @@ TEST_P(RandomUndo, ComesBackAndGoesForth) {
     }
 }
 
+TEST_P(RandomUndo, TransactionsNestAndAreTakenBack) {
+    constexpr int kRounds = 150;
+    AcDbTransactionManager& transactions = *db.transactionManager();
+    db.disableUndoRecording(GetParam() % 2 == 0); // They need no recording.
+    RandomEditor editor(db, GetParam());
+    std::vector<Telling> begins;
+    for (int round = 0; round < kRounds && !HasFailure(); ++round) {
+        SCOPED_TRACE(round);
+        const std::size_t what = editor.pick(6);
+        if (what == 0) {
+            begins.push_back(told());
+            ASSERT_NE(transactions.startTransaction(), nullptr);
+        } else if (what == 1 && !begins.empty()) {
+            ASSERT_EQ(transactions.abortTransaction(), Acad::eOk);
+            expectAsTold(db, begins.back());
+            begins.pop_back();
+        } else if (what == 2 && !begins.empty()) {
+            ASSERT_EQ(transactions.endTransaction(), Acad::eOk);
+            begins.pop_back();
+        } else {
+            journal().beginCommand(L"EDIT");
+            if (editor.pick(2) == 0) journal().mark();
+            editor.editOnce();
+            journal().endCommand();
+        }
+        EXPECT_EQ(transactions.numActiveTransactions(), static_cast<int>(begins.size()));
+    }
+    while (transactions.endTransaction() == Acad::eOk) {
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Seeds, RandomUndo, testing::Range(0U, 8U));
 
 TEST_F(Undo, GroupsAndMarksMayOverlap) {
