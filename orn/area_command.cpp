@@ -4,9 +4,9 @@
 
 #include "OrnBoard/measure.h"
 #include "OrnBoard/measure_sheets.h"
+#include "argument_text.h"
 #include "measurement_output.h"
 #include "open_drawing.h"
-#include "text/string_list.h"
 #include "win/code_page.h"
 
 namespace orn {
@@ -21,8 +21,7 @@ board::SideRange sideRange(const std::optional<double>& above,
 }
 
 board::MeasureFilter filterOf(const AreaOptions& options) {
-    const CString layers = headless::fromUtf8(options.layers).c_str();
-    return {.layers = kelmor::splitLongString(layers, L",", 0, 0),
+    return {.layers = namesIn(options.layers),
             .a = sideRange(options.minA, options.maxA),
             .b = sideRange(options.minB, options.maxB)};
 }
@@ -40,7 +39,7 @@ void print(std::ostream& out, const board::Measurement& measurement, Format form
 
 /// False when it was not written; it has been said on standard error.
 bool writeWorkbook(const board::Measurement& measurement, const std::string& path) {
-    const CString problem = board::writeMeasurement(measurement, headless::fromUtf8(path).c_str());
+    const CString problem = board::writeMeasurement(measurement, wide(path));
     if (!problem.IsEmpty()) std::cerr << "orn: " << headless::toUtf8(problem.GetString()) << '\n';
     return problem.IsEmpty();
 }

@@ -3,21 +3,15 @@
 #include <iostream>
 
 #include "OrnBoard/blocks.h"
+#include "argument_text.h"
 #include "dxf/read_report.h"
 #include "json_output.h"
 #include "open_drawing.h"
 #include "saving.h"
-#include "text/string_list.h"
 #include "win/code_page.h"
 
 namespace orn {
 namespace {
-
-CString wide(const std::string& text) { return headless::fromUtf8(text).c_str(); }
-
-std::vector<CString> listOf(const std::string& text) {
-    return kelmor::splitLongString(wide(text), L",", 0, 0);
-}
 
 AcGePoint3d pointOf(const std::vector<double>& numbers) {
     AcGePoint3d point;
@@ -60,8 +54,8 @@ void printInserted(const BlockOptions& options, const board::BlockInserted& inse
 
 bool make(AcDbDatabase* db, const BlockOptions& options) {
     const board::BlockMade made = board::makeBlock(db, {.name = wide(options.name),
-                                                        .layers = listOf(options.layers),
-                                                        .handles = listOf(options.handles),
+                                                        .layers = namesIn(options.layers),
+                                                        .handles = namesIn(options.handles),
                                                         .base = pointOf(options.at),
                                                         .replace = options.replace,
                                                         .layer = wide(options.layer)});

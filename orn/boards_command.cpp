@@ -3,17 +3,13 @@
 #include <iostream>
 
 #include "OrnBoard/numbering.h"
+#include "argument_text.h"
 #include "json_output.h"
 #include "open_drawing.h"
-#include "text/string_list.h"
 #include "win/code_page.h"
 
 namespace orn {
 namespace {
-
-std::vector<CString> listed(const std::string& names) {
-    return kelmor::splitLongString(headless::fromUtf8(names).c_str(), L",", 0, 0);
-}
 
 Json::Value toJson(const std::vector<board::NumberedBoard>& boards) {
     Json::Value list(Json::arrayValue);
@@ -41,7 +37,7 @@ int save(OpenDrawing& opened, const BoardsOptions& options) {
 
 int number(OpenDrawing& opened, const BoardsOptions& options) {
     const auto boards = board::numberBoards(
-        opened.database(), {.layers = listed(options.layers), .method = options.method});
+        opened.database(), {.layers = namesIn(options.layers), .method = options.method});
     if (options.json)
         printJson(std::cout, toJson(boards));
     else
@@ -50,8 +46,8 @@ int number(OpenDrawing& opened, const BoardsOptions& options) {
 }
 
 int clear(OpenDrawing& opened, const BoardsOptions& options) {
-    const int count = board::clearBoardNumbers(opened.database(), listed(options.layers),
-                                               headless::fromUtf8(options.numbers).c_str());
+    const int count =
+        board::clearBoardNumbers(opened.database(), namesIn(options.layers), wide(options.numbers));
     std::cout << count << " numbers cleared\n";
     return save(opened, options);
 }

@@ -1,6 +1,7 @@
 #include "info_output.h"
 
 #include "OrnBoard/aligned_table.h"
+#include "argument_text.h"
 #include "json_output.h"
 #include "win/code_page.h"
 
@@ -10,9 +11,7 @@ namespace {
 using board::Align;
 using board::TableRow;
 
-CString wide(const std::string& utf8) { return headless::fromUtf8(utf8).c_str(); }
-
-CString wide(std::size_t count) { return wide(std::to_string(count)); }
+CString counted(std::size_t count) { return wide(std::to_string(count)); }
 
 void printAligned(std::ostream& out, const std::vector<TableRow>& rows,
                   const std::vector<Align>& alignment) {
@@ -38,7 +37,7 @@ std::string joined(const std::vector<std::string>& names) {
 void printCounts(std::ostream& out, const char* heading, const TypeCounts& counts) {
     std::vector<TableRow> rows = {{wide(heading), L"Count"}};
     for (const auto& [name, count] : counts)
-        rows.push_back({wide(name), wide(count)});
+        rows.push_back({wide(name), counted(count)});
     out << '\n';
     printAligned(out, rows, {Align::kLeft, Align::kRight});
 }
@@ -65,7 +64,7 @@ void printLayers(std::ostream& out, const DrawingInfo& info) {
     std::vector<TableRow> rows = {{L"Layer", L"Entities", L"Color", L"Linetype", L"State"}};
     for (const LayerInfo& layer : info.layers) {
         const auto count = info.byLayer.find(layer.name);
-        rows.push_back({wide(layer.name), wide(count == info.byLayer.end() ? 0 : count->second),
+        rows.push_back({wide(layer.name), counted(count == info.byLayer.end() ? 0 : count->second),
                         wide(std::to_string(layer.color)), wide(layer.linetype),
                         wide(stateOf(layer))});
     }

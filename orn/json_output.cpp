@@ -15,7 +15,7 @@ void printJson(std::ostream& out, const Json::Value& value) {
     out << '\n';
 }
 
-Json::Value toJson(const std::optional<double>& number) {
+Json::Value numberOrNull(const std::optional<double>& number) {
     return number && std::isfinite(*number) ? Json::Value(*number) : Json::Value();
 }
 

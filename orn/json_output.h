@@ -11,6 +11,6 @@ namespace orn {
 void printJson(std::ostream& out, const Json::Value& value);
 
 /// The number, or null when there is none (or it is none, as NaN).
-Json::Value toJson(const std::optional<double>& number);
+Json::Value numberOrNull(const std::optional<double>& number);
 
 } // namespace orn

@@ -20,8 +20,8 @@ Json::Value jsonOf(const board::Measured& outline) {
     value["layer"] = utf8(outline.layer);
     value["closed"] = outline.closed;
     value["vertices"] = outline.vertices;
-    value["area_m2"] = toJson(outline.areaSquareMetre);
-    value["length"] = toJson(outline.length);
+    value["area_m2"] = numberOrNull(outline.areaSquareMetre);
+    value["length"] = numberOrNull(outline.length);
     return value;
 }
 
@@ -68,7 +68,7 @@ void printJson(std::ostream& out, const board::Measurement& measurement) {
     value["polylines"] = toJsonArray(measurement.polylines);
     value["circles"] = toJsonArray(measurement.circles);
     value["layers"] = toJsonArray(measurement.layers);
-    value["coefficient_of_variation"] = toJson(measurement.variation);
+    value["coefficient_of_variation"] = numberOrNull(measurement.variation);
     printJson(out, value);
 }
 

@@ -4,11 +4,11 @@
 #include <cstring>
 #include <iostream>
 
+#include "argument_text.h"
 #include "ed/viewports.h"
 #include "layerpick/layer_highlight.h"
 #include "numbers.h"
 #include "open_drawing.h"
-#include "text/string_list.h"
 #include "view/picture.h"
 #include "win/code_page.h"
 #include "win/replace_file.h"
@@ -19,10 +19,6 @@ namespace {
 int fail(const std::string& reason, int status) {
     std::cerr << "orn: " << reason << '\n';
     return status;
-}
-
-std::vector<CString> layerNames(const std::string& list) {
-    return kelmor::splitLongString(headless::fromUtf8(list).c_str(), L",", 0, 0);
 }
 
 /// Puts what the arguments say into `picture`; the answer says which of them is wrong, or is empty.
@@ -78,8 +74,7 @@ int runRender(const RenderOptions& options) {
     OpenDrawing opened(options.drawing);
     if (!opened) return kFailure;
     headless::showModel(*opened.database());
-    const auto picture =
-        drawHighlighted(*opened.database(), layerNames(options.highlighted), wanted);
+    const auto picture = drawHighlighted(*opened.database(), namesIn(options.highlighted), wanted);
     if (const auto* failure = std::get_if<headless::PictureFailure>(&picture))
         return fail(options.drawing.string() + ": " + failure->reason, kFailure);
     struct stat written {};

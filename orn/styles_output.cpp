@@ -16,7 +16,7 @@ public:
         object_[key] = headless::toUtf8(field.GetString());
     }
     void operator()(const char* key, int field) const { object_[key] = field; }
-    void operator()(const char* key, double field) const { object_[key] = toJson(field); }
+    void operator()(const char* key, double field) const { object_[key] = numberOrNull(field); }
     void operator()(const char* key, component::Flag<const int> field) const {
         object_[key] = field.value != 0;
     }

@@ -4,18 +4,16 @@
 
 #include "OrnBoard/tables.h"
 #include "OrnBoard/tables_report.h"
+#include "argument_text.h"
 #include "open_drawing.h"
 #include "table/grid_text.h"
-#include "text/string_list.h"
 #include "win/code_page.h"
 
 namespace orn {
 namespace {
 
-CString wide(const std::string& utf8) { return headless::fromUtf8(utf8).c_str(); }
-
 board::TableFilter filterOf(const TableOptions& options) {
-    board::TableFilter filter{.layers = kelmor::splitLongString(wide(options.layers), L",", 0, 0)};
+    board::TableFilter filter{.layers = namesIn(options.layers)};
     if (!options.window.empty()) {
         AcDbExtents2d window;
         window.addPoint({options.window[0], options.window[1]});
