@@ -12,7 +12,7 @@ namespace {
 using orncore::Segment;
 using std::numbers::pi;
 
-const double kQuarter = std::tan(pi / 8);
+const double kQuarterTurn = std::tan(pi / 8);
 
 void expectPoint(const AcGePoint2d& actual, const AcGePoint2d& expected, double tolerance = 1e-9) {
     EXPECT_NEAR(actual.x, expected.x, tolerance);
@@ -22,8 +22,8 @@ void expectPoint(const AcGePoint2d& actual, const AcGePoint2d& expected, double 
 TEST(Segment, ClosestPointAndDistance) {
     const double diagonal = std::numbers::sqrt2 / 2;
     const Segment line = {{0, 0}, {10, 0}};
-    const Segment quarter = {{1, 0}, {0, 1}, kQuarter};           // about (0, 0), radius 1
-    const Segment clockwise = {{0, 1}, {1, 0}, -kQuarter};        // the same places
+    const Segment quarter = {{1, 0}, {0, 1}, kQuarterTurn};       // about (0, 0), radius 1
+    const Segment clockwise = {{0, 1}, {1, 0}, -kQuarterTurn};    // the same places
     const Segment great = {{0, 1}, {1, 0}, std::tan(3 * pi / 8)}; // the rest of that circle
     const Segment shallow = {{0, 0}, {1000, 0}, 1e-10};
     struct Case {

@@ -6,7 +6,7 @@ namespace {
 
 using Change = void (*)(ComponentInfo&);
 
-struct Case {
+struct Difference {
     const char* name;
     Change one;   // applied to one record
     Change other; // applied to the other
@@ -16,8 +16,8 @@ struct Case {
 void outline(ComponentInfo&) {}
 void line(ComponentInfo& c) { c.expressionStyle = 1; }
 
-void expectComparisons(std::initializer_list<Case> cases, Change base) {
-    for (const Case& c : cases) {
+void expectComparisons(std::initializer_list<Difference> cases, Change base) {
+    for (const Difference& c : cases) {
         SCOPED_TRACE(c.name);
         ComponentInfo a;
         ComponentInfo b;

@@ -47,8 +47,9 @@ using headless::DxfOutput;
 using headless::DxfOutTag;
 using headless::Residence;
 using test_support::Group;
+using test_support::groupOf;
 using test_support::groups;
-using test_support::shown;
+using test_support::groupsOf;
 using test_support::WrittenGroups;
 
 /// A database with records to refer to.
@@ -65,7 +66,7 @@ protected:
     WrittenGroups written(const AcDbObject& object,
                           DrawingVersion version = DrawingVersion::k2018) {
         DxfOutFiler out(&db, version);
-        return shown(out.write(object));
+        return groupsOf(out.write(object));
     }
     template <class T>
     std::unique_ptr<AcDbObject> read(const WrittenGroups& groups) {
@@ -320,7 +321,7 @@ TEST_F(Written, ApplicationsDataOfLayersAndStyles) {
         for (const headless::DxfOutPart& part : output.parts())
             if (part.application)
                 for (const DxfOutTag& tag : output.tagsOf(part))
-                    groups.push_back(shown(tag));
+                    groups.push_back(groupOf(tag));
         return groups;
     };
     AcDbLayerTableRecord layer;
@@ -379,7 +380,7 @@ TEST_F(Written, ExtensionRecordsReplaceTheirWholeList) {
     EXPECT_EQ(record.setFromRbChain(*chain), Acad::eOk);
     acutRelRb(chain);
     DxfOutFiler out(&db, DrawingVersion::k2018);
-    EXPECT_EQ(shown(out.write(record)),
+    EXPECT_EQ(groupsOf(out.write(record)),
               groups("100=AcDbXrecord|280=5|1=text|40=2.5|90=7|280=3|330=" +
                      test_support::hexadecimal(point.handle())));
     EXPECT_TRUE(out.write(record).parts().back().whole);
@@ -396,13 +397,13 @@ TEST_F(Written, BlocksBeginAndEndInRecordsOfTheirOwn) {
 
     DxfOutFiler out(&db, DrawingVersion::k2018);
     block->writeBegin(out, block->hasVariableAttributes());
-    EXPECT_EQ(shown(out.output()),
+    EXPECT_EQ(groupsOf(out.output()),
               (groups("100=AcDbEntity|8=0|100=AcDbBlockBegin|2=WINDOW|70=2|10=1,2,3|3=WINDOW|1=|"
                       "4=a window")));
     EXPECT_THAT(out.output().parts()[0].codes, testing::IsEmpty()) << "the layer is only a start";
     out.output().clear();
     block->writeEnd(out);
-    EXPECT_EQ(shown(out.output()), (groups("100=AcDbEntity|8=0|100=AcDbBlockEnd")));
+    EXPECT_EQ(groupsOf(out.output()), (groups("100=AcDbEntity|8=0|100=AcDbBlockEnd")));
 }
 
 } // namespace

@@ -28,7 +28,7 @@ protected:
         AcDbEntity* const entity = AcDbEntity::cast(object.get());
         EXPECT_EQ(entity->transformBy(transform), Acad::eOk);
         headless::DxfOutFiler out(&db, headless::DrawingVersion::k2018);
-        WrittenGroups all = test_support::shown(out.write(*entity));
+        WrittenGroups all = test_support::groupsOf(out.write(*entity));
         all.erase(all.begin(), all.begin() + 2);
         return all;
     }

@@ -26,9 +26,7 @@ constexpr const char* kDrawing =
 Drawing read(const std::string& corner) {
     std::string text = kDrawing;
     text.replace(text.find("CORNER"), 6, corner);
-    for (char& letter : text)
-        if (letter == '|') letter = '\n';
-    return Drawing(text);
+    return Drawing(lines(text));
 }
 
 struct Definition {

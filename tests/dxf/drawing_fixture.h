@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -32,6 +33,14 @@ struct Drawing {
         return lines;
     }
 };
+
+/// The lines of a file, written with bars for their ends.
+inline std::string lines(std::string_view bars, std::string_view lineEnd = "\n") {
+    std::string text;
+    for (const char letter : bars)
+        letter == '|' ? text.append(lineEnd) : text.append(1, letter);
+    return text;
+}
 
 /// The object behind a handle, whether or not it is open; null when there is none of that class.
 template <class T>

@@ -16,7 +16,7 @@
 namespace headless::testing {
 namespace {
 
-using test_support::shown;
+using test_support::groupsOf;
 using test_support::WrittenGroups;
 
 /// What an object is: how it stands in the drawing, and what it writes.
@@ -37,7 +37,7 @@ States statesOf(AcDbDatabase& db) {
     for (const AcDbObjectId id : Residence::residents(db)) {
         const AcDbObject& object = *Residence::peek(id);
         states[id.handle()] = {object.isErased(), Residence::isChanged(object), object.ownerId(),
-                               object.extensionDictionary(), shown(writer.write(object))};
+                               object.extensionDictionary(), groupsOf(writer.write(object))};
     }
     return states;
 }

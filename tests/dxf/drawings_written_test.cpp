@@ -18,7 +18,8 @@ namespace headless::testing {
 namespace {
 
 using test_support::Group;
-using test_support::shown;
+using test_support::groupOf;
+using test_support::groupsOf;
 using test_support::WrittenGroups;
 
 bool isAngle(int code) { return code >= 50 && code <= 58; }
@@ -57,7 +58,7 @@ public:
         for (const AcDbObjectId id : Residence::residents(*drawing_.db)) {
             const AcDbObject& object = *Residence::peek(id);
             if (Residence::source(object).length == 0) continue;
-            const WrittenGroups first = shown(writer.write(object));
+            const WrittenGroups first = groupsOf(writer.write(object));
             compareWithRecord(object, writer.write(object));
             // Symbol tables do not read themselves, extension records keep their values in the
             // file.
@@ -65,7 +66,7 @@ public:
             if (!reads || object.isKindOf(AcDbXrecord::desc())) continue;
             const auto again = test_support::readWritten(reader, *object.isA(), first);
             ASSERT_NE(again, nullptr);
-            compareLists(object, withoutParts(first), withoutParts(shown(writer.write(*again))));
+            compareLists(object, withoutParts(first), withoutParts(groupsOf(writer.write(*again))));
         }
         std::string list;
         for (const auto& [fault, count] : faults_)
@@ -134,7 +135,7 @@ private:
         std::map<int, std::uint32_t> masks;
         for (const DxfOutTag& tag : output.tagsOf(part)) {
             if (tag.code == 100) continue;
-            written[tag.code].push_back(shown(tag));
+            written[tag.code].push_back(groupOf(tag));
             if (tag.kind == DxfOutTag::Kind::kFlags) masks[tag.code] = tag.mask;
         }
         ByCode stated;

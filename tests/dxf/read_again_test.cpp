@@ -28,10 +28,7 @@ std::string drawingText(const std::string& lineEnd) {
                              "0|ENDSEC|0|SECTION|2|OBJECTS|0|DICTIONARY|5|C|"
                              "0|XRECORD|5|B1|330|C|100|AcDbXrecord|280|1|1|\xB0\xE5|102|{x|"
                              "1|  |102|}|0|ENDSEC|0|EOF|";
-    std::string text;
-    for (const char letter : bars)
-        letter == '|' ? text.append(lineEnd) : text.append(1, letter);
-    return text;
+    return lines(bars, lineEnd);
 }
 
 TEST(ReadAgain, FindsRecordsWithTheirTextsDecoded) {

@@ -24,17 +24,11 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-/// Lines of a file, written with bars between them.
-std::string lines(std::string text) {
-    std::replace(text.begin(), text.end(), '|', '\n');
-    return text + '\n';
-}
-
 std::string section(const std::string& name, const std::string& records) {
     return "0|SECTION|2|" + name + (records.empty() ? "" : "|" + records) + "|0|ENDSEC|";
 }
 
-std::string file(const std::string& sections) { return lines(sections + "0|EOF"); }
+std::string file(const std::string& sections) { return lines(sections + "0|EOF|"); }
 
 /// A drawing of nothing but entities.
 std::string entitiesFile(const std::string& records) { return file(section("ENTITIES", records)); }
@@ -47,7 +41,8 @@ TEST(ReadDxf, RefusesWhatIsNoDrawingInOneLine) {
         std::string bytes;
         const char* refusal;
     };
-    const std::string endless = lines("0|SECTION|2|ENTITIES|0|TEXT|1") + std::string(2U << 20, 'x');
+    const std::string endless =
+        lines("0|SECTION|2|ENTITIES|0|TEXT|1|") + std::string(2U << 20, 'x');
     const Case cases[] = {
         {"nothing", "", "test.dxf: the file is empty"},
         {"picture", "\xFF\xD8\xFF\xE0\x00\x10JFIF",
@@ -121,15 +116,15 @@ TEST(ReadDxf, RepairsAndReports) {
          1,
          {"line 9: object A1: block \"NONE\" is not defined"}},
         {"no sections",
-         lines("0|CIRCLE|5|A1|40|1|0|EOF"),
+         lines("0|CIRCLE|5|A1|40|1|0|EOF|"),
          1,
          {"line 1: object A1: entities stand in no section; they are put into their space"}},
         {"section without end",
-         lines("0|SECTION|2|BLOCKS|0|SECTION|2|ENTITIES|0|CIRCLE|40|1|0|EOF"),
+         lines("0|SECTION|2|BLOCKS|0|SECTION|2|ENTITIES|0|CIRCLE|40|1|0|EOF|"),
          1,
          {"line 5: a section begins before the last one has ended"}},
         {"no end mark",
-         lines("0|SECTION|2|ENTITIES|0|CIRCLE|40|1|0|ENDSEC"),
+         lines("0|SECTION|2|ENTITIES|0|CIRCLE|40|1|0|ENDSEC|"),
          1,
          {"the file ends without its end mark; something may be missing"}},
         {"handle used twice by entities",
@@ -318,7 +313,7 @@ TEST(ReadDxf, ReadsPartsOfEntities) {
 
 TEST(ReadDxf, KeepsTheSourceOfEverything) {
     const std::string bytes =
-        lines("999|written by hand") +
+        lines("999|written by hand|") +
         file(
             section("HEADER", "9|$ACADVER|1|AC1015") + section("CLASSES", "0|CLASS|1|X|2|Y") +
             section("ENTITIES", "0|GADGET|5|A1|8|0|1|what|0|CIRCLE|5|A2|8|0|40|1|1001|APP|1000|x") +
@@ -332,8 +327,9 @@ TEST(ReadDxf, KeepsTheSourceOfEverything) {
     const auto* const gadget = at<OpaqueEntity>(drawing, 0xA1);
     ASSERT_NE(gadget, nullptr);
     EXPECT_EQ(gadget->dxfName(), "GADGET");
-    EXPECT_EQ(text(gadget), lines("0|GADGET|5|A1|8|0|1|what"));
-    EXPECT_EQ(text(at<AcDbCircle>(drawing, 0xA2)), lines("0|CIRCLE|5|A2|8|0|40|1|1001|APP|1000|x"));
+    EXPECT_EQ(text(gadget), lines("0|GADGET|5|A1|8|0|1|what|"));
+    EXPECT_EQ(text(at<AcDbCircle>(drawing, 0xA2)),
+              lines("0|CIRCLE|5|A2|8|0|40|1|1001|APP|1000|x|"));
     const auto* const widget = at<OpaqueObject>(drawing, 0xD);
     ASSERT_NE(widget, nullptr);
     EXPECT_EQ(drawing.db->namedObjectsDictionaryId().handle(), 0xCU);
@@ -351,7 +347,7 @@ TEST(ReadDxf, KeepsTheSourceOfEverything) {
     }
     for (const auto& [offset, span] : spans)
         whole += span;
-    EXPECT_EQ(whole + lines("0|EOF"), bytes);
+    EXPECT_EQ(whole + lines("0|EOF|"), bytes);
 }
 
 TEST(ReadDxf, NestsNothingHoweverDeepTheFile) {

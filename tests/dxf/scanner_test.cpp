@@ -8,8 +8,8 @@ namespace headless {
 namespace {
 
 using namespace std::string_literals;
-using testing::ElementsAre;
-using testing::HasSubstr;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 
 struct Scan {
     std::vector<std::string> records; // "LINE 8=0 10=1.5"

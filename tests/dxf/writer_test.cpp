@@ -22,14 +22,6 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-/// The groups of a drawing, written with bars for line ends.
-std::string lines(std::string_view bars, const std::string& lineEnd = "\n") {
-    std::string text;
-    for (const char letter : bars)
-        letter == '|' ? text.append(lineEnd) : text.append(1, letter);
-    return text;
-}
-
 std::string saved(AcDbDatabase& db) {
     std::string bytes;
     writeDxf(db, [&](std::string_view piece) { bytes += piece; });
@@ -61,9 +53,10 @@ constexpr const char* kHead = "0|SECTION|2|HEADER|9|$ACADVER|1|AC1015|9|$DWGCODE
                               "0|SECTION|2|ENTITIES|";
 constexpr const char* kTail = "0|ENDSEC|0|SECTION|2|OBJECTS|0|DICTIONARY|5|C|330|0|100|"
                               "AcDbDictionary|281|1|0|ENDSEC|0|EOF|";
-constexpr const char* kLine = "0|LINE|5|A1|102|{APP|330|C|102|}|330|1F|100|AcDbEntity|999|note|"
-                              "8|walls|62|   1|284|3|100|AcDbLine|10|1.50|20|2|30|0|11|4.0|21|5|31|"
-                              "0|1001|APP|1000|\xB0\xE5|";
+constexpr const char* kKnownLine =
+    "0|LINE|5|A1|102|{APP|330|C|102|}|330|1F|100|AcDbEntity|999|note|"
+    "8|walls|62|   1|284|3|100|AcDbLine|10|1.50|20|2|30|0|11|4.0|21|5|31|"
+    "0|1001|APP|1000|\xB0\xE5|";
 
 TEST(SavedDrawing, ChangedRecordsKeepWhatDidNotChange) {
     struct Case {
@@ -72,7 +65,7 @@ TEST(SavedDrawing, ChangedRecordsKeepWhatDidNotChange) {
         const char* line;
     };
     const Case cases[] = {
-        {"nothing", [](AcDbLine& line) { line.setColorIndex(1); }, kLine},
+        {"nothing", [](AcDbLine& line) { line.setColorIndex(1); }, kKnownLine},
         {"a value", [](AcDbLine& line) { line.setColorIndex(3); },
          "0|LINE|5|A1|102|{APP|330|C|102|}|330|1F|100|AcDbEntity|999|note|8|walls|62|3|284|3|100|"
          "AcDbLine|10|1.50|20|2|30|0|11|4.0|21|5|31|0|1001|APP|1000|\xB0\xE5|"},
@@ -89,7 +82,7 @@ TEST(SavedDrawing, ChangedRecordsKeepWhatDidNotChange) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         for (const char* const lineEnd : {"\n", "\r\n", "\r"}) {
-            const Drawing drawing(lines(std::string(kHead) + kLine + kTail, lineEnd));
+            const Drawing drawing(lines(std::string(kHead) + kKnownLine + kTail, lineEnd));
             change<AcDbLine>(drawing, 0xA1, c.apply);
             const std::string expected = std::string(kHead) + c.line + kTail;
             EXPECT_EQ(saved(*drawing.db), lines(expected, lineEnd));
@@ -99,7 +92,7 @@ TEST(SavedDrawing, ChangedRecordsKeepWhatDidNotChange) {
 
 TEST(SavedDrawing, ErasedAndDeletedRecordsAreLeftOut) {
     const std::string other = "0|POINT|5|A2|8|walls|10|1|20|2|30|0|";
-    const Drawing drawing(lines(kHead + other + kLine + kTail));
+    const Drawing drawing(lines(kHead + other + kKnownLine + kTail));
     change<AcDbLine>(drawing, 0xA1, [](AcDbLine& line) { line.erase(); });
     EXPECT_EQ(saved(*drawing.db), lines(kHead + other + kTail));
     delete at<AcDbEntity>(drawing, 0xA2);
@@ -107,7 +100,7 @@ TEST(SavedDrawing, ErasedAndDeletedRecordsAreLeftOut) {
 }
 
 TEST(SavedDrawing, NewObjectsGoToTheEndsOfTheirContainers) {
-    Drawing drawing(lines(std::string(kHead) + kLine + kTail, "\r\n"));
+    Drawing drawing(lines(std::string(kHead) + kKnownLine + kTail, "\r\n"));
     AcDbObjectPointer<AcDbLayerTable> layers(drawing.db->layerTableId(), AcDb::kForWrite);
     auto* const layer = new AcDbLayerTableRecord;
     layer->setName(L"\x677F");
@@ -136,7 +129,7 @@ TEST(SavedDrawing, NewObjectsGoToTheEndsOfTheirContainers) {
 TEST(SavedDrawing, RenamedRecordsAreNamedAnewWhereTheyAreUsed) {
     const std::string dataOnly = "0|POINT|5|A2|330|1F|100|AcDbEntity|8|0|100|AcDbPoint|10|1|20|2|"
                                  "30|0|1001|APP|1003|WALLS|1000|walls|";
-    const std::string before = std::string(kHead) + kLine + "1003|walls|" + dataOnly + kTail;
+    const std::string before = std::string(kHead) + kKnownLine + "1003|walls|" + dataOnly + kTail;
     const Drawing drawing(lines(before));
     change<AcDbLayerTableRecord>(
         drawing, 0x21, [](AcDbLayerTableRecord& layer) { layer.setName(L"\x6881 \x1F600"); });
@@ -148,7 +141,7 @@ TEST(SavedDrawing, RenamedRecordsAreNamedAnewWhereTheyAreUsed) {
 }
 
 TEST(SavedDrawing, LayersKeepTheirDescriptionAndAColourThatFilesKnow) {
-    const Drawing drawing(lines(std::string(kHead) + kLine + kTail));
+    const Drawing drawing(lines(std::string(kHead) + kKnownLine + kTail));
     change<AcDbLayerTableRecord>(drawing, 0x21, [](AcDbLayerTableRecord& layer) {
         layer.setDescription(L"\x677F");
         AcCmColor byLayer;
@@ -252,7 +245,7 @@ std::string contents(const std::filesystem::path& file) {
 TEST(SavedDrawing, ReplacesTheFileItCameFrom) {
     const test_support::TemporaryFolder folder;
     const auto file = folder.path() / "plan.dxf";
-    std::ofstream(file, std::ios::binary) << lines(std::string(kHead) + kLine + kTail);
+    std::ofstream(file, std::ios::binary) << lines(std::string(kHead) + kKnownLine + kTail);
     ::chmod(file.c_str(), 0640);
     const auto link = folder.path() / "link.dxf";
     std::filesystem::create_symlink("plan.dxf", link);
@@ -277,7 +270,7 @@ TEST(SavedDrawing, ReplacesTheFileItCameFrom) {
 TEST(SavedDrawing, HoldsWhatWasReadWhateverBecomesOfTheFile) {
     const test_support::TemporaryFolder folder;
     const auto file = folder.path() / "plan.dxf";
-    const std::string bytes = lines(std::string(kHead) + kLine + kTail);
+    const std::string bytes = lines(std::string(kHead) + kKnownLine + kTail);
     for (const bool cut : {true, false}) {
         SCOPED_TRACE(cut ? "cut off" : "written over");
         std::ofstream(file, std::ios::binary) << bytes;
@@ -297,7 +290,7 @@ TEST(SavedDrawing, FailuresLeaveEverythingAsItWas) {
     ::chmod(file.c_str(), 0440);
     const auto sub = folder.path() / "folder.dxf";
     std::filesystem::create_directory(sub);
-    const Drawing drawing(lines(std::string(kHead) + kLine + kTail));
+    const Drawing drawing(lines(std::string(kHead) + kKnownLine + kTail));
     struct Case {
         std::filesystem::path target;
         const char* reason;

@@ -28,11 +28,11 @@ struct Seen {
 
     bool operator==(const Seen&) const = default;
 };
-std::vector<Seen> seen;
+std::vector<Seen> heard;
 
 BOOL watch(MSG* message) {
-    seen.push_back({message->message, message->wParam, message->lParam, GetKeyState(VK_SHIFT) < 0,
-                    GetKeyState(VK_LBUTTON) < 0});
+    heard.push_back({message->message, message->wParam, message->lParam, GetKeyState(VK_SHIFT) < 0,
+                     GetKeyState(VK_LBUTTON) < 0});
     return FALSE;
 }
 BOOL keepButton(MSG* message) { return message->message == WM_LBUTTONDOWN ? TRUE : FALSE; }
@@ -47,7 +47,7 @@ protected:
         view.height = 900;
         show(view);
         acedRegisterFilterWinMsg(watch);
-        seen.clear();
+        heard.clear();
     }
 
     std::optional<AcGePoint3d> askPoint() {
@@ -64,19 +64,19 @@ TEST_F(MouseAndKeysTest, AClickRunsThroughTheFiltersThenAnswers) {
     ed_.input.add(MouseClick{AcGePoint3d(100.25, 200, 0), {.shift = true}});
     expectNear(askPoint(), {100.25, 200, 0});
     const LPARAM place = MAKELPARAM(100, 700); // Pixels count downwards.
-    EXPECT_THAT(seen, ElementsAre(Seen{WM_MOUSEMOVE, MK_SHIFT, place, true, false},
-                                  Seen{WM_LBUTTONDOWN, MK_SHIFT | MK_LBUTTON, place, true, true},
-                                  Seen{WM_LBUTTONUP, MK_SHIFT, place, true, false}));
+    EXPECT_THAT(heard, ElementsAre(Seen{WM_MOUSEMOVE, MK_SHIFT, place, true, false},
+                                   Seen{WM_LBUTTONDOWN, MK_SHIFT | MK_LBUTTON, place, true, true},
+                                   Seen{WM_LBUTTONUP, MK_SHIFT, place, true, false}));
     EXPECT_EQ(GetKeyState(VK_SHIFT), 0);
 
     // What a filter keeps for itself answers nothing, nor does it reach the filters after it.
     acedRemoveFilterWinMsg(watch);
     acedRegisterFilterWinMsg(keepButton);
     acedRegisterFilterWinMsg(watch);
-    seen.clear();
+    heard.clear();
     ed_.input.add(MouseClick{AcGePoint2d(10, 890), {}});
     EXPECT_EQ(askPoint(), std::nullopt);
-    EXPECT_EQ(seen.size(), 2U);
+    EXPECT_EQ(heard.size(), 2U);
     EXPECT_EQ(acedRemoveFilterWinMsg(keepButton), TRUE);
     EXPECT_EQ(acedRemoveFilterWinMsg(keepButton), FALSE);
     EXPECT_EQ(acedRegisterFilterWinMsg(nullptr), FALSE);
@@ -98,7 +98,7 @@ TEST_F(MouseAndKeysTest, ClicksGiveUserCoordinates) {
     EXPECT_EQ(askPoint(), std::nullopt);
     ed_.input.add(MouseClick{AcGePoint3d(-1e9, 0, 0), {}});
     expectNear(askPoint(), {0, 1e9 + 1000, 0});
-    EXPECT_EQ(static_cast<SHORT>(LOWORD(static_cast<DWORD_PTR>(seen.back().lParam))), -32768);
+    EXPECT_EQ(static_cast<SHORT>(LOWORD(static_cast<DWORD_PTR>(heard.back().lParam))), -32768);
 }
 
 TEST_F(MouseAndKeysTest, KeysTypeAnswersUnlessTheyAreKept) {
@@ -115,12 +115,12 @@ TEST_F(MouseAndKeysTest, KeysTypeAnswersUnlessTheyAreKept) {
     press('C', {.alt = true});
     press('C', {.control = true});
     press(VK_SPACE);
-    seen.clear();
+    heard.clear();
     EXPECT_EQ(acedGetString(0, nullptr, text), RTNORM);
     EXPECT_STREQ(text, L"Ab");
     constexpr LPARAM kAlt = 0x20000001;
-    EXPECT_THAT(seen, testing::Contains(Seen{WM_SYSKEYDOWN, 'C', kAlt, false, false}));
-    EXPECT_THAT(seen, testing::Contains(Seen{WM_KEYDOWN, 'C', 1, false, false}));
+    EXPECT_THAT(heard, testing::Contains(Seen{WM_SYSKEYDOWN, 'C', kAlt, false, false}));
+    EXPECT_THAT(heard, testing::Contains(Seen{WM_KEYDOWN, 'C', 1, false, false}));
 
     press('X');
     press(VK_ESCAPE);

@@ -4,11 +4,10 @@
 
 #include <gmock/gmock.h>
 
+#include "argument_kinds.h"
 #include "win/unknown.h"
 
 namespace {
-
-const BYTE* kinds(const char* text) { return reinterpret_cast<const BYTE*>(text); }
 
 /// Notes how it is called and answers with what the test says.
 class Recorder : public headless::AutomationObject {
@@ -86,21 +85,22 @@ TEST_F(DispatchDriverTest, ReferencesAreCounted) {
 
 TEST_F(DispatchDriverTest, ArgumentsAndResults) {
     CString text;
-    driver_.InvokeHelper(7, DISPATCH_METHOD, VT_BSTR, &text, kinds(VTS_I2 VTS_BOOL VTS_BSTR), 1,
-                         TRUE, L"梁");
+    driver_.InvokeHelper(7, DISPATCH_METHOD, VT_BSTR, &text,
+                         test_support::kinds(VTS_I2 VTS_BOOL VTS_BSTR), 1, TRUE, L"梁");
     EXPECT_EQ(text, L"梁");
     EXPECT_EQ(object_->member, 7);
     EXPECT_THAT(object_->types, testing::ElementsAre(VT_I2, VT_BOOL, VT_BSTR));
 
     double real = 0;
-    driver_.InvokeHelper(8, DISPATCH_METHOD, VT_R8, &real, kinds(VTS_I4 VTS_R8), LONG{1}, 2.5);
+    driver_.InvokeHelper(8, DISPATCH_METHOD, VT_R8, &real, test_support::kinds(VTS_I4 VTS_R8),
+                         LONG{1}, 2.5);
     EXPECT_EQ(real, 2.5);
     BOOL flag = FALSE;
-    driver_.InvokeHelper(8, DISPATCH_METHOD, VT_BOOL, &flag, kinds(VTS_BOOL), 17);
+    driver_.InvokeHelper(8, DISPATCH_METHOD, VT_BOOL, &flag, test_support::kinds(VTS_BOOL), 17);
     EXPECT_EQ(flag, TRUE);
     LPDISPATCH same = nullptr;
-    driver_.InvokeHelper(8, DISPATCH_PROPERTYGET, VT_DISPATCH, &same, kinds(VTS_DISPATCH),
-                         static_cast<LPDISPATCH>(object_));
+    driver_.InvokeHelper(8, DISPATCH_PROPERTYGET, VT_DISPATCH, &same,
+                         test_support::kinds(VTS_DISPATCH), static_cast<LPDISPATCH>(object_));
     EXPECT_EQ(same, object_);
     EXPECT_EQ(same->Release(), 1U) << "the caller's own reference";
 
@@ -108,7 +108,8 @@ TEST_F(DispatchDriverTest, ArgumentsAndResults) {
     number.vt = VT_I4;
     number.lVal = 5;
     VARIANT answer{};
-    driver_.InvokeHelper(9, DISPATCH_PROPERTYPUT, VT_VARIANT, &answer, kinds(VTS_VARIANT), &number);
+    driver_.InvokeHelper(9, DISPATCH_PROPERTYPUT, VT_VARIANT, &answer,
+                         test_support::kinds(VTS_VARIANT), &number);
     EXPECT_EQ(answer.lVal, 5);
     EXPECT_TRUE(object_->namesPut);
     driver_.InvokeHelper(10, DISPATCH_METHOD, VT_EMPTY, nullptr, VTS_NONE);

@@ -5,6 +5,7 @@
 
 #include <afxdisp.h>
 
+#include "argument_kinds.h"
 #include "win/served_object.h"
 #include "win/state.h"
 
@@ -50,8 +51,6 @@ private:
 };
 
 constexpr CLSID kCounterClass = {1, 2, 3, {4}};
-const BYTE* kinds(const char* text) { return reinterpret_cast<const BYTE*>(text); }
-
 class Automation : public testing::Test {
 protected:
     Automation() {
@@ -80,7 +79,8 @@ TEST_F(Automation, ServersAreFoundByTheirNames) {
 TEST_F(Automation, CallsCarryArgumentsAndResults) {
     COleDispatchDriver driver;
     ASSERT_TRUE(driver.CreateDispatch(L"Test.Counter"));
-    driver.InvokeHelper(1, DISPATCH_PROPERTYPUT, VT_EMPTY, nullptr, kinds(VTS_I4), 41L);
+    driver.InvokeHelper(1, DISPATCH_PROPERTYPUT, VT_EMPTY, nullptr, test_support::kinds(VTS_I4),
+                        41L);
     LONG whole = 0;
     driver.GetProperty(1, VT_I4, &whole);
     EXPECT_EQ(whole, 41);
@@ -89,10 +89,12 @@ TEST_F(Automation, CallsCarryArgumentsAndResults) {
     driver.InvokeHelper(1, DISPATCH_PROPERTYGET, VT_BSTR, &text, nullptr);
     EXPECT_STREQ(text, L"2.5");
 
-    driver.InvokeHelper(2, DISPATCH_PROPERTYGET, VT_BSTR, &text, kinds(VTS_I2 VTS_BSTR), 7, L"板");
+    driver.InvokeHelper(2, DISPATCH_PROPERTYGET, VT_BSTR, &text,
+                        test_support::kinds(VTS_I2 VTS_BSTR), 7, L"板");
     EXPECT_STREQ(text, L"7/板") << "arguments arrive in the order written";
     COleVariant missing(long{DISP_E_PARAMNOTFOUND}, VT_ERROR);
-    driver.InvokeHelper(2, DISPATCH_PROPERTYGET, VT_BSTR, &text, kinds(VTS_VARIANT), &missing);
+    driver.InvokeHelper(2, DISPATCH_PROPERTYGET, VT_BSTR, &text, test_support::kinds(VTS_VARIANT),
+                        &missing);
     EXPECT_STREQ(text, L"nothing");
 
     LPDISPATCH other = driver;
@@ -132,7 +134,8 @@ TEST_F(Automation, FailuresAreExceptionsWithTheirReasons) {
         SCOPED_TRACE(c.name);
         try {
             driver.InvokeHelper(c.member, c.flags, VT_EMPTY, nullptr,
-                                c.kinds == nullptr ? nullptr : kinds(c.kinds), L"abc");
+                                c.kinds == nullptr ? nullptr : test_support::kinds(c.kinds),
+                                L"abc");
             ADD_FAILURE() << "nothing thrown";
         } catch (COleException* exception) {
             EXPECT_EQ(exception->m_sc, c.status);

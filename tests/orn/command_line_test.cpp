@@ -13,7 +13,6 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-const std::string kPlan = ORN_SAMPLES "/floor-plan.dxf";
 const std::string kOldPlan = ORN_SAMPLES "/floor-plan-r12.dxf";
 
 TEST_F(Orn, TellsWrongUseFromFailure) {

@@ -5,8 +5,6 @@
 
 namespace {
 
-const std::string kPlan = ORN_SAMPLES "/floor-plan.dxf";
-
 TEST_F(Orn, CleansWhatCommandsLeave) {
     const std::string script = put("work.scr", "BOARDBLOCK\nMake\nPACK\nBOARD\n0,0\n");
     const std::string output = (folder_.path() / "clean.dxf").string();

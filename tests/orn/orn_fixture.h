@@ -15,6 +15,8 @@
 
 #include "support/temporary_folder.h"
 
+inline const std::string kPlan = ORN_SAMPLES "/floor-plan.dxf";
+
 struct Outcome {
     int status = -1;
     std::string out;

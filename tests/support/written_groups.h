@@ -72,7 +72,7 @@ inline std::string hexadecimal(std::uint64_t handle) {
     return headless::toUtf8(digits);
 }
 
-inline Group shown(const headless::DxfOutTag& tag) {
+inline Group groupOf(const headless::DxfOutTag& tag) {
     using Kind = headless::DxfOutTag::Kind;
     switch (tag.kind) {
     case Kind::kReal:
@@ -98,12 +98,12 @@ inline Group shown(const headless::DxfOutTag& tag) {
 }
 
 /// The groups but for extended data, which objects do not read themselves.
-inline WrittenGroups shown(const headless::DxfOutput& output) {
+inline WrittenGroups groupsOf(const headless::DxfOutput& output) {
     WrittenGroups groups;
     for (const headless::DxfOutPart& part : output.parts()) {
         if (part.application) break;
         for (const headless::DxfOutTag& tag : output.tagsOf(part))
-            groups.push_back(shown(tag));
+            groups.push_back(groupOf(tag));
     }
     return groups;
 }

@@ -4,15 +4,15 @@
 
 namespace {
 
-struct Case {
+struct Cleaned {
     const char* name;
     const wchar_t* text;
     const wchar_t* expected;
 };
 
 template <std::size_t kCount>
-void expectAll(void (*clean)(CString&), const Case (&cases)[kCount]) {
-    for (const Case& c : cases) {
+void expectAll(void (*clean)(CString&), const Cleaned (&cases)[kCount]) {
+    for (const Cleaned& c : cases) {
         SCOPED_TRACE(c.name);
         CString text = c.text;
         clean(text);
@@ -21,7 +21,7 @@ void expectAll(void (*clean)(CString&), const Case (&cases)[kCount]) {
 }
 
 TEST(ReplaceTab, LeavesOneSpaceForEveryRun) {
-    const Case cases[] = {
+    const Cleaned cases[] = {
         {"ends are trimmed", L"\ta  b\t", L"a b"},
         {"mixed run", L"a \t \tb", L"a b"},
         {"odd run of spaces", L"a     b", L"a b"},
@@ -32,7 +32,7 @@ TEST(ReplaceTab, LeavesOneSpaceForEveryRun) {
 }
 
 TEST(RemoveTCHTextCtrlMark, TakesMarksAwayInPairs) {
-    const Case cases[] = {
+    const Cleaned cases[] = {
         {"pair and line end", L"x^Cy^Cz\r\nw", L"xyz w"},
         {"lone mark stays", L"x^Cy", L"x^Cy"},
         {"third mark stays", L"^Ca^Cb^Cc", L"ab^Cc"},
@@ -47,7 +47,7 @@ TEST(RemoveTCHTextCtrlMark, TakesMarksAwayInPairs) {
 }
 
 TEST(ParseMText, LeavesPlainText) {
-    const Case cases[] = {
+    const Cleaned cases[] = {
         {"font and paragraph", L"{\\fSimSun|b0;ABC}\\PDEF", L"ABC DEF"},
         {"escaped braces", L"\\{x\\}", L"{x}"},
         {"code without an end stays", L"\\Hx", L"\\Hx"},

@@ -40,7 +40,7 @@ struct Probe {
     bool isMarked; // else all white
 };
 
-struct Case {
+struct Probed {
     const char* name;
     std::string entities;
     std::vector<Probe> probes;
@@ -51,7 +51,7 @@ struct Case {
 
 class EntityKinds : public test_support::SessionTest {
 protected:
-    std::string draw(const Case& c) {
+    std::string draw(const Probed& c) {
         const auto file = folder_.path() / "entities.dxf";
         std::ofstream(file) << drawing(c.entities, c.header, c.tables, c.objects);
         EXPECT_TRUE(session().openDrawing(file)) << c.name;
@@ -62,7 +62,7 @@ protected:
         return std::get<std::string>(headless::drawPicture(*database(), options));
     }
 
-    void expectProbes(const Case& c) {
+    void expectProbes(const Probed& c) {
         SCOPED_TRACE(c.name);
         const std::string png = draw(c);
         const Pixels picture(png);
@@ -106,7 +106,7 @@ std::string mlineStyle(int flags) {
 }
 
 TEST_F(EntityKinds, ShowWhatTheyAre) {
-    const Case cases[] = {
+    const Probed cases[] = {
         {"a polyline tapers evenly",
          "0=LWPOLYLINE|8=0|100=AcDbEntity|100=AcDbPolyline|90=2|70=0|10=10|20=50|40=40|41=0|10=90|"
          "20=50|40=0|41=0",
@@ -208,7 +208,7 @@ TEST_F(EntityKinds, ShowWhatTheyAre) {
          "0=MTEXT|8=0|100=AcDbEntity|100=AcDbMText|10=10|20=90|30=0|40=40|41=0|71=1|1=\\S /888;",
          {{20, 69, 21, 72, true}, {20, 75, 60, 90, false}}},
     };
-    for (const Case& c : cases)
+    for (const Probed& c : cases)
         expectProbes(c);
 }
 
@@ -219,7 +219,7 @@ TEST_F(EntityKinds, BrokenLinesBeginAndEndAlike) {
                dashes + "|0=ENDTAB";
     };
     const std::string along = "0=LINE|8=0|6=BROKEN|10=10|20=50|30=0|11=90|21=50|31=0";
-    const Case cases[] = {
+    const Probed cases[] = {
         {"what is left over is shared by both ends",
          "0=LINE|8=0|6=BROKEN|10=10|20=50|30=0|11=85|21=50|31=0",
          {{10, 49, 27, 52, true},
@@ -251,12 +251,12 @@ TEST_F(EntityKinds, BrokenLinesBeginAndEndAlike) {
          linetype("73=3|40=80|49=30|74=0|49=-5|74=2|75=0|340=0|46=8|50=0|44=0|45=-4|9=H|"
                   "49=-45|74=0")},
     };
-    for (const Case& c : cases)
+    for (const Probed& c : cases)
         expectProbes(c);
 }
 
 TEST_F(EntityKinds, SurviveNumbersOutOfReason) {
-    const Case cases[] = {
+    const Probed cases[] = {
         {"far away", "0=LINE|8=0|10=-1e15|20=50|30=0|11=1e15|21=50|31=0", {{50, 49, 51, 52, true}}},
         {"further", "0=LINE|8=0|10=-1e300|20=50|30=0|11=1e300|21=50|31=0", {}},
         {"a circle as large as the earth",
@@ -279,7 +279,7 @@ TEST_F(EntityKinds, SurviveNumbersOutOfReason) {
          "0=LINE|8=0|10=95|20=0|30=0|11=95|21=90|31=0",
          {{94, 40, 97, 41, true}}},
     };
-    for (const Case& c : cases)
+    for (const Probed& c : cases)
         expectProbes(c);
 }
 
