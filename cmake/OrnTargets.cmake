@@ -89,6 +89,20 @@ function(orn_precompiled_headers target name)
     endif()
 endfunction()
 
+# orn_compiled_together(<target>): compiles several sources as one, for targets whose time goes into
+# templates that each source would instantiate anew. Names are unique within such a target, then,
+# and the debug build still compiles each source alone.
+function(orn_compiled_together target)
+    if(CMAKE_DISABLE_PRECOMPILE_HEADERS)
+        return()
+    endif()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
+    # The warning takes the names between the braces of an unnamed namespace for a header's.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+        target_compile_options(${target} PRIVATE -Wno-subobject-linkage)
+    endif()
+endfunction()
+
 # orn_host_library(<folder> [LINK <targets>...]): one folder of the host as target host_<folder>.
 function(orn_host_library folder)
     cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
@@ -119,21 +133,19 @@ function(orn_module name)
     orn_exported(${name})
 endfunction()
 
-# orn_test(<folder> [LINK <targets>...]): the tests of one folder as one program. Its code
-# need not be fast.
+# orn_test(<folder> [LINK <targets>...]): the tests of one folder as one program. Compiling
+# them takes longer than running them, so they are not optimised.
 function(orn_test folder)
     cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
     string(REPLACE "/" "_" suffix ${folder})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
     add_executable(test_${suffix} ${sources})
     target_include_directories(test_${suffix} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-    # By source: a macro of the target would tie the precompiled headers to one folder.
-    set_source_files_properties(${sources} PROPERTIES
-        COMPILE_DEFINITIONS ORN_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/${folder}")
-    target_compile_options(test_${suffix} PRIVATE $<$<CONFIG:Release>:-O1>)
+    target_compile_options(test_${suffix} PRIVATE $<$<CONFIG:Release>:-O0>)
     target_link_libraries(test_${suffix} PRIVATE ${ARG_LINK} GTest::gtest_main GTest::gmock
                                                  orn_warnings)
     orn_precompiled_headers(test_${suffix} TESTS ${ORN_STANDARD_HEADERS}
                             <filesystem> <fstream> <gmock/gmock.h> <gtest/gtest.h>)
+    orn_compiled_together(test_${suffix})
     gtest_discover_tests(test_${suffix} DISCOVERY_MODE PRE_TEST)
 endfunction()
