@@ -1,8 +1,10 @@
 #include "geometry/extent_order.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
-#include <unordered_map>
+#include <cstdint>
+#include <functional>
+#include <vector>
 
 #include "OrnCore/zel_dwg.h"
 #include "OrnCore/zel_math.h"
@@ -60,32 +62,50 @@ bool isSame(const Range& a, const Range& b) {
            CZelMath::EqualTo(a.high, b.high, kTolerance) != 0;
 }
 
-/// Extents noted for long lists, whose entities do not fit into the processor's caches. Of the two
-/// that a sort compares, one was mostly compared just before in the same place.
+/// Extents noted for long lists, whose entities do not fit into the processor's caches: a table
+/// with open addresses, of which one line of the cache holds an id and its extents.
 class NotedExtents {
 public:
-    void note(const AcDbObjectId& id) { boxes_[id] = CZelDwg::GetGeomExtents(id); }
-    void clear() {
-        boxes_.clear();
-        last_ = {};
+    void note(const AcDbObjectId& id) {
+        if (id.isNull()) return;
+        if (2 * (count_ + 1) > slots_.size()) grow();
+        Slot& slot = slots_[placeOf(id)];
+        if (slot.id.isNull()) ++count_;
+        slot = {id, CZelDwg::GetGeomExtents(id)};
     }
-    /// @param place  0 or 1: which of the two compared the entity is.
-    AcDbExtents of(const AcDbObjectId& id, std::size_t place) {
-        Last& last = last_[place];
-        if (last.box != nullptr && last.id == id) return *last.box;
-        const auto found = boxes_.find(id);
-        if (found == boxes_.end()) return CZelDwg::GetGeomExtents(id);
-        last = {id, &found->second};
-        return found->second;
+    void clear() { *this = NotedExtents(); }
+    /// @param fresh  room for the extents of an entity that was not noted.
+    const AcDbExtents& of(const AcDbObjectId& id, AcDbExtents& fresh) const {
+        if (count_ > 0)
+            if (const Slot& slot = slots_[placeOf(id)]; !slot.id.isNull()) return slot.box;
+        return fresh = CZelDwg::GetGeomExtents(id);
     }
 
 private:
-    struct Last {
+    struct alignas(64) Slot {
         AcDbObjectId id;
-        const AcDbExtents* box = nullptr; // stays where it is until the boxes are cleared
+        AcDbExtents box;
     };
-    std::unordered_map<AcDbObjectId, AcDbExtents> boxes_;
-    std::array<Last, 2> last_;
+
+    /// Where the id is, or would come to be.
+    std::size_t placeOf(const AcDbObjectId& id) const {
+        const std::size_t last = slots_.size() - 1;
+        constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15; // ids of a drawing lie side by side
+        std::size_t place = std::hash<AcDbObjectId>()(id) * kSpread >> 32U & last;
+        while (!slots_[place].id.isNull() && slots_[place].id != id)
+            place = (place + 1) & last;
+        return place;
+    }
+    void grow() {
+        constexpr std::size_t kFirst = 64;
+        std::vector<Slot> former(std::max(kFirst, 2 * slots_.size()));
+        former.swap(slots_);
+        for (const Slot& slot : former)
+            if (!slot.id.isNull()) slots_[placeOf(slot.id)] = slot;
+    }
+
+    std::vector<Slot> slots_; // a power of two
+    std::size_t count_ = 0;
 };
 
 NotedExtents& notedExtents() {
@@ -114,8 +134,10 @@ bool ExtColumnLess(const AcDbExtents& a, const AcDbExtents& b) {
 }
 
 bool SortPline::operator()(const AcDbObjectId& id1, const AcDbObjectId& id2) const {
-    const AcDbExtents a = notedExtents().of(id1, 0);
-    const AcDbExtents b = notedExtents().of(id2, 1);
+    AcDbExtents fresh1;
+    AcDbExtents fresh2;
+    const AcDbExtents& a = notedExtents().of(id1, fresh1);
+    const AcDbExtents& b = notedExtents().of(id2, fresh2);
     switch (nSortMethod) {
     case 0:
         return ExtColumnEqual(a, b) ? ExtLineLess(b, a) : ExtColumnLess(a, b);

@@ -1,12 +1,13 @@
 // Members of objects that are no part of their state: see AcDbObject::operator=.
 #pragma once
 
-#include <memory>
+#include <optional>
 
 namespace headless {
 
-/// Something computed from the state and kept until that changes. A copy begins without it, and so
-/// does an object that takes another state over.
+/// Something computed from the state and kept until that changes, in place: whoever asks all
+/// objects of a drawing waits for memory, once more for every pointer on the way. A copy begins
+/// without it, and so does an object that takes another state over.
 template <class T>
 class Derived {
 public:
@@ -19,12 +20,12 @@ public:
     ~Derived() = default;
 
     void reset() { value_.reset(); }
-    void emplace(const T& value) { value_ = std::make_unique<T>(value); }
-    explicit operator bool() const { return value_ != nullptr; }
+    void emplace(const T& value) { value_ = value; }
+    explicit operator bool() const { return value_.has_value(); }
     const T& operator*() const { return *value_; }
 
 private:
-    std::unique_ptr<T> value_;
+    std::optional<T> value_;
 };
 
 /// A container that only ever grows, like the list of all entities that were added to a block: what

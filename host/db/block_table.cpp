@@ -56,6 +56,13 @@ bool isNeeded(const AcDbBlockTableRecord& block) {
     return false;
 }
 
+/// Has what opening an entity and asking for its box looks at brought near.
+void prefetch(AcDbStub* entity) {
+    const auto* const object = reinterpret_cast<const char*>(entity->object);
+    __builtin_prefetch(object);
+    __builtin_prefetch(object + 64);
+}
+
 } // namespace
 
 Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbEntity* entity) {
@@ -244,23 +251,6 @@ void AcDbBlockTableRecordIterator::start(bool atBeginning, bool skipDeleted) {
     settle(atBeginning);
 }
 
-bool AcDbBlockTableRecordIterator::done() const {
-    return position_ < 0 || position_ >= std::ssize(block_.entityIds());
-}
-
-void AcDbBlockTableRecordIterator::step(bool forwards, bool skipDeleted) {
-    skipsDeleted_ = skipDeleted;
-    if (done()) return;
-    position_ += forwards ? 1 : -1;
-    settle(forwards);
-}
-
-Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntityId(AcDbObjectId& id) const {
-    if (done()) return Acad::eIteratorDone;
-    id = block_.entityIds()[static_cast<std::size_t>(position_)];
-    return Acad::eOk;
-}
-
 Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntity(AcDbEntity*& entity, AcDb::OpenMode mode,
                                                           bool openErased) const {
     entity = nullptr;
@@ -284,6 +274,10 @@ Acad::ErrorStatus AcDbBlockTableRecordIterator::seek(const AcDbEntity* entity) {
 void AcDbBlockTableRecordIterator::settle(bool forwards) {
     const auto ids = block_.entityIds();
     std::ptrdiff_t at = position_;
+    // Whoever walks a large block waits for the memory of its entities more than anything.
+    constexpr std::ptrdiff_t kAhead = 8;
+    if (forwards && at + kAhead < std::ssize(ids))
+        prefetch(ids[static_cast<std::size_t>(at + kAhead)]);
     for (; at >= 0 && at < std::ssize(ids); at += forwards ? 1 : -1) {
         const AcDbObjectId id = ids[static_cast<std::size_t>(at)];
         if (id.isResident() && !(skipsDeleted_ && id.isErased())) break;

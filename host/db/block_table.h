@@ -138,10 +138,19 @@ public:
                                  bool skipDeleted);
 
     void start(bool atBeginning = true, bool skipDeleted = true);
-    bool done() const;
-    void step(bool forwards = true, bool skipDeleted = true);
+    bool done() const { return position_ < 0 || position_ >= std::ssize(block_.entityIds()); }
+    void step(bool forwards = true, bool skipDeleted = true) {
+        skipsDeleted_ = skipDeleted;
+        if (done()) return;
+        position_ += forwards ? 1 : -1;
+        settle(forwards);
+    }
     /// eIteratorDone beyond the last entity.
-    Acad::ErrorStatus getEntityId(AcDbObjectId& id) const;
+    Acad::ErrorStatus getEntityId(AcDbObjectId& id) const {
+        if (done()) return Acad::eIteratorDone;
+        id = block_.entityIds()[static_cast<std::size_t>(position_)];
+        return Acad::eOk;
+    }
     Acad::ErrorStatus getEntity(AcDbEntity*& entity, AcDb::OpenMode mode = AcDb::kForRead,
                                 bool openErased = false) const;
     /// eNotInBlock, staying where it is, for an entity of another block.

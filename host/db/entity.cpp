@@ -11,16 +11,7 @@ Acad::ErrorStatus AcDbEntity::changeNormal(AcGeVector3d& member, const AcGeVecto
     return change(member, normal.normal());
 }
 
-Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
-    assertReadEnabled();
-    return extentsOf(extents);
-}
-
-Acad::ErrorStatus AcDbEntity::extentsOf(AcDbExtents& extents) const {
-    if (extents_) {
-        extents = *extents_;
-        return Acad::eOk;
-    }
+Acad::ErrorStatus AcDbEntity::findExtents(AcDbExtents& extents) const {
     AcDbExtents box;
     if (const auto status = subGetGeomExtents(box); status != Acad::eOk) return status;
     extents = box;

@@ -82,9 +82,16 @@ public:
     /// The box around the entity in world coordinates, exact for every curve; computed once and
     /// kept until the entity changes. eNullExtents when it occupies no place (an empty block
     /// reference), eInvalidExtents when it has no bounds (a ray).
-    Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
+    Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const {
+        assertReadEnabled();
+        return extentsOf(extents);
+    }
     /// The same whether or not the entity is open.
-    Acad::ErrorStatus extentsOf(AcDbExtents& extents) const;
+    Acad::ErrorStatus extentsOf(AcDbExtents& extents) const {
+        if (!extents_) return findExtents(extents);
+        extents = *extents_;
+        return Acad::eOk;
+    }
 
     /// Appends the points where the drawn geometry of both meets: of curves themselves, of texts
     /// the sides of their boxes, of hatches their loops, of references the contents.
@@ -178,6 +185,7 @@ private:
     friend class headless::EntityIndex;
     friend class headless::GeometrySink;
 
+    Acad::ErrorStatus findExtents(AcDbExtents& extents) const;
     /// @param name  in a colour book, empty for a colour of no book.
     void takeColor(const AcCmEntityColor& color, std::wstring_view name);
     /// Calls `apply` with each vertex or attribute of the entity, whether or not it is open.
@@ -186,6 +194,8 @@ private:
     void readColorIndex(AcDbDxfFiler& filer, const headless::DxfTag& tag);
     void writeLook(headless::DxfOutput& out) const;
 
+    // Beside what opening an object looks at.
+    mutable headless::Derived<AcDbExtents> extents_;
     AcDbObjectId layerId_;
     AcDbObjectId linetypeId_; // Null until the database sets it: ByLayer.
     AcDbObjectId materialId_;
@@ -194,5 +204,4 @@ private:
     AcDb::LineWeight lineWeight_ = AcDb::kLnWtByLayer;
     AcDb::Visibility visibility_ = AcDb::kVisible;
     double linetypeScale_ = 1.0;
-    mutable headless::Derived<AcDbExtents> extents_;
 };
