@@ -17,7 +17,6 @@
 #include "db/ray.h"
 #include "db/spline.h"
 #include "db/xline.h"
-#include "ge/spline.h"
 
 namespace headless {
 namespace {
@@ -175,44 +174,6 @@ std::unique_ptr<AcDbCurve> partOf3dPolyline(const AcDb3dPolyline& polyline, doub
         std::make_unique<AcDb3dPolyline>(AcDb::k3dSimplePoly, points, Adesk::kFalse), polyline);
 }
 
-template <class Array, class Value>
-Array arrayOf(const std::vector<Value>& values) {
-    Array array;
-    for (const Value& value : values)
-        array.append(value);
-    return array;
-}
-
-template <class Array>
-auto vectorOf(const Array& array) {
-    return std::vector(array.asArrayPtr(), array.asArrayPtr() + array.length());
-}
-
-std::unique_ptr<AcDbCurve> partOfSpline(const AcDbSpline& curve, double from, double to) {
-    AcGePoint3dArray points;
-    AcGeDoubleArray knots;
-    AcGeDoubleArray weights;
-    Adesk::Boolean rational = false;
-    Adesk::Boolean closed = false;
-    Adesk::Boolean periodic = false;
-    double pointTolerance = 0.0;
-    double knotTolerance = 0.0;
-    Spline spline;
-    if (curve.getNurbsData(spline.degree, rational, closed, periodic, points, knots, weights,
-                           pointTolerance, knotTolerance) != Acad::eOk)
-        return nullptr;
-    spline.points = vectorOf(points);
-    spline.weights = vectorOf(weights);
-    spline.knots = vectorOf(knots);
-    const Spline part = splinePart(spline, from, to);
-    return withProperties(
-        std::make_unique<AcDbSpline>(
-            part.degree, rational, Adesk::kFalse, Adesk::kFalse,
-            arrayOf<AcGePoint3dArray>(part.points), arrayOf<AcGeDoubleArray>(part.knots),
-            arrayOf<AcGeDoubleArray>(part.weights), pointTolerance, knotTolerance),
-        curve);
-}
-
 } // namespace
 
 std::unique_ptr<AcDbCurve> partOf(const AcDbCurve& curve, double from, double to) {
@@ -223,7 +184,7 @@ std::unique_ptr<AcDbCurve> partOf(const AcDbCurve& curve, double from, double to
     if (const auto* flat = AcDbPolyline::cast(&curve)) return partOfPolyline(*flat, from, to);
     if (const auto* flat = AcDb2dPolyline::cast(&curve)) return partOf2dPolyline(*flat, from, to);
     if (const auto* path = AcDb3dPolyline::cast(&curve)) return partOf3dPolyline(*path, from, to);
-    if (const auto* spline = AcDbSpline::cast(&curve)) return partOfSpline(*spline, from, to);
+    if (const auto* spline = AcDbSpline::cast(&curve)) return spline->partBetween(from, to);
     if (const auto* endless = dynamic_cast<const EndlessLine*>(&curve))
         return partOfEndless(*endless, from, to);
     return nullptr;

@@ -110,6 +110,16 @@ Acad::ErrorStatus AcDbSpline::getNurbsData(int& degree, Adesk::Boolean& rational
     return Acad::eOk;
 }
 
+std::unique_ptr<AcDbSpline> AcDbSpline::partBetween(double from, double to) const {
+    if (isNull()) return nullptr;
+    auto part = std::make_unique<AcDbSpline>();
+    part->curve_ = std::make_shared<const Spline>(splinePart(*curve_, from, to));
+    part->controlPointTolerance_ = controlPointTolerance_;
+    part->knotTolerance_ = knotTolerance_;
+    part->setPropertiesFrom(this);
+    return part;
+}
+
 Acad::ErrorStatus AcDbSpline::setNurbsData(int degree, Adesk::Boolean rational,
                                            Adesk::Boolean closed, Adesk::Boolean periodic,
                                            const AcGePoint3dArray& controlPoints,

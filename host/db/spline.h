@@ -57,6 +57,10 @@ public:
                                    const AcGeDoubleArray& knots, const AcGeDoubleArray& weights,
                                    double controlPtTol = 0.0, double knotTol = 0.0);
 
+    /// The part between two parameters, the lesser first, with the same layer, colour and so on;
+    /// null for a spline without a curve.
+    std::unique_ptr<AcDbSpline> partBetween(double from, double to) const;
+
     Adesk::Boolean hasFitData() const { return !look(fitPoints_).empty(); }
     int numFitPoints() const { return static_cast<int>(look(fitPoints_).size()); }
     /// eInvalidIndex for no such fit point.
