@@ -13,18 +13,15 @@ std::map<AcDbDatabase*, std::set<CString>> SymbolClearTool::m_mapDb2NewBlockName
 
 namespace {
 
-/// Erases the definitions of those names that the host lets go of. True when there were any.
-bool eraseBlocks(const std::set<CString>& names, AcDbDatabase* db) {
+/// Erases the definitions of those names that the host lets go of.
+void eraseBlocks(const std::set<CString>& names, AcDbDatabase* db) {
     AcDbObjectIdArray ids;
     AcUtSymTbl::collectSymbolIds(AcDbBlockTableRecord::desc(), ids, db);
-    bool erased = false;
     for (int i = 0; i < ids.length(); ++i) {
         const WriteHandle<AcDbBlockTableRecord> block(ids[i]);
         const ACHAR* name = nullptr;
-        if (block && block->getName(name) == Acad::eOk && names.contains(name))
-            erased = block->erase() == Acad::eOk || erased;
+        if (block && block->getName(name) == Acad::eOk && names.contains(name)) block->erase();
     }
-    return erased;
 }
 
 } // namespace
@@ -56,7 +53,5 @@ void SymbolClearTool::RemoveNoUseBlock(std::set<CString>& oldNames, std::set<CSt
                                        AcDbDatabase* db) {
     std::set<CString> added;
     std::ranges::set_difference(newNames, oldNames, std::inserter(added, added.end()));
-    // Only when what holds references to a definition is gone will the host let go of it.
-    while (eraseBlocks(added, db)) {
-    }
+    eraseBlocks(added, db);
 }

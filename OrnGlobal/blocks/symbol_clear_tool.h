@@ -25,7 +25,8 @@ public:
     static void SetOldBlockName(AcDbDatabase* db);
     static void SetNewBlockName(AcDbDatabase* db);
     /// Erases the definitions named after SetOldBlockName and before SetNewBlockName, and forgets
-    /// both. Those that are still referred to stay, without a message. Nothing, and nothing
+    /// both. Each is tried once, in the table's order: those that are referred to then stay,
+    /// without a message, even when what refers to them is erased later. Nothing, and nothing
     /// forgotten, when either has not been called.
     static void ClearBlockName(AcDbDatabase* db);
 

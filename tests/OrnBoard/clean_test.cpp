@@ -24,13 +24,16 @@ protected:
 TEST_F(BoardClean, ClearsWhatTheWorkAddedAndDoesNotUse) {
     block(L"OLD");
     const board::BlockCleaning cleaning = board::clearBlocksOf(database(), [this] {
+        const AcDbObjectId inner = block(L"INNER"); // before the block that holds it
         block(L"UNUSED");
+        add(std::make_unique<AcDbBlockReference>(AcGePoint3d::kOrigin, inner), L"UNUSED");
         add(std::make_unique<AcDbBlockReference>(AcGePoint3d::kOrigin, block(L"USED")));
     });
-    EXPECT_THAT(cleaning.cleared, ElementsAre(L"UNUSED"));
+    EXPECT_THAT(cleaning.cleared, ElementsAre(L"INNER", L"UNUSED"));
     EXPECT_THAT(cleaning.kept, ElementsAre(L"USED"));
     EXPECT_TRUE(AcUtSymTbl::symbolExists(AcDbBlockTableRecord::desc(), L"OLD", database()));
-    EXPECT_EQ(board::cleaningReport(cleaning), L"Blocks cleared: UNUSED\nStill in use: USED\n");
+    EXPECT_EQ(board::cleaningReport(cleaning),
+              L"Blocks cleared: INNER, UNUSED\nStill in use: USED\n");
 }
 
 TEST_F(BoardClean, NeedsAMarkForEachTime) {

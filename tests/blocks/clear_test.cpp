@@ -28,6 +28,7 @@ TEST_F(Clearing, ErasesTheBlocksAddedThatNothingRefersTo) {
     const AcDbObjectId inner = addBlock(L"INNER"); // comes before what refers to it
     addBlock(L"OUTER");
     refer(inner, L"OUTER");
+    refer(addBlock(L"HELD"), L"OUTER");
     refer(addBlock(L"USED"));
     SymbolClearTool::SetNewBlockName(database());
     addBlock(L"LATER");
@@ -37,7 +38,8 @@ TEST_F(Clearing, ErasesTheBlocksAddedThatNothingRefersTo) {
     EXPECT_TRUE(has(L"USED"));
     EXPECT_TRUE(has(L"LATER"));
     EXPECT_FALSE(has(L"OUTER"));
-    EXPECT_FALSE(has(L"INNER"));
+    EXPECT_FALSE(has(L"HELD")) << "free by its turn";
+    EXPECT_TRUE(has(L"INNER")) << "in use at its turn";
 
     addBlock(L"AGAIN");
     SymbolClearTool::ClearBlockName(nullptr);
