@@ -1,5 +1,6 @@
 #include "blocks/block_ref_exploder.h"
 
+#include <adslib.h>
 #include <dbsymtb.h>
 
 #include "blocks/entity_clone.h"
@@ -30,6 +31,11 @@ Acad::ErrorStatus AcUtBlockReferenceExploder::explode(const AcDbObjectId& refere
         const ReadHandle<AcDbBlockReference> open(reference);
         if (!open) return open.status();
         blocks::ReferenceTaker taker(param_);
+        if (taker.piecesIn(*open, open->layerId()) > kMostPieces) {
+            acutPrintf(L"\nThe block reference shows more than %d entities and stays as it is.",
+                       kMostPieces);
+            return Acad::eOutOfRange;
+        }
         parts = taker.take(*open, open->layerId());
         leftOut_ += taker.leftOut();
     }

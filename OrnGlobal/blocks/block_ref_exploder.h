@@ -31,8 +31,14 @@ class AFX_EXT_CLASS AcUtBlockReferenceExploder {
 public:
     explicit AcUtBlockReferenceExploder(AcUtBlockRefExploderParam param);
 
+    /// Blocks within blocks can hold more than any machine has room for: references that show more
+    /// are refused.
+    static constexpr int kMostPieces = 5'000'000;
+
     /// Appends the new entities to `made`. The reference stays as it is.
-    /// @return  what refused to open the reference or the space; else eOk.
+    /// @return  what refused to open the reference or the space; eOutOfRange, with a message,
+    /// beyond
+    ///          kMostPieces; else eOk.
     Acad::ErrorStatus explode(const AcDbObjectId& reference, AcDbObjectIdArray& made);
 
     /// How many entities of a kind that cannot be copied, or not be scaled as they should, were

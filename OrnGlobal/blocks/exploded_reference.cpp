@@ -8,17 +8,10 @@
 #include "blocks/entity_clone.h"
 #include "blocks/reference_clip.h"
 #include "blocks/uneven_scale.h"
-#include "frame/ac_ut_sym_tbl.h"
 #include "frame/object_handle.h"
 
 namespace blocks {
 namespace {
-
-/// The layer that an entity in a reference shows on.
-AcDbObjectId effectiveLayer(const AcDbEntity& entity, AcDbObjectId referenceLayer) {
-    const bool follows = entity.layerId() == entity.database()->layerZero();
-    return follows ? referenceLayer : entity.layerId();
-}
 
 /// Gives an entity what it takes from the reference that holds it.
 void inherit(AcDbEntity& entity, const AcDbBlockReference& reference) {
@@ -84,18 +77,13 @@ NewEntities copiesOf(const NewEntities& entities) {
 
 } // namespace
 
-bool ReferenceTaker::isChosen(AcDbObjectId layer) const {
-    return param_.layers.empty() ||
-           param_.layers.contains(AcUtSymTbl::GetStyleName(layer).MakeUpper());
-}
-
 NewEntities ReferenceTaker::takeEntity(const AcDbEntity& entity, const Frame& frame) {
     NewEntities parts;
     const AcDbObjectId layer = effectiveLayer(entity, frame.layer);
     const auto* const inner = AcDbBlockReference::cast(&entity);
     if (inner != nullptr && param_.nested) {
-        parts = take(*inner, layer);
-    } else if (isChosen(layer)) {
+        if (pieces_.in(*inner, layer) > 0.0) parts = take(*inner, layer);
+    } else if (pieces_.isChosen(layer)) {
         if (auto copy = shownCopy(entity)) {
             copy->setLayer(layer, true, true);
             parts.push_back(std::move(copy));
@@ -127,7 +115,7 @@ void ReferenceTaker::takeAttributes(const Frame& frame, NewEntities& parts) {
         const ReadHandle<AcDbAttribute> attribute(attributes->objectId());
         if (!attribute || attribute->isInvisible()) continue;
         const AcDbObjectId layer = effectiveLayer(*attribute, frame.layer);
-        if (!isChosen(layer)) continue;
+        if (!pieces_.isChosen(layer)) continue;
         auto text = textOf(*attribute);
         text->setLayer(layer, true, true);
         inherit(*text, frame.reference);
@@ -147,10 +135,12 @@ NewEntities ReferenceTaker::placed(NewEntities contents, const Frame& frame) {
             shown.push_back(std::move(entity));
     }
     NewEntities parts;
-    for (const AcGeVector3d& cell : cellsOf(frame.reference)) {
+    const std::vector<AcGeVector3d> cells = cellsOf(frame.reference);
+    for (std::size_t i = 0; i < cells.size(); ++i) {
         AcGeMatrix3d step;
-        step.setToTranslation(cell);
-        for (auto& entity : copiesOf(shown)) {
+        step.setToTranslation(cells[i]);
+        const bool isLast = i + 1 == cells.size();
+        for (auto& entity : isLast ? std::move(shown) : copiesOf(shown)) {
             NewEntities moved =
                 transformed(std::move(entity), step * frame.reference.blockTransform());
             if (moved.empty()) ++leftOut_;

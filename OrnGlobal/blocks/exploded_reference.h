@@ -7,6 +7,7 @@
 
 #include "blocks/block_ref_exploder.h"
 #include "blocks/clip_entity.h"
+#include "blocks/piece_count.h"
 
 namespace blocks {
 
@@ -14,12 +15,18 @@ namespace blocks {
 class ReferenceTaker {
 public:
     /// @param param  its layers in capitals.
-    explicit ReferenceTaker(const AcUtBlockRefExploderParam& param) : param_(param) {}
+    explicit ReferenceTaker(const AcUtBlockRefExploderParam& param)
+        : param_(param), pieces_(param) {}
 
     /// What a reference shows, in the coordinates that it stands in.
     /// @param reference  open for reading.
     /// @param layer      its effective layer.
     [[nodiscard]] NewEntities take(const AcDbBlockReference& reference, AcDbObjectId layer);
+
+    /// See PieceCount::in.
+    [[nodiscard]] double piecesIn(const AcDbBlockReference& reference, AcDbObjectId layer) {
+        return pieces_.in(reference, layer);
+    }
 
     [[nodiscard]] int leftOut() const { return leftOut_; }
 
@@ -34,9 +41,9 @@ private:
     [[nodiscard]] NewEntities takeEntity(const AcDbEntity& entity, const Frame& frame);
     void takeAttributes(const Frame& frame, NewEntities& parts);
     [[nodiscard]] NewEntities placed(NewEntities parts, const Frame& frame);
-    [[nodiscard]] bool isChosen(AcDbObjectId layer) const;
 
     const AcUtBlockRefExploderParam& param_;
+    PieceCount pieces_;
     std::vector<AcDbObjectId> blocks_; // those that are being taken apart, the outermost first
     int leftOut_ = 0;
 };

@@ -22,7 +22,8 @@ AFX_EXT_API int IsBlockInsideUseLayer(const AcDbObjectId& reference,
 ///
 /// @param layer  in any case; what is on layer 0 shows the layer of the reference that holds it.
 ///               The next argument is there for callers only.
-/// @param db     the reference's database, null for the working one; none is made for another's.
+/// @param db     the reference's database, null for the working one; none is made for another's,
+///               nor of what is more than AcUtBlockReferenceExploder takes.
 /// @return       the copies, which the caller erases.
 AFX_EXT_API AcDbObjectIdArray CreateBlockSubEntByLayer(const AcDbObjectId& reference,
                                                        const CString& layer, int, AcDbDatabase* db);

@@ -228,6 +228,31 @@ TEST_F(Exploder, EndsWhereABlockHoldsItself) {
     EXPECT_THAT(lines(explode(addReference(block))), ElementsAre(L"0 1"));
 }
 
+TEST_F(Exploder, RefusesMoreThanThereIsRoomFor) {
+    AcDbObjectId inner = addBlock(L"B0");
+    addLine({0, 0, 0}, {1, 0, 0}, L"0", L"B0");
+    for (int level = 1; level <= 12; ++level) {
+        const std::wstring name = L"B" + std::to_wstring(level);
+        const AcDbObjectId block = addBlock(name.c_str());
+        for (int i = 0; i < 10; ++i)
+            addReference(inner, {1.0 * i, 0, 0}, L"0", name.c_str());
+        inner = block;
+    }
+    addLine({0, 0, 0}, {7, 0, 0}, L"RARE", L"B12");
+    const AcDbObjectId top = addReference(inner);
+    AcDbObjectIdArray made;
+    EXPECT_EQ(AcUtBlockReferenceExploder({}).explode(top, made), Acad::eOutOfRange);
+    EXPECT_TRUE(made.isEmpty());
+
+    AcUtBlockRefExploderParam chosen;
+    chosen.layers = {L"rare"};
+    EXPECT_THAT(lines(explode(top, chosen)), ElementsAre(L"RARE 7"))
+        << "what is not chosen is not walked";
+    AcUtBlockRefExploderParam flat;
+    flat.nested = false;
+    EXPECT_EQ(explode(top, flat).size(), 11U);
+}
+
 TEST_F(Exploder, RefusesWhatIsNoReference) {
     AcUtBlockReferenceExploder exploder({});
     AcDbObjectIdArray made;
