@@ -16,6 +16,11 @@ void BlockMemory::keepBox(AcDbStub& block, const LinearPart& linear, const AcDbE
     if (boxes_.size() < kMostBoxes) boxes_.emplace(linear, box);
 }
 
+void BlockMemory::noteVast(AcDbStub& block) {
+    block.watched = true;
+    vast_ = true;
+}
+
 void BlockMemory::addDependent(AcDbStub& block, AcDbStub& dependent) {
     block.watched = true;
     dependents_.insert(&dependent);
@@ -28,6 +33,7 @@ EntityIndex& BlockMemory::index(const AcDbBlockTableRecord& block) {
 
 std::unordered_set<AcDbStub*> BlockMemory::forgetBoxes() {
     boxes_.clear();
+    vast_ = false;
     return std::exchange(dependents_, {});
 }
 

@@ -21,6 +21,10 @@ public:
     std::optional<AcDbExtents> box(const LinearPart& linear) const;
     void keepBox(AcDbStub& block, const LinearPart& linear, const AcDbExtents& box);
 
+    /// True once the contents proved to be too much for exact boxes under every transform.
+    bool isVast() const { return vast_; }
+    void noteVast(AcDbStub& block);
+
     /// Notes an entity or a block whose box holds this block's contents.
     void addDependent(AcDbStub& block, AcDbStub& dependent);
 
@@ -38,6 +42,7 @@ private:
 
     std::map<LinearPart, AcDbExtents> boxes_;
     std::unordered_set<AcDbStub*> dependents_;
+    bool vast_ = false;
     std::unique_ptr<EntityIndex> index_;
 };
 

@@ -24,6 +24,8 @@ public:
     Acad::ErrorStatus setBlockTableRecord(AcDbObjectId block) { return change(block_, block); }
     /// The block whether or not the reference is open.
     AcDbObjectId blockOf() const { return block_; }
+    /// The contents of all cells, whether or not the reference is open.
+    headless::GeometrySink::Reference placedContents() const;
     AcGePoint3d position() const { return look(position_); }
     Acad::ErrorStatus setPosition(const AcGePoint3d& position) {
         return change(position_, position);
@@ -95,8 +97,6 @@ protected:
 
     /// Object coordinates, turned: the axes that an array runs along.
     AcGeMatrix3d placing() const;
-    /// The contents of all cells.
-    headless::GeometrySink::Reference placedContents() const;
     /// blockTransform() whether or not the reference is open.
     AcGeMatrix3d contentTransform() const;
 

@@ -21,8 +21,13 @@ public:
     /// @param asker  whose box it will be; null when nobody keeps it.
     ExtentsSink(BoxOf part, AcDbStub* asker) : part_(part), asker_(asker) {}
 
-    const AcDbExtents& box() const { return box_; }
-    bool metEndless() const { return endless_; }
+    /// The box of what was described, see extentsUnder.
+    Acad::ErrorStatus give(AcDbExtents& extents) const {
+        if (isEmpty(box_)) return endless_ ? Acad::eInvalidExtents : Acad::eNullExtents;
+        extents = box_;
+        return Acad::eOk;
+    }
+    void addBlock(AcDbObjectId block) { box_.addExt(blockExtents(block, AcGeMatrix3d::kIdentity)); }
 
 protected:
     void onPoint(const AcGePoint3d& position) override {
@@ -59,14 +64,21 @@ private:
         for (const AcGePoint3d& corner : corners)
             onPoint(corner);
     }
+    static bool isVast(AcDbObjectId block) {
+        const auto* const record = Residence::peek<AcDbBlockTableRecord>(block);
+        const BlockMemory* const memory = record == nullptr ? nullptr : record->memoryIfAny();
+        return memory != nullptr && memory->isVast();
+    }
     static AcGeMatrix3d linearPart(const AcGeMatrix3d& transform);
     AcDbExtents shapeExtents(AcDbObjectId block, const AcGeMatrix3d& linear);
     AcDbExtents measure(AcDbObjectId block, const AcGeMatrix3d& linear);
     AcDbExtents blockExtents(AcDbObjectId block, const AcGeMatrix3d& transform);
 
     // Blocks within blocks can hold more pieces than there are atoms. Past this many, which take
-    // about a second, the box of a nested reference is that of its block's own box, transformed.
-    // Kept shapes count for more, as they take room too.
+    // about a second, the box of a nested reference is that of its block's own box, transformed,
+    // and so it is from then on for all blocks that were being measured: asking again for each of
+    // their references would take as long every time. Kept shapes count for more, as they take room
+    // too.
     static constexpr std::uint64_t kMostPieces = 20'000'000;
     static constexpr std::uint64_t kPiecesPerShape = 200;
 
@@ -96,11 +108,14 @@ AcDbExtents ExtentsSink::shapeExtents(AcDbObjectId block, const AcGeMatrix3d& li
         if (const auto known = memory.box(shape.linear)) return *known;
     if (const auto known = shapes_.find(shape); known != shapes_.end()) return known->second;
 
+    const bool wasWithin = pieces_ <= kMostPieces;
     pieces_ += kPiecesPerShape;
     const AcDbExtents box = measure(block, linear);
     shapes_.emplace(shape, box);
+    if (wasWithin && pieces_ > kMostPieces) memory.noteVast(*block);
     // Beyond the limit it may be larger than need be.
-    if (lasts && pieces_ <= kMostPieces) memory.keepBox(*block, shape.linear, box);
+    if (lasts && (pieces_ <= kMostPieces || memory.isVast()))
+        memory.keepBox(*block, shape.linear, box);
     return box;
 }
 
@@ -114,7 +129,7 @@ AcDbExtents ExtentsSink::measure(AcDbObjectId block, const AcGeMatrix3d& linear)
 
 AcDbExtents ExtentsSink::blockExtents(AcDbObjectId block, const AcGeMatrix3d& transform) {
     AcDbExtents box;
-    if (pieces_ > kMostPieces) {
+    if (pieces_ > kMostPieces || isVast(block)) {
         box = shapeExtents(block, AcGeMatrix3d::kIdentity);
         box.transformBy(transform);
         return box;
@@ -145,9 +160,13 @@ Acad::ErrorStatus extentsUnder(const AcDbEntity& entity, const AcGeMatrix3d& tra
     AcDbStub* const asker = part == BoxOf::everything ? entity.objectId() : AcDbObjectId::kNull;
     ExtentsSink sink(part, asker);
     sink.describe(entity, transform);
-    if (isEmpty(sink.box())) return sink.metEndless() ? Acad::eInvalidExtents : Acad::eNullExtents;
-    extents = sink.box();
-    return Acad::eOk;
+    return sink.give(extents);
+}
+
+Acad::ErrorStatus blockExtents(AcDbObjectId block, AcDbExtents& extents) {
+    ExtentsSink sink(BoxOf::everything, nullptr);
+    sink.addBlock(block);
+    return sink.give(extents);
 }
 
 } // namespace headless

@@ -45,6 +45,8 @@ public:
         int rows = 1;
         AcGeVector3d columnStep;
         AcGeVector3d rowStep;
+
+        double cells() const { return static_cast<double>(columns) * rows; }
     };
     void reference(const Reference& reference);
 
@@ -83,6 +85,9 @@ enum class BoxOf : bool { lines, everything };
 /// references at any depth. eNullExtents when there is none, eInvalidExtents when it has no bounds.
 Acad::ErrorStatus extentsUnder(const AcDbEntity& entity, const AcGeMatrix3d& transform,
                                AcDbExtents& extents, BoxOf part = BoxOf::everything);
+
+/// The box of a block's contents in its own coordinates. Errors as above.
+Acad::ErrorStatus blockExtents(AcDbObjectId block, AcDbExtents& extents);
 
 /// The box of what a block reference (or any entity) shows.
 inline Acad::ErrorStatus contentExtents(const AcDbEntity& entity, BoxOf part,

@@ -40,6 +40,8 @@ public:
     bool isSolidFill() const { return look(solid_); }
     bool associative() const { return look(associative_); }
     HatchStyle hatchStyle() const { return look(style_); }
+    /// The same whether or not the hatch is open.
+    HatchStyle styleOf() const { return style_; }
     /// Radians.
     double patternAngle() const { return look(patternAngle_); }
     double patternScale() const { return look(patternScale_); }

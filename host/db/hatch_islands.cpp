@@ -1,11 +1,11 @@
-#include "view/hatch_islands.h"
+#include "db/hatch_islands.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace headless {
-namespace {
 
-bool encloses(const SheetPath::Line& loop, const AcGePoint2d& point) {
+bool encloses(const FlatLoop& loop, const AcGePoint2d& point) {
     bool inside = false;
     for (std::size_t i = 0; i < loop.size(); ++i) {
         const AcGePoint2d& a = loop[i];
@@ -17,21 +17,20 @@ bool encloses(const SheetPath::Line& loop, const AcGePoint2d& point) {
     return inside;
 }
 
-} // namespace
-
-std::vector<SheetPath::Line> countingLoops(std::vector<SheetPath::Line> loops,
-                                           AcDbHatch::HatchStyle style) {
+std::vector<std::size_t> countingLoops(std::span<const FlatLoop> loops,
+                                       AcDbHatch::HatchStyle style) {
+    std::vector<std::size_t> counting(loops.size());
+    std::iota(counting.begin(), counting.end(), std::size_t{0});
     // Hatches of more loops than that are walls of letters, and each is compared to all others.
     constexpr std::size_t kMost = 2000;
-    if (style == AcDbHatch::kNormal || loops.size() < 2 || loops.size() > kMost) return loops;
+    if (style == AcDbHatch::kNormal || loops.size() < 2 || loops.size() > kMost) return counting;
     const std::ptrdiff_t deepest = style == AcDbHatch::kOuter ? 1 : 0;
-    std::vector<SheetPath::Line> counting;
-    for (const SheetPath::Line& loop : loops) {
-        const auto depth = std::count_if(loops.begin(), loops.end(), [&](const auto& other) {
-            return &other != &loop && encloses(other, loop.front());
-        });
-        if (depth <= deepest) counting.push_back(loop);
-    }
+    std::erase_if(counting, [&](std::size_t index) {
+        const FlatLoop& loop = loops[index];
+        return std::ranges::count_if(loops, [&](const FlatLoop& other) {
+                   return &other != &loop && encloses(other, loop.front());
+               }) > deepest;
+    });
     return counting;
 }
 

@@ -46,6 +46,38 @@ void turnCounterClockwise(PlanePolygon& polygon) {
     if (area < 0.0) std::reverse(polygon.begin(), polygon.end());
 }
 
+/// A place on an arc and the unit vector along it.
+struct Station {
+    AcGePoint2d at;
+    AcGeVector2d along;
+};
+
+/// The ends of that many chords of an arc: what pointOnSegment and tangentOfSegment say, by one
+/// sine and cosine each, as drawings may hold millions of them.
+std::vector<Station> stationsOn(const BulgeSegment& arc, int chords) {
+    const AcGeVector2d chord = arc.end - arc.start;
+    const double half = 2.0 * std::atan(arc.bulge); // of the sweep
+    const double whole = std::sin(half);
+    // The chord turned to where the arc leaves its start.
+    const AcGeVector2d leaving(chord.x * std::cos(half) + chord.y * whole,
+                               chord.y * std::cos(half) - chord.x * whole);
+    const AcGeVector2d begin = leaving.normal();
+    std::vector<Station> stations;
+    for (int i = 0; i <= chords; ++i) {
+        // On the way the direction to a place turns half as fast as the arc.
+        const double c = std::cos(half * i / chords);
+        const double s = std::sin(half * i / chords);
+        const double c2 = c * c - s * s;
+        const double s2 = 2.0 * c * s;
+        stations.push_back(
+            {arc.start +
+                 AcGeVector2d(leaving.x * c - leaving.y * s, leaving.y * c + leaving.x * s) *
+                     (s / whole),
+             AcGeVector2d(begin.x * c2 - begin.y * s2, begin.y * c2 + begin.x * s2)});
+    }
+    return stations;
+}
+
 /// The wide segments of a chain, joined to each other.
 class Chain {
 public:
@@ -117,19 +149,18 @@ private:
         constexpr double kChord = std::numbers::pi / 90.0;
         const double sweep = std::abs(4.0 * std::atan(segment.path.bulge));
         const int chords = std::clamp(static_cast<int>(std::ceil(sweep / kChord)), 2, 180);
-        PlanePolygon right;
-        PlanePolygon left;
-        for (int i = 0; i <= chords; ++i) {
+        const std::vector<Station> stations = stationsOn(segment.path, chords);
+        const auto count = stations.size();
+        PlanePolygon sides(2 * count); // the right one, and the left one back
+        for (std::size_t i = 0; i < count; ++i) {
             const double share = static_cast<double>(i) / chords;
-            const AcGePoint2d middle = pointOnSegment(segment.path, share);
             const AcGeVector2d across =
-                leftOf(tangentOfSegment(segment.path, share)) *
+                leftOf(stations[i].along) *
                 (std::lerp(segment.startWidth, segment.endWidth, share) / 2);
-            left.push_back(middle + across);
-            right.push_back(middle - across);
+            sides[i] = stations[i].at - across;
+            sides[2 * count - 1 - i] = stations[i].at + across;
         }
-        right.insert(right.end(), left.rbegin(), left.rend());
-        return right;
+        return sides;
     }
 
     std::vector<WideSegment> segments_;

@@ -1,6 +1,5 @@
 #include "view/clip_path.h"
 
-#include "db/block_reference.h"
 #include "db/clip_region.h"
 #include "view/sheet_path.h"
 
@@ -17,13 +16,12 @@ void addSheet(Canvas& canvas) {
 
 } // namespace
 
-void clipTo(Canvas& canvas, const SheetMap& map, const AcDbBlockReference& reference,
+void clipTo(Canvas& canvas, const SheetMap& map, const ClipRegion& clip,
             const AcGeMatrix3d& blockToWorld) {
-    const std::optional<ClipRegion> clip = clipRegionOf(reference);
-    if (!clip || clip->boundary.empty()) return;
-    if (clip->hidesInside) addSheet(canvas);
+    if (clip.boundary.empty()) return;
+    if (clip.hidesInside) addSheet(canvas);
     SheetPath boundary;
-    for (const AcGePoint3d& corner : clip->boundary)
+    for (const AcGePoint3d& corner : clip.boundary)
         boundary.lineTo(map(blockToWorld * corner));
     boundary.close();
     boundary.putAreaOn(canvas);

@@ -5,16 +5,15 @@
 #include "view/canvas.h"
 #include "view/sheet_map.h"
 
-class AcDbBlockReference;
-
 namespace headless {
 
-/// Lets the canvas show only what the reference's clip leaves of its contents, until the canvas's
-/// state is given back. Changes nothing for a reference without a clip, or with one switched off.
+struct ClipRegion;
+
+/// Lets the canvas show only what a reference's clip leaves of its contents, until the canvas's
+/// state is given back.
 ///
-/// @param reference     open for reading.
 /// @param blockToWorld  takes the contents to the drawing's coordinates.
-void clipTo(Canvas& canvas, const SheetMap& map, const AcDbBlockReference& reference,
+void clipTo(Canvas& canvas, const SheetMap& map, const ClipRegion& clip,
             const AcGeMatrix3d& blockToWorld);
 
 } // namespace headless

@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "db/attribute.h"
 #include "db/block_reference.h"
+#include "db/clip_region.h"
 #include "db/database.h"
+#include "db/hatch_islands.h"
 #include "db/mline.h"
 #include "db/object_pointer.h"
 #include "db/point.h"
@@ -19,7 +22,6 @@
 #include "ed/view_transform.h"
 #include "ed/viewports.h"
 #include "view/clip_path.h"
-#include "view/hatch_islands.h"
 #include "view/hatch_pattern.h"
 
 namespace headless {
@@ -28,8 +30,17 @@ namespace {
 /// Far beyond any drawing that people make, and well within the stack.
 constexpr std::size_t kDeepestReference = 128;
 
-/// Blocks within blocks can hold more than anybody can draw: this many take half a minute.
-constexpr std::size_t kMostParts = 5'000'000;
+/// Blocks within blocks can hold more than anybody can draw. More parts than that, which take some
+/// ten seconds, show as crowds.
+constexpr double kMostParts = 1'000'000.0;
+/// A reference of no more is drawn part by part all the same.
+constexpr double kFewParts = 1000.0;
+/// How much of a crowd is drawn of each level: there are several.
+constexpr double kShareOfLevel = 0.5;
+/// How far off the sheet things are that may show on it: pixels, for wide lines.
+constexpr double kMargin = 100.0;
+/// The end, whatever a drawing does.
+constexpr std::size_t kPatience = 5'000'000;
 
 /// The block's entities, those drawn first first.
 AcDbObjectIdArray drawOrderOf(AcDbBlockTableRecord& block) {
@@ -78,9 +89,12 @@ double EntityPainter::View::stretch() const {
 EntityPainter::EntityPainter(Canvas& canvas, const SheetMap& map, const Settings& settings,
                              Looks& looks)
     : canvas_(canvas), map_(map), settings_(settings), looks_(looks), letters_(canvas, map),
-      partsLeft_(kMostParts) {}
+      partsLeft_(kPatience) {}
 
-void EntityPainter::paintSpace(AcDbObjectId block) { paintBlock(block, {}); }
+void EntityPainter::paintSpace(AcDbObjectId block) {
+    share_ = std::min(1.0, kMostParts / facts_.partsOf(block));
+    paintBlock(block, {});
+}
 
 const AcDbObjectIdArray& EntityPainter::drawOrder(AcDbObjectId block) {
     AcDbStub* const stub = block;
@@ -151,11 +165,7 @@ void EntityPainter::paintReference(const AcDbBlockReference& reference, const Vi
     PathSink path(map_);
     path.describe(reference, view.toWorld);
     for (const GeometrySink::Reference& contents : path.references()) {
-        {
-            const Canvas::State state(canvas_);
-            clipTo(canvas_, map_, reference, contents.transform);
-            paintContents(contents, traits);
-        }
+        paintClipped(reference, contents, traits);
         // Attributes are the reference's own, but every cell shows them.
         for (int row = 0; row < contents.rows; row += strideOf(contents.rowStep))
             for (int column = 0; column < contents.columns && partsLeft_ > 0;
@@ -165,6 +175,18 @@ void EntityPainter::paintReference(const AcDbBlockReference& reference, const Vi
                                 traits);
             }
     }
+}
+
+void EntityPainter::paintClipped(const AcDbBlockReference& reference,
+                                 const GeometrySink::Reference& contents, const Traits& traits) {
+    const auto clip = clipRegionOf(reference);
+    if (!clip) return paintContents(contents, traits);
+    const Canvas::State state(canvas_);
+    clipTo(canvas_, map_, *clip, contents.transform);
+    // What lies in a clip cannot be put off to where it does not hold.
+    Crowd* const outer = std::exchange(crowd_, nullptr);
+    paintContents(contents, traits);
+    crowd_ = outer;
 }
 
 void EntityPainter::paintAttributes(const AcDbBlockReference& reference, const View& view,
@@ -192,16 +214,88 @@ int EntityPainter::strideOf(const AcGeVector3d& step) const {
 }
 
 void EntityPainter::paintContents(const GeometrySink::Reference& reference, const Traits& traits) {
+    const double parts = reference.cells() * facts_.partsOf(reference.block);
+    if (crowd_ == nullptr && share_ < 1.0 && parts > kFewParts)
+        paintCrowd(reference, traits, std::max(kFewParts, parts * share_ * kShareOfLevel));
+    else
+        paintCells(reference, traits);
+}
+
+void EntityPainter::paintCells(const GeometrySink::Reference& reference, const Traits& traits) {
+    // The cells' blocks lie within the same ones.
+    const PlacedBlock::Around around =
+        crowd_ == nullptr ? nullptr : std::make_shared<const std::vector<AcDbStub*>>(openBlocks_);
     const int nextRow = strideOf(reference.rowStep);
     const int nextColumn = strideOf(reference.columnStep);
     for (int row = 0; row < reference.rows; row += nextRow) {
         for (int column = 0; column < reference.columns && partsLeft_ > 0; column += nextColumn) {
             --partsLeft_;
             const AcGeVector3d step = reference.columnStep * column + reference.rowStep * row;
-            paintBlock(reference.block,
-                       {AcGeMatrix3d::translation(step) * reference.transform, traits});
+            const AcGeMatrix3d toWorld = AcGeMatrix3d::translation(step) * reference.transform;
+            if (crowd_ != nullptr)
+                crowd_->add({reference.block, toWorld, traits, around, {}});
+            else
+                paintBlock(reference.block, {toWorld, traits});
         }
     }
+}
+
+/// Level by level: what lies on the same pixels once, a speck for what is smaller than a pixel, and
+/// of more than that a sample, so that all of the crowd is there whatever its size. The draw order
+/// counts within a block.
+void EntityPainter::paintCrowd(const GeometrySink::Reference& reference, const Traits& traits,
+                               double parts) {
+    const std::vector<AcDbStub*> outer = openBlocks_;
+    Specks* const outerSpecks = specks_;
+    Specks specks;
+    specks_ = &specks;
+    Crowd next(map_, facts_, canvas_.box().grownBy(kMargin));
+    crowd_ = &next;
+    paintCells(reference, traits);
+    while (!next.isEmpty())
+        for (const PlacedBlock& placed : next.take(parts))
+            paintPlaced(placed);
+    crowd_ = nullptr;
+    specks_ = outerSpecks;
+    openBlocks_ = outer;
+}
+
+void EntityPainter::paintPlaced(const PlacedBlock& placed) {
+    openBlocks_ = *placed.around;
+    if (placed.isSpeck()) return paintSpeck(placed);
+    paintBlock(placed.block, {placed.toWorld, placed.traits});
+}
+
+void EntityPainter::paintSpeck(const PlacedBlock& placed) {
+    int tries = 64; // of entities that may all be hidden
+    const std::optional<Traits> look = firstLook(placed.block, placed.traits, tries);
+    if (!look) return;
+    const Pen pen = penFor(*look, {placed.toWorld, placed.traits});
+    const std::uint32_t color = static_cast<std::uint32_t>(pen.color.red) << 16U |
+                                static_cast<std::uint32_t>(pen.color.green) << 8U | pen.color.blue;
+    const AcGePoint2d at(placed.shown.left, placed.shown.top);
+    if (specks_->insert({std::llround(at.x), std::llround(at.y), color}).second) paintDot(at, pen);
+}
+
+/// What shows first of a block, through its references.
+std::optional<Traits> EntityPainter::firstLook(AcDbObjectId block, const Traits& outer,
+                                               int& tries) {
+    for (const AcDbObjectId id : drawOrder(block)) {
+        if (tries-- <= 0) return std::nullopt;
+        const auto* const entity = Residence::peek<AcDbEntity>(id);
+        if (entity == nullptr || entity->isErased() || !isDrawn(*entity) ||
+            !isShownInReferences(*entity))
+            continue;
+        const Traits traits = looks_.traitsOf(*entity, outer);
+        if (traits.isFrozen) continue;
+        const auto* const reference = AcDbBlockReference::cast(entity);
+        if (reference != nullptr) {
+            if (const auto inner = firstLook(reference->blockOf(), traits, tries)) return inner;
+        } else if (!traits.isOff) {
+            return traits;
+        }
+    }
+    return std::nullopt;
 }
 
 void EntityPainter::paintDrawn(const AcDbEntity& entity, const View& view, const Traits& traits) {
@@ -236,13 +330,9 @@ bool EntityPainter::isOnSheet(const SheetPath& path, double margin) const {
 
 /// False for a reference that shows nothing on the sheet.
 bool EntityPainter::comesToSheet(const AcDbEntity& reference, const View& view) const {
-    constexpr double kMargin = 100.0; // for wide lines
     AcDbExtents box;
     if (reference.getGeomExtents(box) != Acad::eOk) return true;
-    box.transformBy(view.toWorld);
-    SheetBox shown;
-    shown.add(map_(box.minPoint()));
-    shown.add(map_(box.maxPoint()));
+    const SheetBox shown = boxOnSheet(box, view.toWorld, map_);
     return shown.isEmpty() || canvas_.box().grownBy(kMargin).meets(shown);
 }
 
@@ -377,8 +467,9 @@ void EntityPainter::paintHatch(const AcDbHatch& hatch, const View& view, const T
         path.lines().putAreaOn(canvas_);
     } else {
         SheetPath counting;
-        for (const SheetPath::Line& loop :
-             countingLoops(path.lines().parts(), hatch.hatchStyle())) {
+        const std::vector<FlatLoop> loops = path.lines().parts();
+        for (const std::size_t index : countingLoops(loops, hatch.hatchStyle())) {
+            const FlatLoop& loop = loops[index];
             counting.moveTo(loop.front());
             for (const AcGePoint2d& corner : loop)
                 counting.lineTo(corner);

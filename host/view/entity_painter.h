@@ -1,10 +1,15 @@
 // Draws the entities of a space with everything inside their references.
 #pragma once
 
+#include <optional>
+#include <set>
+#include <tuple>
 #include <unordered_map>
 #include <vector>
 
 #include "db/hatch.h"
+#include "view/block_facts.h"
+#include "view/crowd.h"
 #include "view/letters.h"
 #include "view/path_sink.h"
 #include "view/pen.h"
@@ -45,7 +50,14 @@ private:
     void paintDrawn(const AcDbEntity& entity, const View& view, const Traits& traits);
     void paintReference(const AcDbBlockReference& reference, const View& view,
                         const Traits& traits);
+    void paintClipped(const AcDbBlockReference& reference, const GeometrySink::Reference& contents,
+                      const Traits& traits);
     void paintContents(const GeometrySink::Reference& reference, const Traits& traits);
+    void paintCells(const GeometrySink::Reference& reference, const Traits& traits);
+    void paintCrowd(const GeometrySink::Reference& reference, const Traits& traits, double parts);
+    void paintPlaced(const PlacedBlock& placed);
+    void paintSpeck(const PlacedBlock& placed);
+    std::optional<Traits> firstLook(AcDbObjectId block, const Traits& outer, int& tries);
     int strideOf(const AcGeVector3d& step) const;
     void paintAttributes(const AcDbBlockReference& reference, const View& view,
                          const Traits& traits);
@@ -79,6 +91,14 @@ private:
     std::unordered_map<AcDbStub*, AcDbObjectIdArray> orders_;
     double viewportScale_ = 1.0; // sheet units to a unit of what is being drawn
     std::size_t partsLeft_;      // that references may still show
+
+    BlockFacts facts_;
+    double share_ = 1.0; // How many of its parts a reference may show.
+    /// Where contents are put off to: a level of a crowd.
+    Crowd* crowd_ = nullptr;
+    /// Pixels that have a speck in a colour; null where every part is drawn.
+    using Specks = std::set<std::tuple<std::int64_t, std::int64_t, std::uint32_t>>;
+    Specks* specks_ = nullptr;
 };
 
 } // namespace headless

@@ -29,6 +29,8 @@ struct Traits {
     bool isFrozen = false; // neither does
     bool isHighlighted = false;
 
+    bool operator==(const Traits&) const = default;
+
     static constexpr double kDefaultWeight = 0.25;
 };
 

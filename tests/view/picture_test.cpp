@@ -106,6 +106,46 @@ TEST_F(PictureTest, ColoursComeThroughLayersAndReferences) {
     EXPECT_TRUE(picture.isWhite(5, 5));
 }
 
+TEST_F(PictureTest, ShowsAllOfMoreThanCanBeDrawn) {
+    // 10^12 squares of a hundredth of a pixel and less, in tens of tens: they fill the diagonal.
+    addLayer(L"red", 1);
+    AcDbObjectId inner = addBlock(L"B0");
+    auto leaf = square(0, 0);
+    leaf->setLayer(L"red");
+    add(std::move(leaf), L"B0");
+    double pitch = 10.0;
+    for (int level = 1; level <= 12; ++level, pitch *= 10.0) {
+        const std::wstring name = L"B" + std::to_wstring(level);
+        const AcDbObjectId block = addBlock(name.c_str());
+        for (int i = 0; i < 10; ++i)
+            add(std::make_unique<AcDbBlockReference>(AcGePoint3d(pitch * i, pitch * i, 0), inner),
+                name.c_str());
+        inner = block;
+    }
+    auto whole = std::make_unique<AcDbBlockReference>(AcGePoint3d::kOrigin, inner);
+    whole->setScaleFactors(AcGeScale3d(100.0 / pitch));
+    add(std::move(whole));
+    // Ten thousand million at one place.
+    const AcDbObjectId heap = addBlock(L"heap");
+    AcDbObjectId part = heap;
+    add(square(0, 0, 5), L"heap");
+    for (int level = 1; level <= 10; ++level) {
+        const std::wstring name = L"heap" + std::to_wstring(level);
+        const AcDbObjectId block = addBlock(name.c_str());
+        for (int i = 0; i < 10; ++i)
+            add(std::make_unique<AcDbBlockReference>(AcGePoint3d::kOrigin, part), name.c_str());
+        part = block;
+    }
+    add(std::make_unique<AcDbBlockReference>(AcGePoint3d(70, 10, 0), part));
+
+    const Pixels picture = draw();
+    for (int i = 1; i < 99; ++i)
+        EXPECT_FALSE(picture.isWhite(i, i)) << i;
+    EXPECT_LT(picture.marked(0, 0, 100, 100), 500);
+    EXPECT_EQ(picture.at(75, 15), kBlue);
+    EXPECT_EQ(picture.marked(65, 5, 85, 25), 100);
+}
+
 TEST_F(PictureTest, LeavesOutWhatDoesNotShow) {
     addLayer(L"off", 1, true, false);
     addLayer(L"frozen", 1, false, true);
