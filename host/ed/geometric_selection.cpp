@@ -4,7 +4,9 @@
 #include <array>
 #include <cmath>
 #include <optional>
+#include <utility>
 
+#include "db/attribute.h"
 #include "db/block_memory.h"
 #include "db/block_reference.h"
 #include "db/block_table.h"
@@ -12,6 +14,7 @@
 #include "db/curve_piece.h"
 #include "db/geometry_sink.h"
 #include "db/hatch.h"
+#include "db/hatch_islands.h"
 #include "db/layer_table.h"
 #include "db/residence.h"
 #include "ed/region_test.h"
@@ -71,14 +74,55 @@ Extents3d boxBehind(const Extents2d& seen, const AcGeMatrix3d& toView) {
     return box;
 }
 
+/// Edges of a hatch that follow each other, by their indices, and the polygon that they make: by
+/// chords, as arcs come nowhere near the points that are looked for inside.
+struct HatchLoop {
+    std::size_t first = 0;
+    std::size_t last = 0; // the one behind
+    FlatLoop outline;
+
+    void add(const CurvePiece& piece) {
+        constexpr int kChords = 64;
+        const int chords = piece.kind() == CurvePiece::Kind::segment ? 1 : kChords;
+        const double step = (piece.endParam() - piece.startParam()) / chords;
+        for (int i = 0; i < chords; ++i)
+            outline.push_back(flat(piece.pointAt(piece.startParam() + step * i)));
+        ++last;
+    }
+};
+
+std::vector<HatchLoop> loopsOf(const std::vector<CurvePiece>& edges) {
+    constexpr double kJoint = 1e-6; // of the size of an edge
+    std::vector<HatchLoop> loops;
+    for (std::size_t i = 0; i < edges.size(); ++i) {
+        const AcGePoint2d start = flat(edges[i].start());
+        const AcGePoint2d former = i == 0 ? start : flat(edges[i - 1].end());
+        const double joint = kJoint * (1.0 + start.distanceTo(flat(edges[i].end())));
+        const bool goesOn = i > 0 && former.distanceTo(start) <= joint &&
+                            former.distanceTo(loops.back().outline.front()) > joint;
+        if (!goesOn) loops.push_back({i, i, {}});
+        loops.back().add(edges[i]);
+    }
+    return loops;
+}
+
 /// Runs through what an entity shows until its standing to the region is plain.
 class PlaceTest : public GeometrySink {
 public:
     PlaceTest(const Outline2d& region, PickBy how, AcDbObjectId layerZero)
         : region_(region), how_(how), layerZero_(layerZero) {}
 
+    /// What of the entity was found to touch the region, if anything was.
+    struct Touched {
+        AcDbObjectId entity;
+        AcGeMatrix3d toView;                // from the coordinates of its block
+        std::vector<AcDbObjectId> showedBy; // outermost first
+    };
+    const std::optional<Touched>& touched() const { return touched_; }
+
     bool takes(const AcDbEntity& entity, const AcGeMatrix3d& toView) {
         standing_ = {};
+        touched_.reset();
         layer_ = entity.layerId();
         show(entity, toView);
         if (how_ == PickBy::window) return standing_.touches && !standing_.leaves;
@@ -92,13 +136,23 @@ protected:
     }
     void onCurve(const CurvePiece& piece) override {
         if (isDecided()) return;
-        note(standingOf(piece, region_, clips_));
-        if (fills_) loops_.push_back(piece);
+        if (fills_)
+            edges_.push_back(piece);
+        else
+            note(standingOf(piece, region_, clips_));
     }
     void onText(const std::array<AcGePoint3d, 4>& corners) override {
         onArea({corners.begin(), corners.end()});
     }
     void onArea(const std::vector<AcGePoint3d>& corners) override {
+        // A wide chain has an area for each of its arcs, and most are elsewhere.
+        Extents2d box;
+        for (const AcGePoint3d& corner : corners)
+            box.add(flat(corner));
+        if (clips_.empty() && !meet(box, region_.box())) {
+            standing_.leaves = true;
+            return;
+        }
         std::vector<AcGePoint2d> outline;
         for (std::size_t i = 0; i < corners.size(); ++i) {
             onSegment(corners[i], corners[(i + 1) % corners.size()]);
@@ -136,8 +190,12 @@ protected:
 private:
     bool isDecided() const { return how_ == PickBy::window ? standing_.leaves : standing_.touches; }
     void note(const Standing& standing) {
-        standing_.touches = standing_.touches || standing.touches;
+        if (standing.touches) noteTouch();
         standing_.leaves = standing_.leaves || standing.leaves;
+    }
+    void noteTouch() {
+        standing_.touches = true;
+        if (!touched_) touched_ = {shown_.entity, shown_.toView, shown_.showedBy};
     }
 
     /// An area whose boundary has been looked at may still hold the whole region, or the chain.
@@ -148,27 +206,30 @@ private:
             const bool seen =
                 std::all_of(clips_.begin(), clips_.end(),
                             [&](const VisibleRegion& clip) { return clip.shows(point); });
-            if (seen && holds(point)) {
-                standing_.touches = true;
-                return;
-            }
+            if (seen && holds(point)) return noteTouch();
         }
     }
 
     void show(const AcDbEntity& entity, const AcGeMatrix3d& transform) {
+        const AcDbObjectId outer = std::exchange(shown_.entity, entity.objectId());
+        const AcGeMatrix3d outerView = std::exchange(shown_.toView, transform);
         clipOfNext_ = clipRegionOf(entity);
-        fills_ = AcDbHatch::cast(&entity) != nullptr;
-        loops_.clear();
+        const auto* const hatch = AcDbHatch::cast(&entity);
+        fills_ = hatch != nullptr;
+        edges_.clear();
         describeIn(entity, transform);
-        if (fills_) noteArea([&](const AcGePoint2d& point) { return loopsHold(point); });
+        if (hatch != nullptr) noteHatch(*hatch);
         fills_ = false;
         clipOfNext_.reset();
+        shown_.entity = outer;
+        shown_.toView = outerView;
     }
 
     void showContents(const AcDbBlockTableRecord& block, const AcGeMatrix3d& transform,
                       AcDbObjectId layer) {
         const std::optional<ClipRegion> clip = clipOfNext_;
         if (clip) pushClip(*clip, transform);
+        shown_.showedBy.push_back(shown_.entity);
         const auto visit = [&](AcDbObjectId id) {
             const auto* const entity = Residence::peek<AcDbEntity>(id);
             if (entity != nullptr && !entity->isErased() && isShownInReferences(*entity))
@@ -177,6 +238,7 @@ private:
         };
         for (const AcDbObjectId id : partsNear(block, transform))
             if (!visit(id)) break;
+        shown_.showedBy.pop_back();
         if (clip) clips_.pop_back();
         clipOfNext_ = clip;
     }
@@ -201,47 +263,48 @@ private:
         clips_.push_back({Outline2d(std::move(seen), Outline2d::Kind::closed), clip.hidesInside});
     }
 
-    /// The parts of a block that may count: of large blocks only those near the region, unless a
-    /// window must know of all.
+    /// The parts of a block that may count, the newest first: of large blocks only those near the
+    /// region, unless a window must know of all.
     std::vector<AcDbObjectId> partsNear(const AcDbBlockTableRecord& block,
                                         const AcGeMatrix3d& transform) const {
         const std::span<const AcDbObjectId> all = block.entityIds();
         constexpr std::size_t kFew = 64;
         const bool turnsBack = std::abs(transform.det()) > 1e-12;
         if (all.size() <= kFew || how_ == PickBy::window || !turnsBack)
-            return {all.begin(), all.end()};
+            return {all.rbegin(), all.rend()};
         return block.memory().index(block).find(boxBehind(region_.box(), transform));
     }
 
-    /// By chords, as the loops come nowhere near the region's points.
-    bool loopsHold(const AcGePoint2d& point) const {
-        constexpr int kChords = 64;
-        bool inside = false;
-        for (const CurvePiece& piece : loops_) {
-            const int chords = piece.kind() == CurvePiece::Kind::segment ? 1 : kChords;
-            AcGePoint2d a = flat(piece.start());
-            for (int i = 1; i <= chords; ++i) {
-                const double range = piece.endParam() - piece.startParam();
-                const AcGePoint2d b = flat(piece.pointAt(piece.startParam() + range * i / chords));
-                if ((a.y > point.y) != (b.y > point.y) &&
-                    point.x < a.x + (point.y - a.y) / (b.y - a.y) * (b.x - a.x))
-                    inside = !inside;
-                a = b;
-            }
-        }
-        return inside;
+    /// A hatch is where its style says, and so are those of its edges that show.
+    void noteHatch(const AcDbHatch& hatch) {
+        const std::vector<HatchLoop> loops = loopsOf(edges_);
+        std::vector<FlatLoop> outlines;
+        for (const HatchLoop& loop : loops)
+            outlines.push_back(loop.outline);
+        const std::vector<std::size_t> counting = countingLoops(outlines, hatch.styleOf());
+        for (const std::size_t index : counting)
+            for (std::size_t i = loops[index].first; i < loops[index].last && !isDecided(); ++i)
+                note(standingOf(edges_[i], region_, clips_));
+        noteArea([&](const AcGePoint2d& point) {
+            return std::ranges::count_if(
+                       counting,
+                       [&](std::size_t index) { return encloses(outlines[index], point); }) %
+                       2 ==
+                   1;
+        });
     }
 
-private:
     const Outline2d& region_;
     PickBy how_;
     AcDbObjectId layerZero_;
     Standing standing_;
+    Touched shown_; // What is being described.
+    std::optional<Touched> touched_;
     AcDbObjectId layer_; // The effective one of the entity being described.
     std::vector<VisibleRegion> clips_;
     std::optional<ClipRegion> clipOfNext_;
     bool fills_ = false;
-    std::vector<CurvePiece> loops_;
+    std::vector<CurvePiece> edges_; // Of the hatch being described.
 };
 
 } // namespace
@@ -264,6 +327,27 @@ std::vector<AcDbObjectId> selectByPlace(const AcDbDatabase& db, PickBy how,
         if (test.takes(*entity, toView)) taken.push_back(id);
     }
     return taken;
+}
+
+std::optional<NestedEntity> entityWithin(const AcDbDatabase& db, AcDbObjectId id,
+                                         std::vector<AcGePoint2d> outline) {
+    const auto* const entity = Residence::peek<AcDbEntity>(id);
+    if (entity == nullptr) return std::nullopt;
+    const Outline2d region(std::move(outline), Outline2d::Kind::closed);
+    const AcGeMatrix3d fromView = displayMatrix(currentView(db));
+    const AcGeMatrix3d toView = fromView.inverse();
+    PlaceTest test(region, PickBy::crossing, db.layerZero());
+    if (!test.takes(*entity, toView)) return std::nullopt;
+    PlaceTest::Touched touched = *test.touched();
+    // A reference draws nothing of its own but attributes.
+    if (auto* const reference = Residence::peek<AcDbBlockReference>(touched.entity))
+        reference->subentities().forEach<AcDbAttribute>([&](const AcDbAttribute& attribute) {
+            if (test.takes(attribute, touched.toView)) touched.entity = attribute.objectId();
+        });
+    const bool isNested = !touched.showedBy.empty();
+    return NestedEntity{touched.entity,
+                        isNested ? fromView * touched.toView : AcGeMatrix3d::kIdentity,
+                        {touched.showedBy.rbegin(), touched.showedBy.rend()}};
 }
 
 AcGePoint2d placeInView(const AcDbDatabase& db, const AcGePoint3d& point) {

@@ -3,10 +3,12 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <span>
 #include <vector>
 
 #include "db/database.h"
+#include "ge/matrix3d.h"
 #include "ge/point2d.h"
 
 class AcDbEntity;
@@ -34,6 +36,17 @@ using Accepts = std::function<bool(const AcDbEntity&)>;
                                                       std::vector<AcGePoint2d> outline,
                                                       const Accepts& accepts = {},
                                                       std::size_t most = SIZE_MAX);
+
+/// What of an entity stands in an outline.
+struct NestedEntity {
+    AcDbObjectId entity;                  // one in a block, an attribute, or the entity itself
+    AcGeMatrix3d toWorld;                 // from the coordinates of its block
+    std::vector<AcDbObjectId> containers; // the references that show its block, innermost first
+};
+/// @param id       an entity of the current space.
+/// @param outline  as above; crossing it is enough.
+[[nodiscard]] std::optional<NestedEntity> entityWithin(const AcDbDatabase& db, AcDbObjectId id,
+                                                       std::vector<AcGePoint2d> outline);
 
 /// A place of the world as the current view shows it (regardless of perspective).
 [[nodiscard]] AcGePoint2d placeInView(const AcDbDatabase& db, const AcGePoint3d& point);

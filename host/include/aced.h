@@ -6,6 +6,7 @@
 #include "ed/coordinate_calls.h"
 #include "ed/display.h"
 #include "ed/entity_selection.h"
+#include "ed/nested_selection.h"
 #include "ed/prompts.h"
 #include "ed/selection.h"
 #include "ed/system_variables.h"

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "../layerpick/square_hatch.h"
 #include "db/block_reference.h"
 #include "db/dictionary.h"
 #include "db/face.h"
@@ -22,6 +23,18 @@ using Points = std::vector<AcGePoint3d>;
 
 class SelectionByPlace : public DrawnTest {
 protected:
+    std::unique_ptr<AcDbHatch> nestedSquares(AcDbHatch::HatchStyle style) {
+        enttest::Groups groups = {{100, "AcDbHatch"}, {2, "SOLID"}, {70, "1"}, {91, "4"}};
+        for (const double inset : {0.0, 10.0, 20.0, 30.0}) {
+            const enttest::Groups loop = squareLoop(inset, inset, 100.0 - 2.0 * inset);
+            groups.insert(groups.end(), loop.begin(), loop.end());
+            groups.emplace_back(97, "0");
+        }
+        groups.emplace_back(75, std::to_string(style));
+        groups.emplace_back(76, "1");
+        groups.emplace_back(98, "0");
+        return enttest::read<AcDbHatch>(drawing(), groups);
+    }
     /// Clips a reference to a polygon in the coordinates of the world.
     void clip(AcDbObjectId reference, const Points& polygon) {
         AcDbObjectPointer<AcDbBlockReference> opened(reference, AcDb::kForWrite);
@@ -105,6 +118,32 @@ TEST_F(SelectionByPlace, AreasOfTextsAndHatchesCount) {
     const AcDbObjectId text = put(new AcDbText({0, 0, 0}, L"HHHH", AcDbObjectId::kNull, 10.0));
     EXPECT_THAT(box(L"C", {15, 4, 0}, {15.1, 4.1, 0}), ElementsAre(text));
     EXPECT_THAT(box(L"C", {15, 14, 0}, {15.1, 14.1, 0}), IsEmpty());
+}
+
+TEST_F(SelectionByPlace, HatchesAreWhereTheirStyleFillsThem) {
+    // Squares within each other: 0 to 100, 10 to 90, 20 to 80, 30 to 70.
+    const struct {
+        AcDbHatch::HatchStyle style;
+        bool taken[4]; // between the edges, from the outermost inwards
+    } cases[] = {
+        {AcDbHatch::kNormal, {true, false, true, false}},
+        {AcDbHatch::kOuter, {true, false, false, false}},
+        {AcDbHatch::kIgnore, {true, true, true, true}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.style);
+        const AcDbObjectId hatch = put(nestedSquares(c.style).release());
+        for (int ring = 0; ring < 4; ++ring) {
+            const double x = 10.0 * ring + 4.5;
+            EXPECT_EQ(box(L"C", {x, 50, 0}, {x + 1, 51, 0}) == Ids{hatch}, c.taken[ring]) << ring;
+        }
+        const bool showsThirdEdge = c.style == AcDbHatch::kNormal;
+        EXPECT_EQ(box(L"C", {19, 50, 0}, {19.9, 51, 0}) == Ids{hatch},
+                  c.style == AcDbHatch::kIgnore);
+        EXPECT_EQ(box(L"C", {19.5, 50, 0}, {20.5, 51, 0}) == Ids{hatch},
+                  showsThirdEdge || c.style == AcDbHatch::kIgnore);
+        erase(hatch);
+    }
 }
 
 /// A closed or an open chain of two or three vertices.
