@@ -1,16 +1,18 @@
 #include "db/dimension.h"
 
+#include <cmath>
 #include <numbers>
 #include <span>
 
 #include "db/block_table.h"
 #include "db/dim_style_table.h"
+#include "db/dimension_picture.h"
 #include "db/dxf_output.h"
-#include "db/explode.h"
 #include "db/flat_transform.h"
 #include "db/geometry_sink.h"
 #include "db/named_fields.h"
 #include "db/resbuf.h"
+#include "ge/angles.h"
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbDimension, AcDbEntity)
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbAlignedDimension, AcDbDimension, "DIMENSION")
@@ -36,6 +38,13 @@ double radians(double degrees) { return degrees * std::numbers::pi / 180.0; }
 
 } // namespace
 
+Acad::ErrorStatus AcDbDimension::setDimBlockId(AcDbObjectId block) {
+    assertWriteEnabled();
+    block_ = block;
+    picture_.reset();
+    return Acad::eOk;
+}
+
 AcGePoint3d AcDbDimension::dimBlockPosition() const {
     return headless::ocsToWorld(look(blockPosition_), normal_);
 }
@@ -57,31 +66,103 @@ Acad::ErrorStatus AcDbDimension::measurement(double& value) const {
     return Acad::eOk;
 }
 
+AcGeMatrix3d AcDbDimension::picture() const {
+    if (picture_ != nullptr) return *picture_;
+    return AcGeMatrix3d::translation(headless::ocsToWorld(blockPosition_, normal_).asVector());
+}
+
 void AcDbDimension::subDescribe(headless::GeometrySink& sink) const {
     headless::GeometrySink::Reference drawn;
     drawn.block = block_;
-    const AcGePoint3d moved = headless::ocsToWorld(blockPosition_, normal_);
-    drawn.transform = AcGeMatrix3d::translation(moved.asVector());
+    drawn.transform = picture();
     sink.reference(drawn);
 }
 
 Acad::ErrorStatus AcDbDimension::subExplode(headless::NewEntities& parts) const {
-    const AcGePoint3d moved = headless::ocsToWorld(blockPosition_, normal_);
-    return headless::addBlockContents(parts, block_, AcGeMatrix3d::translation(moved.asVector()));
+    return headless::addPicture(parts, block_, picture(), normal_);
 }
 
-Acad::ErrorStatus AcDbDimension::subTransformBy(const AcGeMatrix3d& transform) {
-    // The block is drawn in place, so only moves leave its picture right.
+namespace {
+
+bool onlyMoves(const AcGeMatrix3d& transform) {
     AcGeMatrix3d turned = transform;
     turned.setTranslation({});
-    if (!turned.isEqualTo(AcGeMatrix3d::kIdentity)) return Acad::eNotApplicable;
-    blockPosition_ = headless::worldToOcs(
-        headless::ocsToWorld(blockPosition_, normal_) + transform.translation(), normal_);
-    textPosition_ += transform.translation();
-    geometry_.definition += transform.translation();
+    return turned.isEqualTo(AcGeMatrix3d::kIdentity);
+}
+
+double angleOf(const AcGeVector3d& direction) {
+    return AcGeVector2d(direction.x, direction.y).angle();
+}
+
+AcGeVector3d directionAt(double angle) { return {std::cos(angle), std::sin(angle), 0.0}; }
+
+} // namespace
+
+Acad::ErrorStatus AcDbDimension::subTransformBy(const AcGeMatrix3d& transform) {
+    const headless::FlatTransform flat(transform, normal_);
+    if (flat.scale() == 0.0) return Acad::eDegenerateGeometry;
+    if (!flat.keepsCircles()) return Acad::eCannotScaleNonUniformly;
+    // What is mirrored is still looked at from its side.
+    const bool turnsAway = transform.det() < 0.0 && flat.normal().dotProduct(normal_) < 0.0;
+    const AcGeVector3d normal = turnsAway ? -flat.normal() : flat.normal();
+    if (const auto status = transformPicture(transform, normal); status != Acad::eOk) return status;
+    transformAngles(headless::ocsMatrix(normal).transpose() * transform *
+                    headless::ocsMatrix(normal_));
+    normal_ = normal;
+    textPosition_.transformBy(transform);
+    geometry_.definition.transformBy(transform);
     for (AcGePoint3d& point : geometry_.points)
-        point += transform.translation();
+        point.transformBy(transform);
+    geometry_.length *= flat.scale();
+    if (measurement_ && !measuresAngle()) *measurement_ *= flat.scale();
     return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDimension::transformPicture(const AcGeMatrix3d& transform,
+                                                  const AcGeVector3d& normal) {
+    const AcGeMatrix3d placed = transform * picture();
+    if (block_.isNull() || onlyMoves(placed)) {
+        const AcGePoint3d moved = AcGePoint3d::kOrigin + placed.translation();
+        blockPosition_ = headless::worldToOcs(moved, normal);
+        picture_.reset();
+        return Acad::eOk;
+    }
+    headless::NewEntities tried;
+    const auto status = headless::addPicture(tried, block_, placed, normal);
+    if (status != Acad::eOk) return status;
+    blockPosition_ = AcGePoint3d::kOrigin;
+    picture_ = std::make_shared<AcGeMatrix3d>(placed);
+    return Acad::eOk;
+}
+
+/// @param local  object coordinates before to object coordinates afterwards
+void AcDbDimension::transformAngles(const AcGeMatrix3d& local) {
+    const AcGeVector3d text = local * directionAt(textRotation_);
+    const AcGeVector3d before = directionAt(-horizontalRotation_);
+    AcGeVector3d across = local * before;
+    // A mirror keeps left and right: letters are not to stand on their heads.
+    const bool mirrors = local.det() < 0.0;
+    if (mirrors && across.dotProduct(before) < 0.0) across = -across;
+    horizontalRotation_ = headless::normalizedAngle(-angleOf(across));
+    if (textRotation_ != 0.0)
+        textRotation_ = angleOf(mirrors && text.dotProduct(across) < 0.0 ? -text : text);
+    geometry_.rotation = angleOf(local * directionAt(geometry_.rotation));
+    if (mirrors && geometry_.oblique != 0.0)
+        geometry_.oblique = headless::normalizedAngle(-geometry_.oblique);
+}
+
+Acad::ErrorStatus AcDbDimension::subClose() {
+    const bool lacksBlock = picture_ != nullptr && !isErased() && block_.database() == database();
+    if (lacksBlock) {
+        assertWriteEnabled();
+        headless::NewEntities parts;
+        auto status = headless::addPicture(parts, block_, *picture_, normal_);
+        if (status == Acad::eOk)
+            status = headless::makePictureBlock(*database(), std::move(parts), block_);
+        if (status != Acad::eOk) return status;
+        picture_.reset();
+    }
+    return AcDbEntity::subClose();
 }
 
 Acad::ErrorStatus AcDbDimension::subGetGripPoints(AcGePoint3dArray& points) const {

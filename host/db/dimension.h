@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -13,8 +14,11 @@ public:
 
     /// The block that draws the dimension, null when there is none.
     AcDbObjectId dimBlockId() const { return look(block_); }
-    Acad::ErrorStatus setDimBlockId(AcDbObjectId block) { return change(block_, block); }
+    Acad::ErrorStatus setDimBlockId(AcDbObjectId block);
     /// How far the block is moved from where it was drawn, in world coordinates.
+    /// A dimension that is turned, mirrored or scaled gets a block of its own when it is closed,
+    /// with what the one before draws put in place: sizes and arrows grow with it, and texts are
+    /// not mirrored. The one before stays, as others may share it.
     AcGePoint3d dimBlockPosition() const;
     Acad::ErrorStatus setDimBlockPosition(const AcGePoint3d& position);
 
@@ -72,8 +76,14 @@ protected:
     Acad::ErrorStatus subExplode(headless::NewEntities& parts) const override;
     void subDescribe(headless::GeometrySink& sink) const override;
     bool keepsExtents() const override { return false; }
+    Acad::ErrorStatus subClose() override;
 
 private:
+    bool measuresAngle() const { return kindNumber() == 2 || kindNumber() == 5; }
+    /// Where the block's contents are drawn.
+    AcGeMatrix3d picture() const;
+    Acad::ErrorStatus transformPicture(const AcGeMatrix3d& transform, const AcGeVector3d& normal);
+    void transformAngles(const AcGeMatrix3d& local);
     void readGeometry(const headless::DxfTag& tag);
     void writeFlags(headless::DxfOutput& out) const;
 
@@ -82,6 +92,8 @@ private:
     AcDbObjectId style_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
     AcGePoint3d blockPosition_; // In the object coordinate system, as files hold it.
+    // Where the block is drawn until the dimension gets one of its own; null: moved only.
+    std::shared_ptr<const AcGeMatrix3d> picture_;
     AcGePoint3d textPosition_;
     double textRotation_ = 0.0;
     double horizontalRotation_ = 0.0;

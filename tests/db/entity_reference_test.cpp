@@ -233,4 +233,68 @@ TEST_F(ReferenceTest, DimensionsShowTheirBlock) {
     EXPECT_EQ(bare->measurement(value), Acad::eNotApplicable);
 }
 
+TEST_F(ReferenceTest, TurnedDimensionsGetABlockOfTheirOwn) {
+    const AcDbObjectId shared = block(L"*D1");
+    put(shared, new AcDbLine({0, 0, 0}, {8, 0, 0}));
+    auto* const text = new AcDbText({1, 1, 0}, L"WIDE", {}, 2.0, pi / 6);
+    put(shared, text);
+    const struct {
+        const char* name;
+        AcGeMatrix3d transform;
+        Box line;
+        double textAngle;
+    } cases[] = {
+        {"a quarter turn",
+         AcGeMatrix3d::rotation(pi / 2, AcGeVector3d::kZAxis),
+         {{0, 0, 0}, {0, 8, 0}},
+         pi * 2 / 3},
+        {"left for right",
+         AcGeMatrix3d::mirroring(AcGePlane({0, 0, 0}, AcGeVector3d::kXAxis)),
+         {{-8, 0, 0}, {0, 0, 0}},
+         pi * 11 / 6},
+        {"up for down",
+         AcGeMatrix3d::mirroring(AcGePlane({0, 0, 0}, AcGeVector3d::kYAxis)),
+         {{0, 0, 0}, {8, 0, 0}},
+         pi * 11 / 6},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        auto* const dimension = new AcDbAlignedDimension;
+        dimension->setDimBlockId(shared);
+        put(db.modelSpaceId(), dimension);
+        AcDbExtents box;
+        {
+            AcDbObjectPointer<AcDbDimension> opened(dimension->objectId(), AcDb::kForWrite);
+            ASSERT_EQ(opened->transformBy(c.transform), Acad::eOk);
+            ASSERT_EQ(opened->getGeomExtents(box), Acad::eOk) << "before it has its block";
+        }
+        AcDbObjectPointer<AcDbDimension> opened(dimension->objectId());
+        ASSERT_NE(opened->dimBlockId(), shared);
+        const auto* const own = Residence::peek<AcDbBlockTableRecord>(opened->dimBlockId());
+        EXPECT_TRUE(own->nameOf().starts_with(L"*D")) << headless::toUtf8(own->nameOf());
+        ASSERT_EQ(own->entityIds().size(), 2U);
+        enttest::expectNear(enttest::boxOf(*AcDbObjectPointer<AcDbLine>(own->entityIds()[0])),
+                            c.line);
+        AcDbObjectPointer<AcDbText> letters(own->entityIds()[1]);
+        EXPECT_NEAR(letters->rotation(), c.textAngle, 1e-12);
+        EXPECT_TRUE(letters->normal().isEqualTo(AcGeVector3d::kZAxis)) << "not seen from behind";
+        AcGePoint3dArray before;
+        AcDbObjectPointer<AcDbText>(text->objectId())->getBoundingPoints(before);
+        AcDbExtents placed;
+        for (const AcGePoint3d& corner : before)
+            placed.addPoint(c.transform * corner);
+        AcDbExtents shown;
+        letters->getGeomExtents(shown);
+        enttest::expectNear({shown.minPoint(), shown.maxPoint()},
+                            {placed.minPoint(), placed.maxPoint()});
+        enttest::expectNear(enttest::boxOf(*opened), {box.minPoint(), box.maxPoint()});
+    }
+    EXPECT_EQ(Residence::peek<AcDbBlockTableRecord>(shared)->entityIds().size(), 2U);
+    AcDbAlignedDimension uneven;
+    uneven.setDimBlockId(shared);
+    AcGeMatrix3d stretched;
+    stretched(0, 0) = 2.0;
+    EXPECT_EQ(uneven.transformBy(stretched), Acad::eCannotScaleNonUniformly);
+}
+
 } // namespace

@@ -74,16 +74,58 @@ TEST_F(Turned, DirectionsAndLengthsGoAlong) {
             << headless::toUtf8(c.kind->name());
 }
 
-TEST_F(Turned, DimensionsMoveWithAllTheirPoints) {
-    const WrittenGroups before =
-        groups("100=AcDbDimension|10=1,0,0|11=2,0,0|70=2|71=5|210=0,0,-1|"
-               "100=AcDb2LineAngularDimension|13=3,0,0|14=4,0,0|15=5,0,0|16=6,0,0");
-    // Groups 11, 12 and 16 are in object coordinates, where x runs the other way.
-    EXPECT_THAT(
-        written(*AcDb2LineAngularDimension::desc(), before, AcGeMatrix3d::translation({10, 0, 0})),
-        testing::ElementsAreArray(
-            groups("100=AcDbDimension|10=11,0,0|11=-8,0,0|12=-10,0,0|70=2|71=5|210=0,0,-1|"
-                   "100=AcDb2LineAngularDimension|13=13,0,0|14=14,0,0|15=15,0,0|16=-4,0,0")));
+// Groups 11, 12 and 16 are in object coordinates, where x runs the other way below.
+TEST_F(Turned, DimensionsGoAlongWithAllTheirPoints) {
+    const AcGeMatrix3d turn = AcGeMatrix3d::scaling(2.0) *
+                              AcGeMatrix3d::rotation(std::numbers::pi / 2, AcGeVector3d::kZAxis);
+    const AcGeMatrix3d mirror =
+        AcGeMatrix3d::mirroring(AcGePlane(AcGePoint3d::kOrigin, AcGeVector3d::kXAxis));
+    const AcGeMatrix3d flip = AcGeMatrix3d::rotation(std::numbers::pi, AcGeVector3d::kXAxis);
+    const std::string angular = "|100=AcDb2LineAngularDimension|";
+    const std::string linear = "|100=AcDbAlignedDimension|13=1,2,3|14=4,5,6";
+    const std::string common = "100=AcDbDimension|10=1,2,3|11=4,5,6|70=";
+    const struct {
+        const char* name;
+        const AcRxClass* kind;
+        AcGeMatrix3d transform;
+        std::string before;
+        std::string after;
+    } cases[] = {
+        {"moved, seen from below", AcDb2LineAngularDimension::desc(),
+         AcGeMatrix3d::translation({10, 0, 0}),
+         "100=AcDbDimension|10=1,0,0|11=2,0,0|70=2|71=5|210=0,0,-1" + angular +
+             "13=3,0,0|14=4,0,0|15=5,0,0|16=6,0,0",
+         "100=AcDbDimension|10=11,0,0|11=-8,0,0|12=-10,0,0|70=2|71=5|210=0,0,-1" + angular +
+             "13=13,0,0|14=14,0,0|15=15,0,0|16=-4,0,0"},
+        {"an angle stays what it is", AcDb2LineAngularDimension::desc(), turn,
+         "100=AcDbDimension|10=1,0,0|11=2,0,0|70=2|71=5|42=1.5" + angular +
+             "13=3,0,0|14=4,0,0|15=5,0,0|16=6,0,0",
+         "100=AcDbDimension|10=0,2,0|11=0,4,0|70=2|71=5|42=1.5|51=270" + angular +
+             "13=0,6,0|14=0,8,0|15=0,10,0|16=0,12,0"},
+        {"a length grows", AcDbRotatedDimension::desc(), turn,
+         common + "0|71=5|42=3|53=10" + linear + "|50=30|52=15|100=AcDbRotatedDimension",
+         "100=AcDbDimension|10=-4,2,6|11=-10,8,12|70=0|71=5|42=6|53=100|51=270|"
+         "100=AcDbAlignedDimension|13=-4,2,6|14=-10,8,12|50=120|52=15|100=AcDbRotatedDimension"},
+        {"mirrored, and read as before", AcDbRotatedDimension::desc(), mirror,
+         common + "0|71=5|42=3|53=10" + linear + "|50=30|52=15|100=AcDbRotatedDimension",
+         "100=AcDbDimension|10=-1,2,3|11=-4,5,6|70=0|71=5|42=3|53=350|"
+         "100=AcDbAlignedDimension|13=-1,2,3|14=-4,5,6|50=150|52=345|100=AcDbRotatedDimension"},
+        {"turned over", AcDbAlignedDimension::desc(), flip, common + "1|71=5" + linear + "|52=15",
+         "100=AcDbDimension|10=1,-2,-3|11=-4,-5,6|70=1|71=5|51=180|210=0,0,-1|"
+         "100=AcDbAlignedDimension|13=1,-2,-3|14=4,-5,-6|52=15"},
+        {"a leader grows", AcDbDiametricDimension::desc(), turn,
+         common + "3|71=5|100=AcDbDiametricDimension|15=7,8,9|40=2",
+         "100=AcDbDimension|10=-4,2,6|11=-10,8,12|70=3|71=5|51=270|"
+         "100=AcDbDiametricDimension|15=-16,14,18|40=4"},
+        {"a coordinate along the axis turned", AcDbOrdinateDimension::desc(), turn,
+         common + "70|71=5|51=10|100=AcDbOrdinateDimension|13=1,2,3|14=4,5,6",
+         "100=AcDbDimension|10=-4,2,6|11=-10,8,12|70=70|71=5|51=280|"
+         "100=AcDbOrdinateDimension|13=-4,2,6|14=-10,8,12"},
+    };
+    for (const auto& c : cases)
+        EXPECT_THAT(written(*c.kind, groups(c.before), c.transform),
+                    testing::ElementsAreArray(groups(c.after)))
+            << c.name;
 }
 
 TEST_F(Turned, ImagesReachAsFarAsTheirBoundary) {
