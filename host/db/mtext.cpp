@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "db/database.h"
 #include "db/dxf_output.h"
 #include "db/explode.h"
 #include "db/flat_transform.h"
@@ -15,6 +16,7 @@
 #include "db/text_metrics.h"
 #include "db/text_style_table.h"
 #include "rx/ac_string.h"
+#include "win/casing.h"
 
 HEADLESS_DXF_DEFINE_MEMBERS(AcDbMText, AcDbEntity, "MTEXT")
 
@@ -27,6 +29,36 @@ namespace {
 std::wstring plainText(const headless::MTextRun& run) {
     if (!run.isFraction()) return run.text;
     return run.text + (run.bar == L'^' ? L' ' : L'/') + run.lower;
+}
+
+/// The same as a single line shows it, which ends its strokes itself.
+std::wstring singleLine(const headless::MTextRun& run) {
+    std::wstring codes;
+    if (run.format.underlined) codes += L"%%u";
+    if (run.format.overlined) codes += L"%%o";
+    if (run.format.struckThrough) codes += L"%%k";
+    return codes + plainText(run);
+}
+
+/// A font file's own name: without folder, second font and the ending that may be left out.
+std::wstring_view fontName(std::wstring_view file) {
+    file = file.substr(0, file.find(L','));
+    if (const auto folder = file.find_last_of(L"\\/"); folder != std::wstring_view::npos)
+        file.remove_prefix(folder + 1);
+    constexpr std::wstring_view kStrokes = L".shx";
+    if (file.size() > kStrokes.size() &&
+        headless::equalNoCase(file.substr(file.size() - kStrokes.size()), kStrokes))
+        file.remove_suffix(kStrokes.size());
+    return file;
+}
+
+/// True when a style asks for the font that letters are in.
+bool hasFont(const headless::FontRequest& style, const headless::FontRequest& letters) {
+    if (style == letters) return true;
+    if (!headless::equalNoCase(style.typeface, letters.typeface)) return false;
+    if (letters.typeface.empty())
+        return headless::equalNoCase(fontName(style.file), fontName(letters.file));
+    return style.bold == letters.bold && style.italic == letters.italic;
 }
 
 } // namespace
@@ -122,6 +154,18 @@ void AcDbMText::subDescribe(headless::GeometrySink& sink) const {
     sink.text(std::array{top + down, top + down + along, top + along, top});
 }
 
+AcDbObjectId AcDbMText::styleWith(const headless::FontRequest& font) const {
+    const AcDbDatabase* const db = style_.isNull() ? database() : style_.database();
+    if (db == nullptr || hasFont(headless::fontRequestOf(style_), font)) return style_;
+    for (const AcDbObjectId id :
+         Residence::peek<AcDbTextStyleTable>(db->textStyleTableId())->recordIds()) {
+        const auto* const style = Residence::peek<AcDbTextStyleTableRecord>(id);
+        if (style == nullptr || style->isErased() || style->nameOf().empty()) continue;
+        if (hasFont(style->fontRequest(), font)) return id;
+    }
+    return style_;
+}
+
 Acad::ErrorStatus AcDbMText::subExplode(headless::NewEntities& parts) const {
     const headless::MTextLayout layout = this->layout();
     const AcGePoint3d corner = boxCorner(layout);
@@ -129,18 +173,17 @@ Acad::ErrorStatus AcDbMText::subExplode(headless::NewEntities& parts) const {
     const AcGeVector3d local = headless::ocsMatrix(normal_).transpose() * direction_;
     const double rotation = AcGeVector2d(local.x, local.y).angle();
     for (const headless::PlacedRun& placed : layout.runs) {
-        const std::wstring letters = plainText(placed.run);
-        if (letters.find_first_not_of(L' ') == std::wstring::npos) continue;
+        if (plainText(placed.run).find_first_not_of(L' ') == std::wstring::npos) continue;
         const headless::MTextFormat& format = placed.run.format;
         auto& text = headless::addPart(parts, *this, std::make_unique<AcDbText>());
         text.setNormal(normal_);
         text.setPosition(corner + direction_ * placed.origin.x + up * placed.origin.y);
         text.setRotation(rotation);
         text.setHeight(format.height);
-        text.setWidthFactor(format.widthFactor);
+        text.setWidthFactor(format.widthFactor * format.tracking);
         text.setOblique(format.oblique);
-        text.setTextStyle(style_);
-        text.setTextString(letters.c_str());
+        text.setTextStyle(styleWith(format.font));
+        text.setTextString(singleLine(placed.run).c_str());
         if (format.color) text.setColor(AcCmColor(*format.color));
     }
     return Acad::eOk;

@@ -10,6 +10,12 @@ class AcString;
 
 /// Text in the plane of its normal, broken into lines at its width. The location is where the box
 /// of the text is attached, in world coordinates.
+///
+/// Taken apart it is single lines of text, a piece for each run of letters of one look in a line.
+/// They have its height, width, lean, colour and strokes; letters that stand closer or further
+/// apart become narrower or wider instead, so that a piece ends where the run did. A piece is in
+/// the style of the drawing that has the run's font, and in the text's own where none has: no style
+/// is made.
 class AcDbMText : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbMText);
@@ -97,6 +103,8 @@ private:
     /// bottom.
     double column() const;
     double row() const;
+    /// The style whose font that is; the text's own where no style has it.
+    AcDbObjectId styleWith(const headless::FontRequest& font) const;
     void writeContents(headless::DxfOutput& out) const;
 
     AcGePoint3d location_;

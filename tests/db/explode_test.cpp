@@ -200,12 +200,16 @@ TEST_F(Explode, DimensionsGiveTheirPicture) {
     dimension->setDimBlockId(picture);
     put(inside, dimension);
     EXPECT_EQ(count<AcDbLine>(partsOf(*AcDbObjectPointer<AcDbEntity>(dimension->objectId()))), 1U);
-    // A dimension cannot be turned, its picture can.
     AcDbBlockReference turned({0, 0, 0}, inside);
     turned.setRotation(pi / 2);
-    const Parts parts = partsOf(turned);
-    ASSERT_EQ(count<AcDbLine>(parts), 1U);
+    Parts parts = partsOf(turned);
+    ASSERT_EQ(count<AcDbRotatedDimension>(parts), 1U);
     enttest::expectNear(boxOfAll(parts), {{0, 0, 0}, {0, 5, 0}});
+    // A dimension cannot be stretched, its picture can.
+    turned.setScaleFactors({2, 1, 1});
+    parts = partsOf(turned);
+    ASSERT_EQ(count<AcDbLine>(parts), 1U);
+    enttest::expectNear(boxOfAll(parts), {{0, 0, 0}, {0, 10, 0}});
 }
 
 TEST_F(Explode, MultilineTextGivesItsPieces) {
@@ -234,6 +238,59 @@ TEST_F(Explode, MultilineTextGivesItsPieces) {
     const AcGeVector3d down = third->position() - first->position();
     EXPECT_GT(down.dotProduct(whole.direction().crossProduct(whole.normal())), 2.5)
         << "the second line is below the first";
+}
+
+TEST_F(Explode, PiecesOfMultilineTextLookAsTheirRunsDid) {
+    const auto style = [&](const ACHAR* name, const ACHAR* file, const ACHAR* typeface, bool bold) {
+        const auto id = coretest::addRecord<AcDbTextStyleTableRecord>(db.textStyleTableId(), name);
+        AcDbObjectPointer<AcDbTextStyleTableRecord> record(id, AcDb::kForWrite);
+        if (*file != L'\0') record->setFileName(file);
+        if (*typeface != L'\0') record->setFont(typeface, bold, false, 0, 0);
+        return id;
+    };
+    const AcDbObjectId own = style(L"OWN", L"txt.shx", L"", false);
+    const AcDbObjectId strokes = style(L"STROKES", L"Romans.SHX", L"", false);
+    const AcDbObjectId family = style(L"FAMILY", L"", L"Arial", false);
+    const AcDbObjectId bold = style(L"BOLD", L"", L"Arial", true);
+    const struct {
+        const ACHAR* contents;
+        const ACHAR* text;
+        AcDbObjectId style;
+        double width = 1.0;
+        double oblique = 0.0;
+    } cases[] = {
+        {L"plain", L"plain", own},
+        {L"{\\Fromans|c134;x}", L"x", strokes},
+        {L"{\\FTxt.shx,bigfont;x}", L"x", own},
+        {L"{\\farial|b0|i0;x}", L"x", family},
+        {L"{\\fArial|b1|i0;x}", L"x", bold},
+        {L"{\\fArial|b1|i1;x}", L"x", own},
+        {L"{\\T1.5;\\W2;x}", L"x", own, 3.0},
+        {L"{\\Q30;x}", L"x", own, 1.0, pi / 6},
+        {L"{\\Lx}", L"%%ux", own},
+        {L"{\\L\\O\\Kx\\l}", L"%%u%%o%%kx", own},
+        {L"{\\K\\S1/2;}", L"%%k1/2", own},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(headless::toUtf8(c.contents));
+        AcDbMText whole;
+        whole.setTextHeight(2.5);
+        whole.setTextStyle(own);
+        whole.setContents(c.contents);
+        const Parts parts = partsOf(whole);
+        ASSERT_EQ(parts.size(), 1U);
+        const auto* const text = AcDbText::cast(parts.front().get());
+        EXPECT_STREQ(text->textStringConst(), c.text);
+        EXPECT_EQ(text->textStyle(), c.style);
+        EXPECT_NEAR(text->widthFactor(), c.width, 1e-12);
+        EXPECT_NEAR(text->oblique(), c.oblique, 1e-12);
+        AcDbExtents box;
+        const bool inOneLine = std::wstring(c.text).find(L'/') == std::wstring::npos;
+        if (inOneLine && c.oblique == 0.0 && c.style == own) {
+            ASSERT_EQ(text->getGeomExtents(box), Acad::eOk);
+            EXPECT_NEAR(box.maxPoint().x, whole.actualWidth(), 1e-9);
+        }
+    }
 }
 
 TEST_F(Explode, MultilinesGiveTheirLinesAndBreaks) {
