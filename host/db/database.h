@@ -61,9 +61,8 @@ struct DrawingSettings {
     AcGePoint2d limmax{420.0, 297.0};
     AcGePoint2d plimmin;
     AcGePoint2d plimmax{420.0, 297.0};
-    // What is looked at; files tell the first viewport of model space and the first sheet.
+    // What is looked at; files tell the first viewport of model space.
     AcDbObjectId tiledViewport;    // record of the viewport table; null: its first active one
-    AcDbObjectId sheet;            // paper space shown when tilemode is off; null: the first one
     AcDbObjectId floatingViewport; // through which model space is edited; null: the sheet itself
     short insunits = static_cast<short>(DrawingUnits::kMillimeters);
     short lunits = 2;
@@ -255,6 +254,8 @@ public:
     headless::DrawingSettings& settingsForWrite();
     /// Swaps all settings, noting nothing.
     void exchangeSettings(headless::DrawingSettings& settings) { std::swap(settings_, settings); }
+    /// Records that every drawing has are looked up anew: names changed.
+    void forgetFixedRecords() { fixed_ = {}; }
     /// Null for a drawing that never recorded and was in no transaction.
     headless::UndoJournal* undoJournal() const { return undoJournal_.get(); }
     headless::HighlightSet& highlights() { return highlights_; }

@@ -6,6 +6,7 @@
 #include "db/database.h"
 #include "db/dxf_filer.h"
 #include "db/dxf_output.h"
+#include "db/object_data.h"
 #include "db/resbuf.h"
 #include "db/residence.h"
 #include "rx/ac_string.h"
@@ -200,6 +201,15 @@ void AcDbSymbolTable::rename(AcDbSymbolTableRecord& record, std::wstring name) {
     namesakes.push_back(record.objectId());
     if (namesakes.size() > 1) sortByAge(namesakes);
     record.name_ = std::move(name);
+    if (AcDbDatabase* const db = database()) db->forgetFixedRecords();
+}
+
+void AcDbSymbolTable::exchangeNames(AcDbSymbolTableRecord& a, AcDbSymbolTableRecord& b) {
+    headless::ObjectData::markChanged(a);
+    headless::ObjectData::markChanged(b);
+    std::wstring name = a.name_;
+    rename(a, b.name_);
+    rename(b, std::move(name));
 }
 
 void AcDbSymbolTable::sortByAge(std::vector<AcDbObjectId>& namesakes) const {

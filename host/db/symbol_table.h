@@ -90,6 +90,8 @@ public:
     const std::vector<AcDbObjectId>& recordIds() const { return records_; }
     /// The record of that name that is not erased, else null; hidden ones too.
     AcDbObjectId findRecord(std::wstring_view name) const;
+    /// Gives each of two records of the table the other's name, however they are open.
+    void exchangeNames(AcDbSymbolTableRecord& a, AcDbSymbolTableRecord& b);
 
 protected:
     AcDbSymbolTable() = default;

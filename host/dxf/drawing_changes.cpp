@@ -53,6 +53,12 @@ void DrawingChanges::collect(AcDbDatabase& db) {
     }
 }
 
+void DrawingChanges::setApart(const std::unordered_set<const AcDbObject*>& objects) {
+    const auto isApart = [&](const AcDbObject* object) { return objects.contains(object); };
+    std::erase_if(changed_, isApart);
+    std::erase_if(added_, isApart);
+}
+
 bool DrawingChanges::isGone(AcDbObjectId id) const {
     // An owner's chain in a damaged file may run in a circle.
     constexpr int kDeepest = 64;

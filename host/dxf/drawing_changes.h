@@ -26,6 +26,9 @@ public:
     /// Blocks that got or lost attribute definitions.
     const std::unordered_set<AcDbStub*>& attributed() const { return attributed_; }
 
+    /// Takes objects out of the lists: somebody else writes them.
+    void setApart(const std::unordered_set<const AcDbObject*>& objects);
+
     bool anyGone() const { return anyGone_; }
     /// True for what is erased or deleted, or owned by what is.
     bool isGone(AcDbObjectId id) const;

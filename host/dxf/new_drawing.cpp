@@ -19,11 +19,56 @@ namespace headless {
 namespace {
 
 constexpr int kName = 2;
+constexpr int kMarker = 100;
 constexpr int kVariableName = 9;
 
+/// Groups that make up a record rather than belong to one kind of entity: its identity, its layer
+/// and how it looks, elevation, and that parts follow.
 bool isOfAllEntities(int code) {
-    constexpr std::array kCodes = {5, 6, 8, 48, 60, 62, 67, kCommentCode};
+    constexpr std::array kCodes = {5,  6,  8,       38,  48,  60,          62,
+                                   66, 67, kMarker, 102, 330, kCommentCode};
     return std::find(kCodes.begin(), kCodes.end(), code) != kCodes.end();
+}
+
+/// The subclass that holds the groups of an entity that the host does not model; empty when that is
+/// not known.
+std::string_view markerOf(std::string_view dxfName) {
+    static constexpr std::pair<std::string_view, std::string_view> kMarkers[] = {
+        {"SHAPE", "AcDbShape"},
+        {"TOLERANCE", "AcDbFcf"},
+        {"REGION", "AcDbModelerGeometry"},
+        {"BODY", "AcDbModelerGeometry"},
+        {"3DSOLID", "AcDbModelerGeometry"},
+        {"OLEFRAME", "AcDbOleFrame"},
+        {"OLE2FRAME", "AcDbOle2Frame"},
+        {"ACAD_PROXY_ENTITY", "AcDbProxyEntity"},
+    };
+    for (const auto& [name, marker] : kMarkers) {
+        if (name == dxfName) return marker;
+    }
+    return {};
+}
+
+std::span<const DxfTag> groupsBeforeXdata(std::span<const DxfTag> tags) {
+    const auto xdata = std::find_if(tags.begin(), tags.end(),
+                                    [](const DxfTag& tag) { return tag.code >= kFirstXdataCode; });
+    return tags.first(static_cast<std::size_t>(xdata - tags.begin()));
+}
+
+/// True for the marker of a subclass other than that of all entities.
+bool beginsOwnPart(const DxfTag& tag) { return tag.code == kMarker && tag.text() != "AcDbEntity"; }
+
+bool models(const DxfOutput& written, int code) {
+    return std::any_of(written.parts().begin(), written.parts().end(), [&](const DxfOutPart& part) {
+        return part.whole ||
+               std::find(part.codes.begin(), part.codes.end(), code) != part.codes.end();
+    });
+}
+
+/// Pieces of sections that are read bear the record's name; classes are written anew.
+bool isUnknownSection(const DxfPiece& piece) {
+    return piece.kind == DxfPiece::Kind::kSection && piece.name != "SECTION" &&
+           piece.name != "CLASSES";
 }
 
 /// The objects of the section of objects, the root dictionary first.
@@ -52,23 +97,55 @@ NewDrawing::NewDrawing(AcDbDatabase& db, const DrawingForm& form, const DxfSourc
       writer_(db, nullptr, form_, *this, edits_.buffer()), groups_(writer_.groups()),
       parts_(changes_, edits_, writer_, [this] { return Residence::reserveHandle(db_); }) {
     if (source_ != nullptr)
-        writer_.setPutMore([this](const AcDbObject& object) { putUnmodelled(object); });
+        writer_.setPutMore([this](const AcDbObject& object, const DxfOutput& written) {
+            putUnmodelled(object, written);
+        });
 }
 
-void NewDrawing::putUnmodelled(const AcDbObject& object) {
-    if (OpaqueEntity::cast(&object) == nullptr || dxfName(object) != "SHAPE") return;
+void NewDrawing::putUnmodelled(const AcDbObject& object, const DxfOutput& written) {
     RecordGroups file(source_->input->bytes());
-    if (!file.read(Residence::source(object))) return;
-    groups_.name(100, "AcDbShape");
-    for (const DxfTag& tag : file.record().tags) {
-        if (tag.code >= kFirstXdataCode) break;
-        if (isOfAllEntities(tag.code)) continue;
-        if (tag.kind == DxfTag::Kind::kText)
-            groups_.text(tag.code, source_->decoder.decode({tag.bytes, tag.length}));
-        else if (tag.kind == DxfTag::Kind::kReal)
-            groups_.real(tag.code, tag.real());
-        else
-            groups_.integer(tag.code, tag.integer());
+    if (AcDbEntity::cast(&object) == nullptr || !file.read(Residence::source(object))) return;
+    const auto tags = groupsBeforeXdata(file.record().tags);
+    if (OpaqueEntity::cast(&object) != nullptr) {
+        // Files that call themselves R12 may be newer ones in disguise.
+        const auto marked = std::find_if(tags.begin(), tags.end(), beginsOwnPart);
+        if (marked != tags.end()) {
+            std::for_each(marked, tags.end(), [this](const DxfTag& tag) { putGroup(tag); });
+            return;
+        }
+        const std::string_view marker = markerOf(dxfName(object));
+        if (!marker.empty()) groups_.name(kMarker, marker);
+    }
+    for (const DxfTag& tag : tags) {
+        if (!isOfAllEntities(tag.code) && !models(written, tag.code)) putGroup(tag);
+    }
+}
+
+void NewDrawing::putGroup(const DxfTag& tag) {
+    if (tag.kind == DxfTag::Kind::kText)
+        groups_.text(tag.code, source_->decoder.decode({tag.bytes, tag.length}));
+    else if (tag.kind == DxfTag::Kind::kBinary)
+        groups_.chunk(tag.code, {tag.bytes, tag.length});
+    else if (tag.kind == DxfTag::Kind::kReal)
+        groups_.real(tag.code, tag.real());
+    else
+        groups_.integer(tag.code, tag.integer());
+}
+
+void NewDrawing::putUnknownSections() {
+    if (source_ == nullptr) return;
+    DxfReadReport report; // What is wrong was told when the file was read.
+    const auto scanner = RecordScanner::make(source_->input->bytes(), report);
+    for (const DxfPiece& piece : source_->pieces) {
+        if (!isUnknownSection(piece)) continue;
+        scanner->seek({piece.span.offset, 1});
+        ScannedRecord record;
+        while (scanner->next(record) && record.begin < piece.span.offset + piece.span.length) {
+            groups_.name(0, record.name);
+            for (const DxfTag& tag : record.tags)
+                putGroup(tag);
+        }
+        endSection();
     }
 }
 
@@ -80,6 +157,7 @@ void NewDrawing::write(const DrawingEdits::Sink& sink) {
     writeBlocks();
     writeEntities();
     writeObjects();
+    putUnknownSections();
     groups_.name(0, "EOF");
     const DrawingEdits::Text body = edits_.takeText();
     result_.added += parts_.added();

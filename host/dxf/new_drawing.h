@@ -31,8 +31,11 @@ private:
     bool isLost(std::uint64_t /*handle*/) const override { return false; }
     void mentioned(AcDbObjectId /*id*/) override {}
 
-    /// Puts what an entity of a kind that is not modelled has in the file of R12.
-    void putUnmodelled(const AcDbObject& object);
+    /// Puts what an entity has in the file of R12 beyond what its class wrote.
+    void putUnmodelled(const AcDbObject& object, const DxfOutput& written);
+    void putGroup(const DxfTag& tag);
+    /// Sections that mean nothing to us, as they were.
+    void putUnknownSections();
     void beginSection(std::string_view name);
     void endSection();
     void writeHeader();

@@ -135,4 +135,26 @@ void PartUpdates::writeAll(AcDbEntity& owner) {
     if (!parts.empty() || dxfName(owner) == "POLYLINE") writeEnd(owner);
 }
 
+void PartUpdates::moveAway(AcDbEntity& owner, std::unordered_set<const AcDbObject*>& apart) {
+    const auto takeOut = [&](const AcDbObject* object) {
+        if (object == nullptr) return;
+        apart.insert(object);
+        // What is gone was taken out already.
+        if (isInFile(*object) && !changes_.isGone(object->objectId()))
+            edits_.remove(Residence::source(*object).offset, endOf(*object));
+    };
+    takeOut(&owner);
+    if (SubentityOwner* const holder = asOwner(&owner)) {
+        const Subentities& all = holder->subentities();
+        for (std::size_t at = 0; at < all.size(); ++at) {
+            const AcDbEntity* const part = all.at(at);
+            takeOut(part);
+            if (part != nullptr && isInFile(*part) && !part->isErased()) --added_;
+        }
+        takeOut(Residence::peek(all.endId()));
+    }
+    writer_.write(owner);
+    writeAll(owner);
+}
+
 } // namespace headless

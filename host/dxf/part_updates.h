@@ -23,6 +23,10 @@ public:
     void updateAll();
     /// Writes the parts of an entity that is written for the first time behind it.
     void writeAll(AcDbEntity& owner);
+    /// Writes an entity of the file with its parts for another place, and takes what the file has
+    /// of them out of where it stands.
+    /// @param apart  gets these objects, which need no more updates.
+    void moveAway(AcDbEntity& owner, std::unordered_set<const AcDbObject*>& apart);
 
     /// Parts that are written anew although they only moved.
     bool isDone(const AcDbObject* object) const { return done_.contains(object); }

@@ -134,7 +134,7 @@ void RecordWriter::write(const AcDbObject& object) {
 void RecordWriter::writeUnmerged(const AcDbObject& object, const DxfOutput& now,
                                  const DataItems* items) {
     putNew(now);
-    if (putMore_) putMore_(object);
+    if (putMore_) putMore_(object, now);
     xdata_.put(nullptr, 0, items, now, nullptr);
 }
 

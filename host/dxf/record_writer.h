@@ -59,7 +59,7 @@ public:
     void writeSequenceEnd(const AcDbEntity& owner, std::uint64_t handle);
 
     /// Called where a record that is written as new may have more before its extended data.
-    using PutMore = std::function<void(const AcDbObject&)>;
+    using PutMore = std::function<void(const AcDbObject&, const DxfOutput& written)>;
     void setPutMore(PutMore putMore) { putMore_ = std::move(putMore); }
 
     /// True when the object's record names one of the renamed records.

@@ -108,6 +108,7 @@ void SourceUpdate::prepare() {
     removeRecords();
     admitAdded();
     findRenamed();
+    moveSheets();
     parts_.updateAll();
     rewriteChanged();
     rewriteWhatNamesThem();
@@ -165,6 +166,28 @@ void SourceUpdate::findRenamed() {
             renamed_.insert(block->objectId());
     }
     writer_.setRenamed(renamed_, std::move(layers));
+}
+
+/// The entities of the sheet that is shown, which its name tells, stand in the section of entities,
+/// those of other sheets in their blocks.
+void SourceUpdate::moveSheets() {
+    if (!form_.hasSubclasses()) return;
+    std::unordered_set<const AcDbObject*> apart;
+    for (AcDbStub* const stub : renamed_) {
+        const auto* const block = Residence::peek<AcDbBlockTableRecord>(AcDbObjectId(stub));
+        if (block == nullptr || !block->isSpace()) continue;
+        moved_.insert(block);
+        std::vector<Text>* const list = newEntitiesOf(*block);
+        for (const AcDbObjectId id : block->entityIds()) {
+            auto* const entity = Residence::peek<AcDbEntity>(id);
+            if (entity == nullptr || !isStubInFile(id) || changes_.isGone(id)) continue;
+            parts_.moveAway(*entity, apart);
+            put(*block, list);
+            ++result_.changed;
+        }
+    }
+    changes_.setApart(apart);
+    done_.insert(apart.begin(), apart.end());
 }
 
 /// Files name table records by their names, so a new name concerns objects that did not change.
@@ -310,6 +333,7 @@ std::vector<SourceUpdate::Text>* SourceUpdate::newEntitiesOf(const AcDbBlockTabl
     const AcDbObjectId id = block.objectId();
     if (id != db_.modelSpaceId() && id != db_.paperSpaceId())
         return isNewBlock(block) ? &newBlock(block).entities : nullptr;
+    if (moved_.contains(&block)) return &entities_;
     for (const AcDbObjectId other : block.entityIds()) {
         if (!isStubInFile(other)) continue;
         const std::uint64_t offset = Residence::source(*Residence::peek(other)).offset;
@@ -330,12 +354,17 @@ void SourceUpdate::addEntitiesOf(const AcDbBlockTableRecord& block) {
         parts_.writeAll(*entity);
         classes_.insert(dxfName(*entity));
         ++result_.added;
-        const Text text = edits_.takeText();
-        if (list != nullptr)
-            list->push_back(text);
-        else
-            edits_.insert(endOf(block), text);
+        put(block, list);
     }
+}
+
+/// Puts an entity that was written into the list, or at the end of its block.
+void SourceUpdate::put(const AcDbBlockTableRecord& block, std::vector<Text>* list) {
+    const Text text = edits_.takeText();
+    if (list != nullptr)
+        list->push_back(text);
+    else
+        edits_.insert(endOf(block), text);
 }
 
 void SourceUpdate::assemble() {

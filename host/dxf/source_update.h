@@ -51,6 +51,7 @@ private:
     bool isNewBlock(const AcDbBlockTableRecord& block) const;
 
     void findRenamed();
+    void moveSheets();
     void rewriteWhatNamesThem();
     void rewriteChanged();
     void rewrite(const AcDbObject& object);
@@ -64,6 +65,7 @@ private:
     void add(AcDbObject& object);
     void addRecord(const AcDbSymbolTableRecord& record);
     void addEntitiesOf(const AcDbBlockTableRecord& block);
+    void put(const AcDbBlockTableRecord& block, std::vector<Text>* list);
     std::vector<Text>* newEntitiesOf(const AcDbBlockTableRecord& block);
     std::uint64_t endOf(const AcDbBlockTableRecord& block) const;
     NewBlock& newBlock(const AcDbBlockTableRecord& block);
@@ -100,6 +102,7 @@ private:
     std::unordered_set<AcDbStub*> written_; // added or implied objects that get a record
     std::vector<AcDbObject*> implied_;      // those of them that were not written yet
     std::unordered_set<AcDbStub*> renamed_;
+    std::unordered_set<const AcDbBlockTableRecord*> moved_;  // sheets that stand elsewhere now
     std::unordered_set<const AcDbObject*> done_;             // of the file
     std::unordered_set<const AcDbBlockTableRecord*> filled_; // whose new entities are written
     bool handlesGiven_ = false;

@@ -111,10 +111,7 @@ AcDbObjectId modelViewport(const AcDbDatabase& db, short number) {
     return at == all.end() ? AcDbObjectId() : at->id;
 }
 
-AcDbObjectId currentSheet(const AcDbDatabase& db) {
-    const AcDbObjectId sheet = db.settings().sheet;
-    return living<AcDbBlockTableRecord>(sheet) != nullptr ? sheet : db.paperSpaceId();
-}
+AcDbObjectId currentSheet(const AcDbDatabase& db) { return db.paperSpaceId(); }
 
 AcDbObjectId sheetViewport(AcDbObjectId sheet) {
     const std::vector<AcDbObjectId> all = viewportsOn(sheet);
@@ -170,8 +167,11 @@ void showModel(AcDbDatabase& db) {
 }
 
 void showSheet(AcDbDatabase& db, AcDbObjectId sheet) {
+    auto* const shown = Residence::peek<AcDbBlockTableRecord>(sheet);
+    auto* const before = Residence::peek<AcDbBlockTableRecord>(currentSheet(db));
+    if (shown != nullptr && before != nullptr && shown != before)
+        Residence::peek<AcDbBlockTable>(db.blockTableId())->exchangeNames(*shown, *before);
     DrawingSettings& settings = db.settingsForWrite();
-    if (!sheet.isNull()) settings.sheet = sheet;
     settings.tilemode = false;
     settings.floatingViewport = {};
     db.setCurrentSpaceId(currentSheet(db));

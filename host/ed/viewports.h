@@ -18,7 +18,8 @@ namespace headless {
 constexpr short kSheetNumber = 1;
 constexpr short kFirstViewport = 2;
 
-/// The paper space that is shown when tilemode is off.
+/// The paper space that is shown when tilemode is off: the block *Paper_Space. Other sheets have
+/// numbers behind that name.
 [[nodiscard]] AcDbObjectId currentSheet(const AcDbDatabase& db);
 /// The viewport that keeps how a sheet is seen; null when it has none yet.
 [[nodiscard]] AcDbObjectId sheetViewport(AcDbObjectId sheet);
@@ -46,7 +47,8 @@ struct NumberedViewport {
 /// False for a number that no viewport has, and for one that is switched off.
 bool setCurrentViewport(AcDbDatabase& db, short number);
 
-/// Turns tilemode on, or off to show a sheet; a null sheet is the one shown before.
+/// Turns tilemode on, or off to show a sheet, which gets the name of the one shown before; a null
+/// sheet is that one.
 void showModel(AcDbDatabase& db);
 void showSheet(AcDbDatabase& db, AcDbObjectId sheet = {});
 

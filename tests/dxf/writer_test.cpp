@@ -237,6 +237,118 @@ TEST(SavedDrawing, WhatR12CannotHoldMakesItADrawingOf2000) {
     EXPECT_THAT(bytes, HasSubstr("1001\nAPP\n"));
 }
 
+TEST(SavedDrawing, ADrawingOf2000KeepsWhatOnlyTheFileOfR12Has) {
+    const std::string head = "0|SECTION|2|HEADER|9|$ACADVER|1|AC1009|0|ENDSEC|";
+    const struct {
+        const char* name;
+        std::string sections;
+        const char* kept;
+    } cases[] = {
+        {"a group that lines do not have", "0|SECTION|2|ENTITIES|0|LINE|8|0|66|1|90|7|10|1|20|2|",
+         "90|7|"},
+        {"a kind whose subclass is known",
+         "0|SECTION|2|ENTITIES|0|TOLERANCE|8|0|62|3|3|Standard|1|{\\Fgdt;r}|",
+         "100|AcDbFcf|3|Standard|1|{\\Fgdt;r}|"},
+        {"a kind of nobody's", "0|SECTION|2|ENTITIES|0|GADGET|8|0|70|3|40|1.5|", "70|3|40|1.5|"},
+        {"subclasses of a newer file",
+         "0|SECTION|2|ENTITIES|0|GADGET|100|AcDbEntity|8|0|100|AcDbGadget|70|3|330|1F|",
+         "8|0|100|AcDbGadget|70|3|330|1F|"},
+        {"a section of others",
+         "0|SECTION|2|NOTES|7|q|0|NOTE|1|text|70|4|0|ENDSEC|0|SECTION|2|ENTITIES|",
+         "0|SECTION|2|NOTES|7|q|0|NOTE|1|text|70|4|0|ENDSEC|0|EOF|"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        Drawing drawing(lines(head + c.sections + "0|ENDSEC|0|EOF|"));
+        auto* const polyline = new AcDbPolyline(1);
+        polyline->addVertexAt(0, {0, 0});
+        append(*drawing.db, polyline);
+        std::string bytes = saved(*drawing.db);
+        std::erase(bytes, ' ');
+        EXPECT_THAT(bytes, HasSubstr("AC1015"));
+        EXPECT_THAT(bytes, HasSubstr(lines(c.kept)));
+        EXPECT_THAT(bytes, Not(HasSubstr("66\n1\n"))) << "no parts follow";
+    }
+}
+
+/// What the drawing's sheets hold, by handle, in order, and the tile records by theirs.
+std::string told(const Drawing& drawing) {
+    std::string text;
+    for (const AcDbBlockTableRecord* const block :
+         records<AcDbBlockTableRecord>(drawing.db->blockTableId())) {
+        text += toUtf8(block->nameOf()) + ":";
+        for (const AcDbObjectId id : block->entityIds())
+            text += " " + handleText(id.handle());
+        text += "; ";
+    }
+    for (const auto* const tile : records<AcDbViewportTableRecord>(drawing.db->viewportTableId()))
+        text += toUtf8(tile->nameOf()) + " " + handleText(tile->objectId().handle()) + "; ";
+    return text;
+}
+
+TEST(SavedDrawing, TheSheetShownIsPaperSpaceAndTilesKeepTheirOrder) {
+    const std::string record = "100|AcDbSymbolTableRecord|100|AcDbBlockTableRecord|2|";
+    const std::string begin = "100|AcDbEntity|8|0|100|AcDbBlockBegin|2|";
+    const std::string file =
+        "0|SECTION|2|HEADER|9|$ACADVER|1|AC1015|9|$HANDSEED|5|FF|0|ENDSEC|0|SECTION|2|TABLES|"
+        "0|TABLE|2|VPORT|5|8|70|3|0|VPORT|5|32|100|AcDbSymbolTableRecord|"
+        "100|AcDbViewportTableRecord|2|*Active|0|VPORT|5|31|100|AcDbSymbolTableRecord|"
+        "100|AcDbViewportTableRecord|2|*Active|0|VPORT|5|33|100|AcDbSymbolTableRecord|"
+        "100|AcDbViewportTableRecord|2|*Active|0|ENDTAB|0|TABLE|2|BLOCK_RECORD|5|1|70|3|"
+        "0|BLOCK_RECORD|5|1F|" +
+        record + "*Model_Space|0|BLOCK_RECORD|5|1B|" + record +
+        "*Paper_Space|0|BLOCK_RECORD|5|1C|" + record + "*Paper_Space0|0|BLOCK_RECORD|5|1A|" +
+        record +
+        "X|0|ENDTAB|0|ENDSEC|0|SECTION|2|BLOCKS|"
+        "0|BLOCK|5|3A|330|1A|" +
+        begin + "X|70|2|0|ENDBLK|5|3B|330|1A|0|BLOCK|5|20|330|1F|" + begin +
+        "*Model_Space|70|0|0|ENDBLK|5|21|330|1F|"
+        "0|BLOCK|5|1D|330|1B|" +
+        begin +
+        "*Paper_Space|70|0|0|ENDBLK|5|1E|330|1B|"
+        "0|BLOCK|5|2D|330|1C|" +
+        begin +
+        "*Paper_Space0|70|0|"
+        "0|INSERT|5|C1|330|1C|100|AcDbEntity|67|1|8|0|284|3|100|AcDbBlockReference|66|1|2|X|10|0|"
+        "0|ATTRIB|5|C2|330|C1|100|AcDbEntity|67|1|8|0|100|AcDbText|10|0|40|1|1|v|"
+        "100|AcDbAttribute|2|T|70|0|0|SEQEND|5|C3|330|C1|100|AcDbEntity|67|1|8|0|"
+        "0|LINE|5|C4|330|1C|100|AcDbEntity|67|1|8|0|100|AcDbLine|10|1|11|2|"
+        "0|ENDBLK|5|2E|330|1C|0|ENDSEC|0|SECTION|2|ENTITIES|"
+        "0|LINE|5|A1|330|1F|100|AcDbEntity|8|0|100|AcDbLine|10|1|11|2|"
+        "0|LINE|5|B1|330|1B|100|AcDbEntity|67|1|8|0|284|3|100|AcDbLine|10|1.50|11|2|0|ENDSEC|"
+        "0|EOF|";
+    Drawing drawing(lines(file));
+    ASSERT_TRUE(drawing.result) << drawing.result.refusal;
+    const auto show = [](const Drawing& of, std::uint64_t sheet) {
+        auto& blocks = *Residence::peek<AcDbBlockTable>(of.db->blockTableId());
+        blocks.exchangeNames(*at<AcDbBlockTableRecord>(of, sheet),
+                             *Residence::peek<AcDbBlockTableRecord>(of.db->paperSpaceId()));
+    };
+    show(drawing, 0x1C);
+    EXPECT_EQ(drawing.db->paperSpaceId().handle(), 0x1CU);
+    change<AcDbViewportTableRecord>(drawing, 0x31,
+                                    [](AcDbViewportTableRecord& tile) { tile.setHeight(5); });
+    change<AcDbLine>(drawing, 0xC4, [](AcDbLine& line) { line.setEndPoint({9, 9, 0}); });
+    const std::string bytes = saved(*drawing.db);
+    const Drawing again(bytes);
+    EXPECT_TRUE(again.findings().empty()) << ::testing::PrintToString(again.findings());
+    EXPECT_EQ(told(again), "*Model_Space: A1; *Paper_Space0: B1; *Paper_Space: C1 C4; X:; "
+                           "*Active 32; *Active 31; *Active 33; ");
+    const std::size_t entitiesAt = bytes.find("\nENTITIES\n");
+    EXPECT_LT(bytes.find("5\nB1\n"), entitiesAt) << "in its block now";
+    EXPECT_GT(bytes.find("5\nC1\n"), entitiesAt);
+    EXPECT_THAT(bytes, HasSubstr(lines("284|3|100|AcDbLine|10|1.50|11|2|")));
+    EXPECT_THAT(bytes, HasSubstr(lines("284|3|100|AcDbBlockReference|66|1|2|X|10|0|0|ATTRIB|")));
+    EXPECT_THAT(bytes, HasSubstr(lines("0|SEQEND|5|C3|330|C1|100|AcDbEntity|67|1|8|0|0|LINE|")));
+
+    change<AcDbViewportTableRecord>(drawing, 0x31,
+                                    [](AcDbViewportTableRecord& tile) { tile.setHeight(1); });
+    show(again, 0x1B);
+    const Drawing back(saved(*again.db));
+    EXPECT_EQ(told(back), "*Model_Space: A1; *Paper_Space: B1; *Paper_Space0: C1 C4; X:; "
+                          "*Active 32; *Active 31; *Active 33; ");
+}
+
 std::string contents(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};

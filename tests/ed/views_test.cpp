@@ -1,6 +1,10 @@
 // Viewports, the variables that tell what they show, and the command ZOOM.
+#include "db/dictionary.h"
 #include "db/layer_table.h"
+#include "db/layout.h"
 #include "db/line.h"
+#include "db/residence.h"
+#include "db/undo_journal.h"
 #include "ed/prompts.h"
 #include "view_fixture.h"
 
@@ -147,6 +151,44 @@ TEST_F(ViewsTest, FloatingViewports) {
     EXPECT_EQ(ed_.variables.set(L"CTAB", std::wstring(L"model")), SetOutcome::done);
     EXPECT_EQ(integerOf(L"TILEMODE"), 1);
     EXPECT_EQ(ed_.variables.set(L"CTAB", std::wstring(L"Layout9")), SetOutcome::outOfRange);
+}
+
+TEST_F(ViewsTest, TheSheetShownIsTheBlockPaperSpace) {
+    const AcDbObjectId first = drawing().paperSpaceId();
+    AcDbObjectId second;
+    AcDbObjectId layout;
+    {
+        AcDbObjectPointer<AcDbBlockTable> blocks(drawing().blockTableId(), AcDb::kForWrite);
+        auto* const block = new AcDbBlockTableRecord;
+        block->setName(L"*Paper_Space0");
+        ASSERT_EQ(blocks->add(second, block), Acad::eOk);
+        AcDbDictionary* root = nullptr;
+        ASSERT_EQ(drawing().getNamedObjectsDictionary(root, AcDb::kForWrite), Acad::eOk);
+        auto* const layouts = new AcDbDictionary;
+        ASSERT_EQ(root->setAt(L"ACAD_LAYOUT", layouts, layout), Acad::eOk);
+        root->close();
+        auto* const made = new AcDbLayout;
+        ASSERT_EQ(layouts->setAt(L"Plan", made, layout), Acad::eOk);
+        block->setLayoutId(layout);
+        made->close();
+        layouts->close();
+        block->close();
+    }
+    const auto named = [&](AcDbObjectId id) {
+        return headless::Residence::peek<AcDbBlockTableRecord>(id)->nameOf();
+    };
+    drawing().disableUndoRecording(false);
+    drawing().undoJournal()->mark();
+    EXPECT_EQ(ed_.variables.set(L"CTAB", std::wstring(L"plan")), SetOutcome::done);
+    EXPECT_EQ(drawing().paperSpaceId(), second);
+    EXPECT_EQ(drawing().currentSpaceId(), second);
+    EXPECT_EQ(named(first), L"*Paper_Space0");
+    set(L"TILEMODE", 1);
+    set(L"TILEMODE", 0);
+    EXPECT_EQ(ed_.variables.get(L"CTAB"), headless::VariableValue(std::wstring(L"Plan")));
+    drawing().undoJournal()->undoToMark();
+    EXPECT_EQ(drawing().paperSpaceId(), first);
+    EXPECT_EQ(named(second), L"*Paper_Space0");
 }
 
 TEST_F(ViewsTest, SheetKeepsItsView) {
