@@ -5,12 +5,18 @@
 
 namespace headless {
 
-/// The members of the application that the host has. All are methods without arguments; they do
-/// nothing while no drawing is open.
+/// The members of the application that the host has. All are methods, which do nothing while no
+/// drawing is open: ZoomAll(), ZoomExtents(), ZoomWindow(lowerLeft, upperRight) and
+/// ZoomCenter(center, height). Points are arrays of three numbers, in world coordinates.
+/// DISP_E_BADPARAMCOUNT; DISP_E_TYPEMISMATCH, naming the first argument that is no such value;
+/// E_INVALIDARG for a height that is not above 0.
 class ApplicationObject : public AutomationObject {
 public:
     static constexpr DISPID kZoomAll = 37;
-    static constexpr DISPID kZoomExtents = 1000; // this host's own number: call it by name
+    // This host's own numbers: call them by name.
+    static constexpr DISPID kZoomExtents = 1000;
+    static constexpr DISPID kZoomWindow = 1001;
+    static constexpr DISPID kZoomCenter = 1002;
 
     HRESULT GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
                           DISPID* ids) override;

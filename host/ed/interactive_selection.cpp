@@ -57,11 +57,15 @@ public:
         : db_(db), filter_(filter), options_(options) {}
 
     int run();
-    const Ids& chosen() const { return set_.ids(); }
+    const SelectionSet& chosen() const { return set_; }
 
 private:
     /// Nothing to go on asking; else what ends the dialogue.
     using Ending = std::optional<int>;
+    struct Found {
+        Ids ids;
+        SelectedBy gesture;
+    };
 
     Ending take(const InputAnswer& answer);
     Ending takeOption(const std::wstring& name);
@@ -69,9 +73,9 @@ private:
     Ending pickBox(const wchar_t* mode);
     Ending pickBoxFrom(const PointAnswer& first, const wchar_t* mode);
     Ending pickChain(const wchar_t* mode);
-    Ending merge(const Ids& found, bool remove);
+    Ending merge(const Found& found, bool remove);
 
-    Ids found(std::wstring_view mode, const void* point1, const void* point2) const;
+    Found found(std::wstring_view mode, const void* point1, const void* point2) const;
     static void say(const wchar_t* text) { EdState::current().output.print(text); }
 
     const AcDbDatabase& db_;
@@ -115,7 +119,7 @@ SelectionDialogue::Ending SelectionDialogue::takeOption(const std::wstring& name
     if (name == L"Fence") return pickChain(L"F");
     if (name == L"Last") return merge(found(L"L", nullptr, nullptr), removing_);
     if (name == L"Previous") return merge(found(L"P", nullptr, nullptr), removing_);
-    if (name == L"ALL") return merge(selectableInSpace(db_, filter_), removing_);
+    if (name == L"ALL") return merge({selectableInSpace(db_, filter_), {}}, removing_);
     if (name == L"Add" || name == L"Remove") {
         removing_ = name == L"Remove";
     } else if (former_.empty()) {
@@ -130,8 +134,8 @@ SelectionDialogue::Ending SelectionDialogue::takeOption(const std::wstring& name
 SelectionDialogue::Ending SelectionDialogue::pickAt(const PointAnswer& at) {
     const ads_point point = {at.point.x, at.point.y, at.point.z};
     const bool remove = removing_ || holdsShift(at.clicked);
-    const Ids there = found(L"", point, nullptr);
-    return there.empty() ? pickBoxFrom(at, L"") : merge(there, remove);
+    const Found there = found(L"", point, nullptr);
+    return there.ids.empty() ? pickBoxFrom(at, L"") : merge(there, remove);
 }
 
 SelectionDialogue::Ending SelectionDialogue::pickBox(const wchar_t* mode) {
@@ -163,36 +167,37 @@ SelectionDialogue::Ending SelectionDialogue::pickChain(const wchar_t* mode) {
     return merge(found(mode, chain.first(), nullptr), removing_);
 }
 
-SelectionDialogue::Ending SelectionDialogue::merge(const Ids& found, bool remove) {
+SelectionDialogue::Ending SelectionDialogue::merge(const Found& found, bool remove) {
     former_.push_back(set_);
     const std::size_t before = set_.ids().size();
-    for (const AcDbObjectId id : found) {
+    for (const AcDbObjectId id : found.ids) {
         if (remove) {
             set_.remove(id);
         } else {
-            set_.add(id);
+            set_.add(id, found.gesture);
         }
     }
     const std::size_t now = set_.ids().size();
-    std::wstring text = L"\n" + std::to_wstring(found.size()) + L" found";
+    std::wstring text = L"\n" + std::to_wstring(found.ids.size()) + L" found";
     if (remove) text += L", " + std::to_wstring(before - now) + L" removed";
-    if (!remove && now - before < found.size())
-        text += L" (" + std::to_wstring(found.size() - (now - before)) + L" duplicate)";
+    if (!remove && now - before < found.ids.size())
+        text += L" (" + std::to_wstring(found.ids.size() - (now - before)) + L" duplicate)";
     if (before > 0) text += L", " + std::to_wstring(now) + L" total";
     EdState::current().output.print(text);
     return std::nullopt;
 }
 
-Ids SelectionDialogue::found(std::wstring_view mode, const void* point1, const void* point2) const {
+SelectionDialogue::Found SelectionDialogue::found(std::wstring_view mode, const void* point1,
+                                                  const void* point2) const {
     Ids ids = selectByMode(db_, mode, point1, point2, filter_).value_or(Ids());
     if (options_.refuseLocked) std::erase_if(ids, isLocked);
-    return ids;
+    return {std::move(ids), gestureOfMode(db_, mode, point1, point2)};
 }
 
 } // namespace
 
 int chooseEntities(const AcDbDatabase& db, const EntityFilter& filter,
-                   const SelectionDialogueOptions& options, Ids& chosen) {
+                   const SelectionDialogueOptions& options, SelectionSet& chosen) {
     SelectionDialogue dialogue(db, filter, options);
     const int result = dialogue.run();
     if (result == RTNORM) chosen = dialogue.chosen();

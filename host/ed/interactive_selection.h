@@ -2,9 +2,9 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "db/database.h"
+#include "ed/selection_sets.h"
 
 namespace headless {
 
@@ -27,7 +27,6 @@ struct SelectionDialogueOptions {
 /// @return        RTNORM; RTERROR when nothing was chosen; RTCAN for Escape and when there is no
 ///                more input.
 [[nodiscard]] int chooseEntities(const AcDbDatabase& db, const EntityFilter& filter,
-                                 const SelectionDialogueOptions& options,
-                                 std::vector<AcDbObjectId>& chosen);
+                                 const SelectionDialogueOptions& options, SelectionSet& chosen);
 
 } // namespace headless

@@ -10,6 +10,7 @@
 #include "ed/entity_filter.h"
 #include "ed/interactive_selection.h"
 #include "ed/selection_modes.h"
+#include "ed/selection_telling.h"
 #include "ed/state.h"
 #include "win/casing.h"
 
@@ -34,7 +35,7 @@ SelectionSet* setOf(const Adesk::IntDbId* name) {
 /// What a selection gives: RTNORM and the entities, or why there are none.
 struct Selected {
     int result;
-    Ids ids;
+    SelectionSet set;
 };
 
 /// @param letters  what stands after the colon of acedSSGet's mode.
@@ -63,15 +64,16 @@ Selected chosenByUser(const AcDbDatabase& db, std::wstring_view mode, const void
     const auto options = dialogueOptions(mode, prompts);
     if (!options) return {RTERROR, {}};
     Selected selected{};
-    selected.result = chooseEntities(db, filter, *options, selected.ids);
+    selected.result = chooseEntities(db, filter, *options, selected.set);
     return selected;
 }
 
 int giveSet(const Selected& selected, ads_name set) {
     if (selected.result != RTNORM) return selected.result;
     ads_name opened;
-    if (selected.ids.empty() || !sets().open(SelectionSet(selected.ids), opened)) return RTERROR;
-    sets().previous = selected.ids;
+    const Ids& ids = selected.set.ids();
+    if (ids.empty() || !sets().open(selected.set, opened)) return RTERROR;
+    sets().previous = ids;
     set[0] = opened[0];
     set[1] = opened[1];
     return RTNORM;
@@ -96,7 +98,8 @@ int acedSSGet(const ACHAR* mode, const void* point1, const void* point2, const r
     const bool byUser = name.starts_with(L':') || (name.empty() && point1 == nullptr);
     if (byUser) return giveSet(chosenByUser(*db, name, point1, *compiled), set);
     const auto ids = selectByMode(*db, name, point1, point2, *compiled);
-    return ids ? giveSet({RTNORM, *ids}, set) : RTERROR;
+    if (!ids) return RTERROR;
+    return giveSet({RTNORM, SelectionSet(*ids, gestureOfMode(*db, name, point1, point2))}, set);
 }
 
 int acedSSFree(const ads_name set) {
@@ -119,6 +122,15 @@ int acedSSName(const ads_name set, Adesk::Int32 index, ads_name entity) {
     entity[0] = found->ids()[at].asOldId();
     entity[1] = 0;
     return RTNORM;
+}
+
+int acedSSNameX(resbuf** result, const ads_name set, Adesk::Int32 index) {
+    const SelectionSet* found = setOf(set);
+    if (result == nullptr) return RTERROR;
+    *result = nullptr;
+    if (found == nullptr || FaultHook::fails("acedSSNameX")) return RTERROR;
+    *result = chainOf(tellSelection(*found, index));
+    return *result == nullptr ? RTERROR : RTNORM;
 }
 
 int acedSSMemb(const ads_name entity, const ads_name set) {

@@ -33,6 +33,19 @@ int acedSSFree(const ads_name set);
 int acedSSLength(const ads_name set, Adesk::Int32* length);
 /// The name of an entity of the set, counted from 0; RTERROR beyond the last.
 int acedSSName(const ads_name set, Adesk::Int32 index, ads_name entity);
+/// Tells how entities of a set were selected, in a chain that the caller frees with acutRelRb.
+///
+/// An entity is told by a number (RTSHORT: 0 without a place, 1 picked, 2 within a window or
+/// polygon, 3 crossed by one, 4 by a fence), its name (RTENAME), a marker (RTSHORT, always 0) and
+/// what belongs to the number: where it was picked; which polygon it was (RTSHORT, from -1
+/// downwards); all points where the fence seems to cross it. Then follow the polygons, each a list
+/// of its number and its corners; windows are polygons. A point is a list of 0 (RTSHORT), its place
+/// in the world (RT3DPOINT) and, unless it was seen straight from above, the direction to the eye
+/// (RT3DPOINT). Lists stand between RTLB and RTLE.
+/// @param index  of the entity, counted from 0; negative tells of all, each in a list.
+/// @return       RTERROR, with null, for what is no set, beyond its last entity and for an empty
+///               one.
+int acedSSNameX(resbuf** result, const ads_name set, Adesk::Int32 index);
 /// RTNORM when the entity is in the set.
 int acedSSMemb(const ads_name entity, const ads_name set);
 /// Adds an entity to a set; to a new one when `set` is null, which stays empty without an entity.

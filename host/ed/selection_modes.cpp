@@ -12,6 +12,8 @@
 #include "ed/entity_filter.h"
 #include "ed/state.h"
 #include "ed/user_coordinates.h"
+#include "ed/view_transform.h"
+#include "ed/viewports.h"
 
 namespace headless {
 namespace {
@@ -79,12 +81,36 @@ Ids stillThere(const AcDbDatabase& db, const Ids& ids, const EntityFilter& filte
     return result;
 }
 
+AcGePoint3d inWorld(const AcDbDatabase& db, const void* point) {
+    const auto* const given = static_cast<const ads_real*>(point);
+    return userToWorld(db) * AcGePoint3d(given[0], given[1], given[2]);
+}
+
+/// The corners of a box along the view's axes between two points of user coordinates.
+std::vector<AcGePoint3d> boxInWorld(const AcDbDatabase& db, const void* point1,
+                                    const void* point2) {
+    const AcGeMatrix3d toWorld = displayMatrix(currentView(db));
+    const AcGeMatrix3d toView = toWorld.inverse();
+    const AcGePoint3d a = toView * inWorld(db, point1);
+    const AcGePoint3d b = toView * inWorld(db, point2);
+    return {toWorld * a, toWorld * AcGePoint3d(b.x, a.y, a.z), toWorld * b,
+            toWorld * AcGePoint3d(a.x, b.y, b.z)};
+}
+
+std::vector<AcGePoint3d> chainInWorld(const AcDbDatabase& db, const void* chain) {
+    std::vector<AcGePoint3d> points;
+    for (const auto* buffer = static_cast<const resbuf*>(chain); buffer != nullptr;
+         buffer = buffer->rbnext) {
+        if (valueKind(buffer->restype) == ValueKind::kPoint)
+            points.push_back(inWorld(db, buffer->resval.rpoint));
+    }
+    return points;
+}
+
 /// Where a point of user coordinates is seen.
 std::optional<AcGePoint2d> seen(const AcDbDatabase& db, const void* point) {
     if (point == nullptr) return std::nullopt;
-    const auto* const given = static_cast<const ads_real*>(point);
-    const AcGePoint2d place =
-        placeInView(db, userToWorld(db) * AcGePoint3d(given[0], given[1], given[2]));
+    const AcGePoint2d place = placeInView(db, inWorld(db, point));
     if (!std::isfinite(place.x) || !std::isfinite(place.y)) return std::nullopt;
     return place;
 }
@@ -99,12 +125,10 @@ std::optional<Outline> seenBox(const AcDbDatabase& db, const void* point1, const
 /// The points of a chain that is as long as the mode needs.
 std::optional<Outline> seenChain(const AcDbDatabase& db, const void* chain, std::size_t least) {
     Outline outline;
-    for (const auto* buffer = static_cast<const resbuf*>(chain); buffer != nullptr;
-         buffer = buffer->rbnext) {
-        if (valueKind(buffer->restype) != ValueKind::kPoint) continue;
-        const auto place = seen(db, buffer->resval.rpoint);
-        if (!place) return std::nullopt;
-        outline.push_back(*place);
+    for (const AcGePoint3d& point : chainInWorld(db, chain)) {
+        const AcGePoint2d place = placeInView(db, point);
+        if (!std::isfinite(place.x) || !std::isfinite(place.y)) return std::nullopt;
+        outline.push_back(place);
     }
     if (outline.size() < least) return std::nullopt;
     return outline;
@@ -145,6 +169,26 @@ std::optional<Ids> selectByMode(const AcDbDatabase& db, std::wstring_view mode, 
     if (mode == L"F") return select(PickBy::fence, seenChain(db, point1, 2));
     if (mode.empty()) return select(PickBy::crossing, pickBox(db, point1), 1);
     return std::nullopt;
+}
+
+SelectedBy gestureOfMode(const AcDbDatabase& db, std::wstring_view mode, const void* point1,
+                         const void* point2) {
+    using Kind = SelectionGesture::Kind;
+    const AcGeVector3d sight = currentView(db).direction.normal();
+    const auto gesture = [&](Kind kind, std::vector<AcGePoint3d> points) {
+        return std::make_shared<const SelectionGesture>(
+            SelectionGesture{kind, std::move(points), sight});
+    };
+    const auto box = [&](Kind kind) {
+        return point2 == nullptr ? nullptr : gesture(kind, boxInWorld(db, point1, point2));
+    };
+    if (point1 == nullptr) return nullptr;
+    if (mode.empty()) return gesture(Kind::kPick, {inWorld(db, point1)});
+    if (mode == L"W") return box(Kind::kWindow);
+    if (mode == L"C") return box(Kind::kCrossing);
+    if (mode == L"WP") return gesture(Kind::kWindow, chainInWorld(db, point1));
+    if (mode == L"CP") return gesture(Kind::kCrossing, chainInWorld(db, point1));
+    return mode == L"F" ? gesture(Kind::kFence, chainInWorld(db, point1)) : nullptr;
 }
 
 std::vector<AcDbObjectId> selectableInSpace(const AcDbDatabase& db, const EntityFilter& filter) {

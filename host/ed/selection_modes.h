@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "ed/geometric_selection.h"
+#include "ed/selection_gesture.h"
 
 namespace headless {
 
@@ -20,6 +21,11 @@ class EntityFilter;
 [[nodiscard]] std::optional<std::vector<AcDbObjectId>>
 selectByMode(const AcDbDatabase& db, std::wstring_view mode, const void* point1, const void* point2,
              const EntityFilter& filter);
+
+/// The gesture that such a mode stands for in the current view; null for one without a place and
+/// when points are missing.
+[[nodiscard]] SelectedBy gestureOfMode(const AcDbDatabase& db, std::wstring_view mode,
+                                       const void* point1, const void* point2);
 
 /// What a user could select of the current space: not what is invisible or on a layer that is off,
 /// frozen, locked or hidden. The newest first.

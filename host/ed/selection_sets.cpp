@@ -10,13 +10,13 @@ constexpr Adesk::IntDbId kSetMark = 1;
 
 } // namespace
 
-SelectionSet::SelectionSet(const std::vector<AcDbObjectId>& ids) {
+SelectionSet::SelectionSet(const std::vector<AcDbObjectId>& ids, const SelectedBy& gesture) {
     for (const AcDbObjectId id : ids)
-        add(id);
+        add(id, gesture);
 }
 
-void SelectionSet::add(AcDbObjectId id) {
-    if (members_.insert(id).second) ids_.push_back(id);
+void SelectionSet::add(AcDbObjectId id, const SelectedBy& gesture) {
+    if (members_.emplace(id, gesture).second) ids_.push_back(id);
 }
 
 bool SelectionSet::remove(AcDbObjectId id) {

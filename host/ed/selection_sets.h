@@ -3,10 +3,11 @@
 
 #include <map>
 #include <optional>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 #include "db/resbuf.h"
+#include "ed/selection_gesture.h"
 
 namespace headless {
 
@@ -14,17 +15,19 @@ namespace headless {
 class SelectionSet {
 public:
     SelectionSet() = default;
-    explicit SelectionSet(const std::vector<AcDbObjectId>& ids);
+    explicit SelectionSet(const std::vector<AcDbObjectId>& ids, const SelectedBy& gesture = {});
 
     const std::vector<AcDbObjectId>& ids() const { return ids_; }
     bool contains(AcDbObjectId id) const { return members_.contains(id); }
-    void add(AcDbObjectId id);
+    /// How an entity of the set came into it first.
+    const SelectedBy& gestureOf(AcDbObjectId id) const { return members_.at(id); }
+    void add(AcDbObjectId id, const SelectedBy& gesture = {});
     /// False when it is none of them.
     bool remove(AcDbObjectId id);
 
 private:
     std::vector<AcDbObjectId> ids_;
-    std::unordered_set<AcDbObjectId> members_;
+    std::unordered_map<AcDbObjectId, SelectedBy> members_;
 };
 
 /// The sets that are open, by names that no entity has and that are never given again.

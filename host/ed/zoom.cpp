@@ -1,6 +1,7 @@
 #include "ed/zoom.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 
 #include "db/block_table.h"
@@ -93,44 +94,43 @@ Acad::ErrorStatus zoomToScale(AcDbDatabase& db, std::wstring text) {
 
 void say(const wchar_t* text) { EdState::current().output.print(text); }
 
-/// A point of the user's as the view shows it.
-AcGePoint3d displayed(const AcDbDatabase& db, const ads_point point) {
-    const AcGeMatrix3d toDisplay = displayMatrix(currentView(db)).inverse() * userToWorld(db);
-    return toDisplay * AcGePoint3d(point[0], point[1], point[2]);
+/// A point of the world as the view shows it.
+AcGePoint3d displayed(const AcDbDatabase& db, const AcGePoint3d& point) {
+    return displayMatrix(currentView(db)).inverse() * point;
 }
 
-Acad::ErrorStatus zoomWindow(AcDbDatabase& db, const ads_point first) {
+/// A point of the user's.
+AcGePoint3d inWorld(const AcDbDatabase& db, const ads_point point) {
+    return userToWorld(db) * AcGePoint3d(point[0], point[1], point[2]);
+}
+
+Acad::ErrorStatus askWindow(AcDbDatabase& db, const ads_point first) {
     ads_point second;
     if (acedGetPoint(first, L"\nSpecify opposite corner: ", second) != RTNORM) return Acad::eOk;
-    AcDbExtents box;
-    box.addPoint(displayed(db, first));
-    box.addPoint(displayed(db, second));
-    return showBox(db, box);
+    return zoomWindow(db, inWorld(db, first), inWorld(db, second));
 }
 
-Acad::ErrorStatus zoomCenter(AcDbDatabase& db) {
+Acad::ErrorStatus askCenter(AcDbDatabase& db) {
     ads_point center;
     if (acedGetPoint(nullptr, L"\nSpecify center point: ", center) != RTNORM) return Acad::eOk;
     ACHAR typed[133] = {};
     if (acedGetString(0, L"\nEnter magnification or height: ", typed) != RTNORM) return Acad::eOk;
     std::wstring text = typed;
-    View view = currentView(db);
-    const AcGePoint3d seen = displayed(db, center);
-    view.center.set(seen.x, seen.y);
+    const double before = currentView(db).height;
     const bool relative = !text.empty() && (text.back() == L'X' || text.back() == L'x');
     if (relative) text.pop_back();
+    double height = before;
     if (!text.empty() || relative) {
-        const auto number = parseReal(text);
-        if (!number || !(*number > 0.0)) return Acad::eInvalidInput;
-        view.height = relative ? view.height / *number : *number;
+        const double number = parseReal(text).value_or(0.0);
+        height = relative ? before / std::max(number, 0.0) : number;
     }
-    return changeView(db, view);
+    return zoomCenter(db, inWorld(db, center), height);
 }
 
 Acad::ErrorStatus zoomByWord(AcDbDatabase& db, const std::wstring& word) {
     if (word == L"All") return zoomAll(db);
     if (word == L"Extents") return zoomExtents(db);
-    if (word == L"Center") return zoomCenter(db);
+    if (word == L"Center") return askCenter(db);
     if (word == L"Previous") {
         if (!restorePreviousView(db)) say(L"\nNo previous view is saved.");
         return Acad::eOk;
@@ -143,7 +143,7 @@ Acad::ErrorStatus zoomByWord(AcDbDatabase& db, const std::wstring& word) {
     if (word == L"Window") {
         ads_point first;
         return acedGetPoint(nullptr, L"\nSpecify first corner: ", first) == RTNORM
-                   ? zoomWindow(db, first)
+                   ? askWindow(db, first)
                    : Acad::eOk;
     }
     return zoomToScale(db, word);
@@ -161,7 +161,7 @@ void zoomCommand() {
                      corner);
     Acad::ErrorStatus status = Acad::eOk;
     if (answer == RTNORM) {
-        status = zoomWindow(*db, corner);
+        status = askWindow(*db, corner);
     } else if (answer == RTKWORD) {
         ACHAR word[133] = {};
         acedGetInput(word);
@@ -196,6 +196,23 @@ Acad::ErrorStatus zoomAll(AcDbDatabase& db) {
     AcDbExtents box = displayedExtents(db);
     if (isEmpty(box) || isPlan(currentView(db))) box.addExt(displayedLimits(db));
     return showBox(db, box);
+}
+
+Acad::ErrorStatus zoomWindow(AcDbDatabase& db, const AcGePoint3d& first,
+                             const AcGePoint3d& second) {
+    AcDbExtents box;
+    box.addPoint(displayed(db, first));
+    box.addPoint(displayed(db, second));
+    return showBox(db, box);
+}
+
+Acad::ErrorStatus zoomCenter(AcDbDatabase& db, const AcGePoint3d& center, double height) {
+    if (!(height > 0.0) || !std::isfinite(height)) return Acad::eInvalidInput;
+    View view = currentView(db);
+    const AcGePoint3d seen = displayed(db, center);
+    view.center.set(seen.x, seen.y);
+    view.height = height;
+    return changeView(db, view);
 }
 
 void registerZoom(AcEdCommandStack& commands) {

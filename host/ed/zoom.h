@@ -18,6 +18,12 @@ Acad::ErrorStatus zoomExtents(AcDbDatabase& db);
 /// Also shows the limits of the space in a plan view.
 Acad::ErrorStatus zoomAll(AcDbDatabase& db);
 
+/// Shows the box, along the view's axes, between two points of the world.
+Acad::ErrorStatus zoomWindow(AcDbDatabase& db, const AcGePoint3d& first, const AcGePoint3d& second);
+/// Shows a point of the world in the middle. eInvalidInput unless the height, in drawing units, is
+/// above 0.
+Acad::ErrorStatus zoomCenter(AcDbDatabase& db, const AcGePoint3d& center, double height);
+
 void registerZoom(AcEdCommandStack& commands);
 
 } // namespace headless
