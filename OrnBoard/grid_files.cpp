@@ -1,6 +1,7 @@
 #include "grid_files.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "table/grid_text.h"
 #include "table/grid_workbook.h"
@@ -22,10 +23,12 @@ CString writeWorkbook(std::span<const CDrawGrid* const> grids, const CString& pa
     };
     if (std::ranges::any_of(grids, isTooWide))
         return path + L": a sheet has room for 676 columns only";
-    return writeWhole(path, [grids](const CString& beside) {
-        return table::writeWorkbook(grids, beside) ? CString()
-                                                   : CString(L"the spreadsheet was not written");
-    });
+    if (CString refusal = whyNotWritten(path); !refusal.IsEmpty()) return refusal;
+    // The application has a folder of its own for other paths, and replaces a file as a whole.
+    const auto absolute = std::filesystem::absolute(path.GetString()).wstring();
+    return table::writeWorkbook(grids, absolute.c_str())
+               ? CString()
+               : path + L": the spreadsheet was not written";
 }
 
 } // namespace

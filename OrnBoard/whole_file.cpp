@@ -45,25 +45,22 @@ std::error_code isWritable(const fs::path& path) {
 
 } // namespace
 
-CString writeWhole(const CString& path, const FileMaker& make) {
-    const fs::path target(path.GetString());
-    if (const std::error_code error = isWritable(target)) return problem(path, error);
-    fs::path beside = target;
-    beside.replace_filename(target.stem() += L".saving" + target.extension().wstring());
-    const CString failure = make(beside.wstring().c_str());
-    std::error_code error;
-    if (failure.IsEmpty()) fs::rename(beside, target, error);
-    std::error_code ignored;
-    if (error || !failure.IsEmpty()) fs::remove(beside, ignored);
-    if (!failure.IsEmpty()) return path + L": " + failure;
+CString whyNotWritten(const CString& path) {
+    const std::error_code error = isWritable(path.GetString());
     return error ? problem(path, error) : CString();
 }
 
 CString writeWhole(const CString& path, const std::string& bytes) {
-    return writeWhole(path, [&bytes](const CString& beside) {
-        const std::error_code error = write(beside.GetString(), bytes);
-        return error ? CString(error.message().c_str()) : CString();
-    });
+    if (CString refusal = whyNotWritten(path); !refusal.IsEmpty()) return refusal;
+    const fs::path target(path.GetString());
+    fs::path beside = target;
+    beside += L".saving";
+    std::error_code error = write(beside, bytes);
+    if (!error) fs::rename(beside, target, error);
+    if (!error) return {};
+    std::error_code ignored;
+    fs::remove(beside, ignored);
+    return problem(path, error);
 }
 
 } // namespace board

@@ -1,23 +1,19 @@
 // Files written whole or not at all. Inside the module only.
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include <afxwin.h>
 
 namespace board {
 
-/// Makes the file of the path that it is given; what is wrong, in words, or empty.
-using FileMaker = std::function<CString(const CString& path)>;
+/// Why no file can be written there, in words with the path; empty when one can.
+[[nodiscard]] CString whyNotWritten(const CString& path);
 
-/// Makes a file, or puts a new one in the place of the old.
+/// Makes a file of these bytes, or puts it in the place of the old one.
 ///
-/// @param make  is given a path beside the file's with the same ending.
-/// @return      what is wrong, in words with the path; empty when it was done. When it was not, the
-///              file is as it was, and nothing lies beside it.
-[[nodiscard]] CString writeWhole(const CString& path, const FileMaker& make);
-/// As above for a file of these bytes.
+/// @return  what is wrong, in words with the path; empty when it was done. When it was not, the
+///          file is as it was, and nothing lies beside it.
 [[nodiscard]] CString writeWhole(const CString& path, const std::string& bytes);
 
 } // namespace board

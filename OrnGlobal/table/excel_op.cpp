@@ -25,6 +25,26 @@ COleDispatchDriver itemOf(COleDispatchDriver& collection, short index) {
                      static_cast<LPCVARIANT>(number));
 }
 
+/// Keeps the application from asking while in scope: nobody could answer one that is not seen.
+class NoQuestions {
+public:
+    explicit NoQuestions(COleDispatchDriver& application) : application_(application) {
+        succeeds([&] {
+            application_.GetProperty(kDisplayAlerts, VT_BOOL, &before_);
+            putFlag(application_, kDisplayAlerts, 0);
+        });
+    }
+    ~NoQuestions() {
+        succeeds([&] { putFlag(application_, kDisplayAlerts, before_); });
+    }
+    NoQuestions(const NoQuestions&) = delete;
+    NoQuestions& operator=(const NoQuestions&) = delete;
+
+private:
+    COleDispatchDriver& application_;
+    BOOL before_ = TRUE;
+};
+
 } // namespace
 
 int CExcelOP::CreateApp() { return m_app.CreateDispatch(kProgram) ? 1 : refuse(kNoProgram); }
@@ -133,6 +153,11 @@ int CExcelOP::SaveWorkbookAs(CString path) {
     });
 }
 
+int CExcelOP::SaveWorkbookOver(CString path) {
+    const NoQuestions quiet(m_app);
+    return SaveWorkbookAs(path);
+}
+
 int CExcelOP::CloseWorkbook() {
     if (m_app.m_lpDispatch == nullptr || m_workbook.m_lpDispatch == nullptr) return 0;
     static const BYTE kinds[] = VTS_VARIANT VTS_VARIANT VTS_VARIANT;
@@ -181,10 +206,8 @@ int CExcelOP::DeleteSheet(short index) {
     if (m_worksheets.m_lpDispatch == nullptr) return 0;
     COleDispatchDriver sheet;
     if (!hold(sheet, [&] { return itemOf(m_worksheets, index); })) return 0;
-    succeeds([&] { putFlag(m_app, kDisplayAlerts, 0); });
-    const int deleted = attempt([&] { call(sheet, kDelete); });
-    succeeds([&] { putFlag(m_app, kDisplayAlerts, 1); });
-    return deleted;
+    const NoQuestions quiet(m_app);
+    return attempt([&] { call(sheet, kDelete); });
 }
 
 int CExcelOP::GetCellRange(CString cell1, CString cell2) {

@@ -40,6 +40,8 @@ public:
 
     int SaveWorkbook();
     int SaveWorkbookAs(CString path);
+    /// The same, over a file that is there without asking.
+    int SaveWorkbookOver(CString path);
     /// Closes the workbook without saving; whether another one is open, which is then the current.
     int CloseWorkbook();
     /// Ends the application.

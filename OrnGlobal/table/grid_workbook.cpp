@@ -167,7 +167,7 @@ bool writeWorkbook(std::span<const CDrawGrid* const> grids, const CString& path)
     while (excel.GetSheetsCount() > number)
         if (excel.DeleteSheet(static_cast<short>(number + 1)) == 0) break;
     excel.SetActiveSheet(1);
-    return excel.SaveWorkbookAs(path) == 1;
+    return excel.SaveWorkbookOver(path) == 1;
 }
 
 } // namespace table

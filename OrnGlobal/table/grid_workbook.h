@@ -13,7 +13,8 @@ namespace table {
 /// with as many decimals as they were written with, merged cells, sizes, alignment, heights and
 /// colours of texts.
 ///
-/// @param path  ends in .xlsx, or in what else the application writes: .xls, .ods.
+/// @param path  absolute; ends in .xlsx, or in what else the application writes: .xls, .ods. A file
+///              that is there is replaced.
 /// @return      false when the application does not start or does not save; it has told the user.
 [[nodiscard]] AFX_EXT_API bool writeWorkbook(std::span<const CDrawGrid* const> grids,
                                              const CString& path);

@@ -85,6 +85,13 @@ TEST_F(Tables, AreWrittenWholeOrNotAtAll) {
     EXPECT_EQ(read("kept.csv"), "old");
     EXPECT_EQ(files(), 6);
     EXPECT_TRUE(session().messageBoxes().empty());
+
+    // What only another application writes is told of the file that was asked for.
+    EXPECT_EQ(board::writeTables(tables, path("t.ods")),
+              path("t.ods") + L": the spreadsheet was not written");
+    ASSERT_EQ(session().messageBoxes().size(), 1U);
+    EXPECT_TRUE(session().messageBoxes()[0].starts_with(path("t.ods").GetString()));
+    EXPECT_EQ(files(), 6);
 }
 
 } // namespace
