@@ -8,7 +8,10 @@
 namespace headless::excel {
 
 /// An area whose cells are made one by one must not be larger.
-void checkSize(const Area& area);
+inline void checkSize(const Area& area) {
+    constexpr std::size_t kMostCells = 2'000'000;
+    if (area.cells() > kMostCells) fail("the range is too large for this");
+}
 
 /// Changes the format of all cells of the area. Whole rows and columns, and the whole sheet, keep
 /// it for cells that are not there yet.

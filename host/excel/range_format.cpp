@@ -1,15 +1,11 @@
 // What the cells of ranges look like.
 #include "excel/format_names.h"
+#include "excel/known_changes.h"
 #include "excel/range_object.h"
 #include "win/code_page.h"
 
 namespace headless::excel {
 namespace {
-
-// Changes that formats remember.
-constexpr std::uint32_t kChangeHorizontal = 1;
-constexpr std::uint32_t kChangeVertical = 2;
-constexpr std::uint32_t kChangeIndent = 3;
 
 void putMember(IDispatch* object, DISPID member, const VARIANT& value) {
     VARIANT argument = value;

@@ -1,7 +1,7 @@
 // Values and cells in and out of ranges.
 #pragma once
 
-#include "excel/application_state.h"
+#include "excel/area_format.h"
 #include "win/safe_array.h"
 
 namespace headless::excel {
@@ -36,8 +36,6 @@ void pasteCells(const SheetPlace& place, const Area& area, const Clipboard& copi
 void shiftReferences(const SheetPlace& place, const Area& area, bool vertical, bool inserted);
 
 // --- Implementation ---
-
-void checkSize(const Area& area);
 
 template <class Read>
 OwnedVariant readValues(const Area& area, Read read) {
