@@ -19,6 +19,7 @@
 #include "excel/office.h"
 #include "excel/workbook_error.h"
 #include "office/office_document.h"
+#include "office/office_folder.h"
 #include "office/office_process.h"
 #include "office/office_text.h"
 
@@ -33,26 +34,6 @@ using rtl::OUString;
 using std::chrono::milliseconds;
 
 constexpr const char* kBuiltWith = ORN_OFFICE_PROGRAMS "/soffice.bin";
-
-/// A folder that goes with all that is in it.
-class OwnFolder {
-public:
-    OwnFolder() : path_((fs::temp_directory_path() / "orn-office-XXXXXX").string()) {
-        if (mkdtemp(path_.data()) == nullptr)
-            throw WorkbookError("no temporary folder can be made for LibreOffice");
-    }
-    ~OwnFolder() {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
-    OwnFolder(const OwnFolder&) = delete;
-    OwnFolder& operator=(const OwnFolder&) = delete;
-
-    [[nodiscard]] const std::string& path() const { return path_; }
-
-private:
-    std::string path_;
-};
 
 /// What this process needs to talk to an office.
 class LocalContext {
@@ -100,9 +81,6 @@ public:
         }
         desktop_.clear();
         process_->kill();
-        // One that was ended leaves its end of the pipe.
-        std::error_code ignored;
-        fs::remove("/tmp/OSL_PIPE_" + std::to_string(getuid()) + "_" + pipe(), ignored);
     }
 
     const std::string& folder() const override { return folder_.path(); }
@@ -142,7 +120,8 @@ private:
                                               "-env:UserInstallation=file://" + folder_.path() +
                                                   "/profile"};
         if (!options_.visible) arguments.insert(arguments.begin(), {"--headless", "--invisible"});
-        process_ = std::make_unique<OfficeProcess>(program, arguments);
+        process_ = std::make_unique<OfficeProcess>(
+            OfficeStart{program, arguments, folder_.path(), folder_.held()});
         connect("uno:pipe,name=" + wide(pipe()) + ";urp;StarOffice.ComponentContext");
         return desktop_.is();
     }
@@ -154,6 +133,7 @@ private:
             try {
                 const uno::Reference<uno::XComponentContext> remote(resolver->resolve(address),
                                                                     uno::UNO_QUERY_THROW);
+                noteSockets();
                 within(options_.startLimit, [&] { desktop_ = frame::Desktop::create(remote); });
                 return;
             } catch (const com::sun::star::connection::NoConnectException&) {
@@ -161,11 +141,18 @@ private:
                 std::this_thread::sleep_for(kBetweenTries);
             }
             if (std::chrono::steady_clock::now() > end) {
+                noteSockets();
                 process_->kill();
                 throw WorkbookError("LibreOffice did not answer in " +
                                     seconds(options_.startLimit) + " after its start");
             }
         }
+    }
+
+    /// It takes them away itself unless it is ended.
+    void noteSockets() const {
+        for (const std::string& file : process_->socketFiles())
+            folder_.add(file);
     }
 
     static std::string seconds(std::chrono::seconds time) {
@@ -197,7 +184,7 @@ private:
     }
 
     OfficeOptions options_;
-    OwnFolder folder_;
+    OfficeFolder folder_;
     std::unique_ptr<OfficeProcess> process_;
     LocalContext local_;
     uno::Reference<frame::XDesktop2> desktop_;

@@ -237,9 +237,29 @@ pid_t officeOfThis() {
     return last;
 }
 
+/// A folder for temporary files while in scope.
+class TemporaryFiles {
+public:
+    explicit TemporaryFiles(const std::string& folder) {
+        if (const char* before = std::getenv("TMPDIR")) before_ = before;
+        std::filesystem::create_directory(folder);
+        setenv("TMPDIR", folder.c_str(), 1);
+    }
+    ~TemporaryFiles() { before_ ? setenv("TMPDIR", before_->c_str(), 1) : unsetenv("TMPDIR"); }
+    TemporaryFiles(const TemporaryFiles&) = delete;
+    TemporaryFiles& operator=(const TemporaryFiles&) = delete;
+
+private:
+    std::optional<std::string> before_;
+};
+
 TEST_F(LibreOffice, ComesBackAfterItsEnd) {
     const std::string file = path("a.xls");
+    const TemporaryFiles temporary(path("own"));
     ASSERT_EQ(failureOf(*engine_, file), "");
+    const auto folder = std::filesystem::directory_iterator(path("own"))->path().filename();
+    const std::string socket = "/tmp/OSL_PIPE_" + std::to_string(getuid()) + "_" + folder.string();
+    EXPECT_TRUE(std::filesystem::exists(socket));
     const pid_t first = officeOfThis();
     ASSERT_GT(first, 0);
     kill(first, SIGKILL);
@@ -248,6 +268,8 @@ TEST_F(LibreOffice, ComesBackAfterItsEnd) {
     EXPECT_EQ(failureOf(*engine_, file), "") << "somebody ended it";
     engine_->rest();
     EXPECT_EQ(officeOfThis(), 0) << "it was told to end";
+    EXPECT_TRUE(std::filesystem::is_empty(path("own"))) << "nothing is left, whoever ended it";
+    EXPECT_FALSE(std::filesystem::exists(socket));
 }
 
 TEST_F(LibreOffice, IsEndedWhenItDoesNotAnswer) {
