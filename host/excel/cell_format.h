@@ -133,6 +133,7 @@ struct CellFormat {
     Alignment alignment;
     bool locked = true;
     bool formulaHidden = false;
+    int style = 0; ///< Of Workbook::styles.
 
     bool operator==(const CellFormat&) const = default;
 };

@@ -22,8 +22,6 @@ public:
         for (const pugi::xml_node& node : data.children()) {
             number = node.attribute("r").as_int(number + 1);
             if (number < 1 || number > kRows) throw WorkbookError("a row lies off the sheet");
-            if (node.attribute("outlineLevel").as_int() > 0)
-                contents_.foreign.add("groups of rows");
             readRowProperties(number, node);
             int column = 0;
             for (const pugi::xml_node& cell : node.children()) {
@@ -47,8 +45,10 @@ private:
         const bool ownHeight = node.attribute("customHeight").as_bool();
         const bool ownFormat = node.attribute("customFormat").as_bool();
         const bool hidden = node.attribute("hidden").as_bool();
-        if (!ownHeight && !ownFormat && !hidden) return;
+        const OutlinePlace outline = outlinePlace(node);
+        if (!ownHeight && !ownFormat && !hidden && outline == OutlinePlace()) return;
         sheet_.rows.change(number, number, [&](RowProperties& row) {
+            row.outline = outline;
             if (ownHeight) row.height = node.attribute("ht").as_double(kUsualHeight);
             row.hidden = hidden;
             if (ownFormat) row.format = contents_.formatOf(node.attribute("s"));

@@ -17,11 +17,17 @@ void readPicture(FileContents& contents, Sheet& sheet, const pugi::xml_node& anc
         contents.foreign.add("pictures of other kinds");
         return;
     }
+    const pugi::xml_node crop = child(child(node, "blipFill"), "srcRect");
+    const pugi::xml_node place = child(child(node, "spPr"), "xfrm");
+    if (crop.first_attribute() || place.attribute("rot").as_int() != 0 ||
+        place.attribute("flipH").as_bool() || place.attribute("flipV").as_bool())
+        contents.foreign.add("cropped or turned pictures");
     Picture picture;
     picture.id = sheet.nextPictureId++;
     picture.bytes = *bytes;
     const pugi::xml_node properties = child(node, "nvPicPr");
     const pugi::xml_node names = child(properties, "cNvPr");
+    if (child(names, "hlinkClick")) contents.foreign.add("links of pictures");
     picture.name = names.attribute("descr").as_string(names.attribute("name").value());
     picture.lockAspectRatio =
         child(child(properties, "cNvPicPr"), "picLocks").attribute("noChangeAspect").as_bool();

@@ -13,6 +13,9 @@
 
 namespace headless::excel {
 
+/// The place among groups that a row or column tells.
+[[nodiscard]] OutlinePlace outlinePlace(const pugi::xml_node& node);
+
 struct FileContents {
     FileContents(const std::string& path, LetterFonts fonts) : package(path), letterFonts(fonts) {}
 

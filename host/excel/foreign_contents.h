@@ -15,7 +15,9 @@ public:
     void add(const std::string& phrase) { phrases_.insert(phrase); }
     /// Notes what the elements of a sheet, or of the workbook itself, tell that is not carried.
     void noteElements(const pugi::xml_node& parent);
-    /// Notes what the files of the archive are for.
+    /// Notes settings of the workbook itself.
+    void noteWorkbook(const pugi::xml_node& root);
+    /// Notes what the parts are for that nobody read.
     void noteParts(const std::vector<std::string>& names);
     /// Each phrase once.
     [[nodiscard]] std::vector<std::string> phrases() const {

@@ -88,6 +88,7 @@ void setAll(lxw_format* target, const CellFormat& format) {
     setAlignment(target, format.alignment);
     if (!format.locked) format_set_unlocked(target);
     if (format.formulaHidden) format_set_hidden(target);
+    target->xf_id = format.style;
 }
 
 } // namespace
@@ -97,6 +98,12 @@ LibraryFormats::LibraryFormats(lxw_workbook* target, const FormatTable& source)
     // What has no format of its own follows the library's first one.
     formats_.push_back(STAILQ_FIRST(target->formats));
     setAll(formats_.front(), source.at(kDefaultFormat));
+}
+
+int LibraryFormats::addUnused(const CellFormat& format) {
+    lxw_format* const made = workbook_add_format(target_);
+    setAll(made, format);
+    return lxw_format_get_xf_index(made);
 }
 
 lxw_format* LibraryFormats::at(FormatId id) {

@@ -14,6 +14,9 @@ class LibraryFormats {
 public:
     LibraryFormats(lxw_workbook* target, const FormatTable& source);
     [[nodiscard]] lxw_format* at(FormatId id);
+    /// A format that the file has though no cell uses it.
+    /// @return  its number in the file.
+    int addUnused(const CellFormat& format);
 
 private:
     lxw_workbook* target_;

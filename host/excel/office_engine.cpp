@@ -11,6 +11,7 @@
 #include <dlfcn.h>
 #include <sys/stat.h>
 
+#include "excel/ods_views.h"
 #include "excel/workbook_error.h"
 #include "excel/workbook_files.h"
 #include "win/replace_file.h"
@@ -75,16 +76,33 @@ void checkSize(const Workbook& workbook, FileKind kind) {
     }
 }
 
-/// What the office does not take over into files of the other kinds.
-std::vector<std::string> lostBeyondXlsx(const Workbook& workbook) {
+/// What files of the other kinds do not tell, as the office writes them.
+std::vector<std::string> lostBeyondXlsx(const Workbook& workbook, FileKind kind) {
     std::vector<std::string> lost;
     const auto add = [&](bool there, const char* phrase) {
         if (there && std::ranges::find(lost, phrase) == lost.end()) lost.emplace_back(phrase);
     };
+    add(std::ranges::any_of(workbook.names, &DefinedName::hidden), "hidden names");
     for (const auto& sheet : workbook.sheets) {
         const SheetView& view = sheet->view;
-        add(view.frozenRows > 0 || view.frozenColumns > 0, "frozen panes");
-        add(view.zoom != 100 || !view.gridlines, "zoom and hidden grid lines");
+        const bool tellsViews = kind == FileKind::kOds;
+        add(!tellsViews && (view.frozenRows > 0 || view.frozenColumns > 0), "frozen panes");
+        add(!tellsViews && (view.zoom != 100 || !view.gridlines), "zoom and hidden grid lines");
+        add(sheet->visibility == Visibility::kVeryHidden, "sheets hidden from users");
+        add(!sheet->sumsBelow || !sheet->sumsRight, "sums before their groups");
+        add(sheet->protection.has_value(), "fonts of Asian letters");
+        add(kind == FileKind::kOds && sheet->protection, "what protected sheets allow");
+        add(std::ranges::any_of(sheet->links,
+                                [&](const Link& link) {
+                                    const Cell* cell = sheet->find(link.area.top, link.area.left);
+                                    return cell == nullptr ||
+                                           !std::holds_alternative<std::string>(cell->value);
+                                }),
+            "links of cells without text");
+        add(std::ranges::any_of(sheet->quiet, [](const auto& areas) { return !areas.empty(); }),
+            "complaints that are not shown");
+        add(std::ranges::any_of(sheet->links, [](const Link& link) { return !link.tip.empty(); }),
+            "tips of links");
         for (const auto& [cell, comment] : sheet->comments)
             add(!comment.author.empty(), "authors of comments");
         sheet->forEach(wholeSheet(), [&](int, int, const Cell& cell) {
@@ -199,10 +217,11 @@ public:
             const ExchangeFile target(office(), "target", kind);
             writeWorkbook(workbook, source.file().path);
             office().convert(source.file(), target.file());
+            if (kind == FileKind::kOds) writeOdsViews(workbook, target.file().path);
             struct stat status {};
             const int error = replaceFile(path, target.bytes(), Durability::kProcess, status);
             if (error != 0) throw WorkbookError(std::strerror(error));
-            return lostBeyondXlsx(workbook);
+            return lostBeyondXlsx(workbook, kind);
         });
     }
 
@@ -241,6 +260,7 @@ private:
         auto workbook = read(file, &views);
         useOwnWays(*workbook);
         takeViews(*workbook, views);
+        if (file.kind == FileKind::kOds) takeOdsGridLines(*workbook, file.path);
         if (holdsMacros(file)) workbook->leftOut.emplace_back("macros");
         return workbook;
     }

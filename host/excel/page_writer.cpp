@@ -28,6 +28,18 @@ void writePage(const PageSetup& page, lxw_worksheet* target) {
     if (page.centerHorizontally) worksheet_center_horizontally(target);
     if (page.centerVertically) worksheet_center_vertically(target);
     if (page.printHeadings) worksheet_print_row_col_headers(target);
+    if (!page.rowBreaks.empty()) {
+        std::vector<lxw_row_t> breaks(page.rowBreaks.begin(), page.rowBreaks.end());
+        breaks.push_back(0); // ends the list
+        check(worksheet_set_h_pagebreaks(target, breaks.data()));
+    }
+    if (!page.columnBreaks.empty()) {
+        std::vector<lxw_col_t> breaks;
+        for (const int column : page.columnBreaks)
+            breaks.push_back(static_cast<lxw_col_t>(column));
+        breaks.push_back(0);
+        check(worksheet_set_v_pagebreaks(target, breaks.data()));
+    }
     if (page.firstPage > 0) {
         worksheet_set_start_page(target, static_cast<std::uint16_t>(page.firstPage));
     }

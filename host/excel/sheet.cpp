@@ -163,6 +163,13 @@ void Sheet::shift(const Shift& by) {
     comments = std::move(movedComments);
     for (Area& merged : merges)
         merged = by.applied(merged);
+    for (Link& link : links)
+        link.area = by.applied(link.area);
+    for (InputRule& rule : inputRules)
+        rule.area = by.applied(rule.area);
+    for (auto& areas : quiet)
+        for (Area& area : areas)
+            area = by.applied(area);
     for (Picture& picture : pictures) {
         if (by.moves(picture.row, picture.column)) by.apply(picture.row, picture.column);
     }
@@ -207,6 +214,8 @@ void Sheet::deleteCells(const Area& area, bool up) {
         return area.contains(entry.first.first, entry.first.second);
     });
     std::erase_if(merges, [&](const Area& merged) { return area.contains(merged); });
+    std::erase_if(links, [&](const Link& link) { return area.contains(link.area); });
+    std::erase_if(inputRules, [&](const InputRule& rule) { return area.contains(rule.area); });
     const int count = up ? area.rows() : area.columns();
     shift({up, up ? area.left : area.top, up ? area.right : area.bottom,
            (up ? area.bottom : area.right) + 1, -count});

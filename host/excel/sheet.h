@@ -12,6 +12,7 @@
 #include "excel/area.h"
 #include "excel/format_table.h"
 #include "excel/runs.h"
+#include "excel/sheet_rules.h"
 
 namespace headless::excel {
 
@@ -35,10 +36,19 @@ struct Cell {
     }
 };
 
+/// The place of a row or column among groups that can be folded.
+struct OutlinePlace {
+    int level = 0;       ///< How many groups it is in, 0 to 7.
+    bool folded = false; ///< The group that it sums up is.
+
+    bool operator==(const OutlinePlace&) const = default;
+};
+
 struct ColumnProperties {
     std::optional<double> width; ///< In characters of the default font; none is the usual width.
     bool hidden = false;
     FormatId format = kDefaultFormat;
+    OutlinePlace outline;
 
     bool operator==(const ColumnProperties&) const = default;
 };
@@ -47,6 +57,7 @@ struct RowProperties {
     std::optional<double> height; ///< Points; none is the usual height.
     bool hidden = false;
     std::optional<FormatId> format;
+    OutlinePlace outline;
 
     bool operator==(const RowProperties&) const = default;
 };
@@ -100,6 +111,8 @@ struct PageSetup {
     std::optional<Area> printArea;
     std::optional<Area> titleRows;
     std::optional<Area> titleColumns;
+    std::vector<int> rowBreaks;    ///< The last rows of pages that users ended,
+    std::vector<int> columnBreaks; ///< and the last columns.
 
     bool operator==(const PageSetup&) const = default;
 };
@@ -113,12 +126,15 @@ struct SheetView {
     bool operator==(const SheetView&) const = default;
 };
 
+/// Very hidden sheets are shown by programs only, not by users.
+enum class Visibility { kVisible, kHidden, kVeryHidden };
+
 class Sheet {
 public:
     using Row = std::map<int, Cell>;
 
     std::string name;
-    bool hidden = false;
+    Visibility visibility = Visibility::kVisible;
     Color tabColor;
     PageSetup page;
     SheetView view;
@@ -126,6 +142,12 @@ public:
     std::vector<Area> merges;
     std::map<std::pair<int, int>, Comment> comments; ///< By row and column.
     std::vector<Picture> pictures;
+    std::vector<Link> links;
+    std::vector<InputRule> inputRules;
+    std::optional<Protection> protection;
+    QuietAreas quiet;
+    bool sumsBelow = true; ///< Rows that sum up groups are below them,
+    bool sumsRight = true; ///< columns to their right.
     Runs<ColumnProperties> columns{kColumns};
     Runs<RowProperties> rows{kRows};
 

@@ -7,6 +7,7 @@
 #include "excel/comment_reader.h"
 #include "excel/drawing_reader.h"
 #include "excel/page_reader.h"
+#include "excel/rule_reader.h"
 #include "excel/workbook_error.h"
 
 namespace headless::excel {
@@ -39,15 +40,32 @@ private:
             {"autoFilter", &SheetReader::readFilter},
             {"mergeCells", &SheetReader::readMerges},
             {"drawing", &SheetReader::readDrawn},
+            {"hyperlinks", &SheetReader::readLinks},
+            {"dataValidations", &SheetReader::readInputRules},
+            {"sheetProtection", &SheetReader::readProtection},
+            {"ignoredErrors", &SheetReader::readQuiet},
         };
         const auto found = kElements.find(name);
         if (found != kElements.end()) return (this->*found->second)(node);
-        readPage(sheet_.page, name, node);
+        if (!readPage(sheet_.page, name, node)) contents_.foreign.add("settings of printing");
+    }
+
+    void readLinks(const pugi::xml_node& list) {
+        if (!excel::readLinks(sheet_, list, relations_))
+            contents_.foreign.add("links of large areas");
+    }
+    void readInputRules(const pugi::xml_node& list) { excel::readInputRules(sheet_, list); }
+    void readQuiet(const pugi::xml_node& list) { readQuietAreas(sheet_, list); }
+    void readProtection(const pugi::xml_node& node) {
+        if (!excel::readProtection(sheet_, node)) contents_.foreign.add("passwords of sheets");
     }
 
     void readProperties(const pugi::xml_node& node) {
         sheet_.tabColor = contents_.colors->read(child(node, "tabColor"));
         sheet_.page.fitToPages = child(node, "pageSetUpPr").attribute("fitToPage").as_bool();
+        const pugi::xml_node outline = child(node, "outlinePr");
+        sheet_.sumsBelow = outline.attribute("summaryBelow").as_bool(true);
+        sheet_.sumsRight = outline.attribute("summaryRight").as_bool(true);
     }
 
     void readRows(const pugi::xml_node& node) { readCells(contents_, sheet_, node); }
@@ -74,8 +92,10 @@ private:
         const bool usual = !node.attribute("rightToLeft").as_bool() &&
                            !node.attribute("showFormulas").as_bool() &&
                            node.attribute("showZeros").as_bool(true) &&
-                           node.attribute("showRowColHeaders").as_bool(true);
-        if (!usual) contents_.foreign.add("settings of views");
+                           node.attribute("showRowColHeaders").as_bool(true) &&
+                           node.attribute("showOutlineSymbols").as_bool(true) &&
+                           std::string_view(node.attribute("view").as_string("normal")) == "normal";
+        if (!usual || node.next_sibling()) contents_.foreign.add("settings of views");
         view.gridlines = node.attribute("showGridLines").as_bool(true);
         view.zoom = node.attribute("zoomScale").as_int(100);
         const pugi::xml_node pane = child(node, "pane");
@@ -88,6 +108,7 @@ private:
     }
 
     void readUsualSizes(const pugi::xml_node& node) {
+        if (node.attribute("zeroHeight").as_bool()) contents_.foreign.add("rows hidden at first");
         const double height = node.attribute("defaultRowHeight").as_double(kUsualHeight);
         if (height != kUsualHeight) {
             sheet_.rows.change(1, kRows, [&](RowProperties& row) { row.height = height; });
@@ -114,8 +135,6 @@ private:
             const int first = std::max(node.attribute("min").as_int(), 1);
             const int last = std::min(node.attribute("max").as_int(), kColumns);
             if (first > last) continue;
-            if (node.attribute("outlineLevel").as_int() > 0)
-                contents_.foreign.add("groups of rows");
             sheet_.columns.change(first, last, [&](ColumnProperties& column) {
                 // A hidden column may be written without a width of its own.
                 const double width = node.attribute("width").as_double();
@@ -123,6 +142,7 @@ private:
                     column.width = widthFromFile(width);
                 }
                 column.hidden = node.attribute("hidden").as_bool();
+                column.outline = outlinePlace(node);
                 column.format = contents_.formatOf(node.attribute("style"));
             });
         }

@@ -6,6 +6,7 @@
 #include "excel/image_info.h"
 #include "excel/library_calls.h"
 #include "excel/page_writer.h"
+#include "excel/rule_writer.h"
 
 namespace headless::excel {
 namespace {
@@ -25,10 +26,16 @@ public:
                                         rowIndex(merged.bottom), columnIndex(merged.right), "",
                                         nullptr));
         }
+        for (const Link& link : sheet_.links)
+            writeLink(link);
         for (const auto& [row, cells] : sheet_.cells()) {
             for (const auto& [column, cell] : cells)
                 writeCell(row, column, cell);
         }
+        for (const InputRule& rule : sheet_.inputRules)
+            writeInputRule(rule, target_);
+        if (sheet_.protection) writeProtection(*sheet_.protection, target_);
+        writeQuietAreas(sheet_.quiet, target_);
         for (const auto& [place, comment] : sheet_.comments)
             writeComment(place, comment);
         for (const Picture& picture : sheet_.pictures)
@@ -42,6 +49,8 @@ private:
         sheet_.columns.forEach([&](int first, int last, const ColumnProperties& column) {
             lxw_row_col_options options{};
             options.hidden = column.hidden;
+            options.level = static_cast<std::uint8_t>(column.outline.level);
+            options.collapsed = column.outline.folded;
             lxw_format* own =
                 column.format == kDefaultFormat ? nullptr : formats_.at(column.format);
             check(worksheet_set_column_opt(target_, columnIndex(first), columnIndex(last),
@@ -60,6 +69,8 @@ private:
             }
             lxw_row_col_options options{};
             options.hidden = row.hidden;
+            options.level = static_cast<std::uint8_t>(row.outline.level);
+            options.collapsed = row.outline.folded;
             lxw_format* own = row.format ? formats_.at(*row.format) : nullptr;
             for (int number = first; number <= last; ++number) {
                 check(worksheet_set_row_opt(target_, rowIndex(number),
@@ -109,6 +120,21 @@ private:
         check(worksheet_write_formula_num(target_, row, column, formula.c_str(), format, result));
     }
 
+    /// The library writes a text into each cell that has a link; cells write theirs over it.
+    void writeLink(const Link& link) {
+        const std::string target = libraryTarget(link);
+        const char* tip = link.tip.empty() ? nullptr : link.tip.c_str();
+        for (int row = link.area.top; row <= link.area.bottom; ++row) {
+            for (int column = link.area.left; column <= link.area.right; ++column) {
+                lxw_format* own = formats_.at(sheet_.formatAt(row, column));
+                const lxw_row_t r = rowIndex(row);
+                const lxw_col_t c = columnIndex(column);
+                check(worksheet_write_url_opt(target_, r, c, target.c_str(), own, " ", tip));
+                check(worksheet_write_blank(target_, r, c, own));
+            }
+        }
+    }
+
     void writeComment(std::pair<int, int> place, const Comment& comment) {
         std::string author = comment.author;
         lxw_comment_options options{};
@@ -147,7 +173,9 @@ private:
         const int lines = (view.gridlines ? LXW_SHOW_SCREEN_GRIDLINES : LXW_HIDE_ALL_GRIDLINES) |
                           (sheet_.page.printGridlines ? LXW_SHOW_PRINT_GRIDLINES : 0);
         worksheet_gridlines(target_, static_cast<std::uint8_t>(lines));
-        if (sheet_.hidden) worksheet_hide(target_);
+        if (sheet_.visibility != Visibility::kVisible) worksheet_hide(target_);
+        worksheet_outline_settings(target_, LXW_TRUE, sheet_.sumsBelow, sheet_.sumsRight,
+                                   LXW_FALSE);
         if (sheet_.tabColor) worksheet_set_tab_color(target_, libraryColor(*sheet_.tabColor));
         if (const auto& area = sheet_.autoFilter) {
             check(worksheet_autofilter(target_, rowIndex(area->top), columnIndex(area->left),

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <map>
 
+#include "excel/file_names.h"
 #include "excel/number_formats.h"
 #include "excel/old_palette.h"
 
@@ -31,13 +32,6 @@ std::uint32_t tinted(std::uint32_t rgb, double tint) {
         result |= static_cast<std::uint32_t>(rounded) << shift;
     }
     return result;
-}
-
-template <class Value, std::size_t Count>
-Value named(std::string_view name, const std::array<std::string_view, Count>& names,
-            Value fallback) {
-    const auto found = std::ranges::find(names, name);
-    return found == names.end() ? fallback : static_cast<Value>(found - names.begin());
 }
 
 /// True for <b/>, <b val="1"/> and the like.
@@ -110,8 +104,13 @@ BorderLine readLine(const pugi::xml_node& node, const ColorReader& colors) {
 
 Borders readBorders(const pugi::xml_node& node, const ColorReader& colors) {
     Borders borders;
-    borders.left = readLine(child(node, "left"), colors);
-    borders.right = readLine(child(node, "right"), colors);
+    // Stricter files name the sides by the direction of reading.
+    const auto side = [&](const char* name, const char* strict) {
+        const pugi::xml_node found = child(node, name);
+        return readLine(found ? found : child(node, strict), colors);
+    };
+    borders.left = side("left", "start");
+    borders.right = side("right", "end");
     borders.top = readLine(child(node, "top"), colors);
     borders.bottom = readLine(child(node, "bottom"), colors);
     borders.diagonal = readLine(child(node, "diagonal"), colors);
@@ -152,9 +151,100 @@ Value pick(const std::vector<Value>& values, const pugi::xml_attribute& index) {
     return at < values.size() ? values[at] : Value{};
 }
 
+std::map<std::string, std::string> attributesOf(const pugi::xml_node& node,
+                                                std::initializer_list<const char*> names) {
+    std::map<std::string, std::string> values;
+    for (const char* name : names)
+        if (const auto attribute = node.attribute(name)) values[name] = attribute.value();
+    return values;
+}
+
+/// The formats of cells and of named styles, which are told by the same lists.
+class StyleReader {
+public:
+    StyleReader(const pugi::xml_node& root, const ColorReader& colors) : root_(root) {
+        for (const pugi::xml_node& node : child(root, "numFmts").children())
+            codes_[node.attribute("numFmtId").as_int()] = node.attribute("formatCode").value();
+        fonts_ =
+            readAll<Font>(child(root, "fonts"), [&](const auto& n) { return readFont(n, colors); });
+        fills_ =
+            readAll<Fill>(child(root, "fills"), [&](const auto& n) { return readFill(n, colors); });
+        borders_ = readAll<Borders>(child(root, "borders"),
+                                    [&](const auto& n) { return readBorders(n, colors); });
+    }
+
+    std::vector<FormatId> read(Workbook& book) const {
+        const std::map<unsigned, int> styles = readNamed(book.styles);
+        std::vector<FormatId> ids;
+        for (const pugi::xml_node& node : child(root_, "cellXfs").children()) {
+            CellFormat format = readFormat(node);
+            const auto style = styles.find(node.attribute("xfId").as_uint());
+            if (style != styles.end()) format.style = style->second;
+            if (ids.empty()) book.formats.setDefault(format);
+            ids.push_back(book.formats.add(format));
+        }
+        if (ids.empty()) ids.push_back(kDefaultFormat);
+        return ids;
+    }
+
+private:
+    /// @return  the places in the list by the numbers that cells name them with.
+    std::map<unsigned, int> readNamed(std::vector<CellStyle>& styles) const {
+        const auto formats = readAll<CellFormat>(child(root_, "cellStyleXfs"),
+                                                 [&](const auto& n) { return readFormat(n); });
+        const auto rules = readAll<std::map<std::string, std::string>>(
+            child(root_, "cellStyleXfs"), [](const pugi::xml_node& node) {
+                return attributesOf(node, {"applyNumberFormat", "applyFont", "applyFill",
+                                           "applyBorder", "applyAlignment", "applyProtection"});
+            });
+        std::map<unsigned, int> places;
+        for (const pugi::xml_node& node : child(root_, "cellStyles").children()) {
+            CellStyle style;
+            style.name = node.attribute("name").value();
+            style.format = pick(formats, node.attribute("xfId"));
+            style.rules = pick(rules, node.attribute("xfId"));
+            style.settings = attributesOf(node, {"builtinId", "iLevel", "hidden", "customBuiltin"});
+            const bool isNormal = node.attribute("builtinId").as_int(-1) == 0;
+            places.emplace(node.attribute("xfId").as_uint(),
+                           isNormal ? 0 : static_cast<int>(styles.size()));
+            if (isNormal)
+                styles.front() = std::move(style);
+            else
+                styles.push_back(std::move(style));
+        }
+        return places;
+    }
+
+    [[nodiscard]] CellFormat readFormat(const pugi::xml_node& node) const {
+        CellFormat format;
+        const int number = node.attribute("numFmtId").as_int();
+        const auto code = codes_.find(number);
+        format.numberFormat = code != codes_.end() ? code->second : builtInNumberFormat(number);
+        format.font = pick(fonts_, node.attribute("fontId"));
+        format.fill = pick(fills_, node.attribute("fillId"));
+        format.borders = pick(borders_, node.attribute("borderId"));
+        format.alignment = readAlignment(child(node, "alignment"));
+        const pugi::xml_node protection = child(node, "protection");
+        format.locked = protection.attribute("locked").as_bool(true);
+        format.formulaHidden = protection.attribute("hidden").as_bool(false);
+        return format;
+    }
+
+    pugi::xml_node root_;
+    std::map<int, std::string> codes_;
+    std::vector<Font> fonts_;
+    std::vector<Fill> fills_;
+    std::vector<Borders> borders_;
+};
+
 } // namespace
 
-ColorReader::ColorReader(const pugi::xml_document& theme) {
+ColorReader::ColorReader(const pugi::xml_document& theme, const pugi::xml_document& styles)
+    : palette_(kOldPalette.begin(), kOldPalette.end()) {
+    std::size_t index = 0;
+    const pugi::xml_node own = child(child(styles.document_element(), "colors"), "indexedColors");
+    for (const pugi::xml_node& entry : own.children())
+        if (index < palette_.size()) palette_[index++] = parseHex(entry.attribute("rgb").value());
     const pugi::xml_node scheme =
         child(child(theme.document_element(), "themeElements"), "clrScheme");
     for (const pugi::xml_node& entry : scheme.children()) {
@@ -184,8 +274,8 @@ Color ColorReader::read(const pugi::xml_node& node) const {
         rgb = theme_[index];
     } else if (const auto indexed = node.attribute("indexed")) {
         const auto index = static_cast<std::size_t>(indexed.as_uint());
-        if (index >= kOldPalette.size()) return std::nullopt;
-        rgb = kOldPalette[index];
+        if (index >= palette_.size()) return std::nullopt;
+        rgb = palette_[index];
     } else {
         return std::nullopt;
     }
@@ -193,38 +283,9 @@ Color ColorReader::read(const pugi::xml_node& node) const {
     return swappedColor(tint == 0.0 ? rgb : tinted(rgb, tint));
 }
 
-std::vector<FormatId> readStyles(const pugi::xml_document& styles, const pugi::xml_document& theme,
-                                 FormatTable& formats) {
-    const ColorReader colors(theme);
-    const pugi::xml_node root = styles.document_element();
-    std::map<int, std::string> codes;
-    for (const pugi::xml_node& node : child(root, "numFmts").children())
-        codes[node.attribute("numFmtId").as_int()] = node.attribute("formatCode").value();
-    const auto fonts = readAll<Font>(
-        child(root, "fonts"), [&](const pugi::xml_node& node) { return readFont(node, colors); });
-    const auto fills = readAll<Fill>(
-        child(root, "fills"), [&](const pugi::xml_node& node) { return readFill(node, colors); });
-    const auto borders = readAll<Borders>(child(root, "borders"), [&](const pugi::xml_node& node) {
-        return readBorders(node, colors);
-    });
-    std::vector<FormatId> ids;
-    for (const pugi::xml_node& node : child(root, "cellXfs").children()) {
-        CellFormat format;
-        const int number = node.attribute("numFmtId").as_int();
-        const auto code = codes.find(number);
-        format.numberFormat = code != codes.end() ? code->second : builtInNumberFormat(number);
-        format.font = pick(fonts, node.attribute("fontId"));
-        format.fill = pick(fills, node.attribute("fillId"));
-        format.borders = pick(borders, node.attribute("borderId"));
-        format.alignment = readAlignment(child(node, "alignment"));
-        const pugi::xml_node protection = child(node, "protection");
-        format.locked = protection.attribute("locked").as_bool(true);
-        format.formulaHidden = protection.attribute("hidden").as_bool(false);
-        if (ids.empty()) formats.setDefault(format);
-        ids.push_back(formats.add(format));
-    }
-    if (ids.empty()) ids.push_back(kDefaultFormat);
-    return ids;
+std::vector<FormatId> readStyles(const pugi::xml_document& styles, const ColorReader& colors,
+                                 Workbook& book) {
+    return StyleReader(styles.document_element(), colors).read(book);
 }
 
 } // namespace headless::excel

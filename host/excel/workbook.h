@@ -1,6 +1,7 @@
 // A workbook in memory: what its file holds, as far as the engine carries it.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,6 +15,7 @@ struct DefinedName {
     std::string name;
     std::string refersTo;         ///< A formula without the equals sign.
     std::shared_ptr<Sheet> sheet; ///< The sheet that it is for; null for the whole workbook.
+    bool hidden = false;          ///< From users.
 };
 
 struct DocumentProperties {
@@ -23,12 +25,27 @@ struct DocumentProperties {
     std::string keywords;
     std::string comments;
     std::string category;
+    std::string company;
+    std::string manager;
 
     bool operator==(const DocumentProperties&) const = default;
 };
 
+/// A named style of cells. What cells look like is all in their own formats; which parts of these
+/// the style is meant to rule is noted for programs that change it.
+struct CellStyle {
+    std::string name = "Normal";
+    CellFormat format;
+    std::map<std::string, std::string> settings; ///< Attributes of files, "builtinId" and others.
+    std::map<std::string, std::string> rules;    ///< Likewise, "applyFont" and others.
+
+    bool operator==(const CellStyle&) const = default;
+};
+
 struct Workbook {
     FormatTable formats;
+    std::vector<CellStyle> styles = {CellStyle()}; ///< By CellFormat::style; the first is Normal.
+    std::string theme; ///< The part of files about it; empty for the usual one.
     std::vector<std::shared_ptr<Sheet>> sheets; ///< In the order of their tabs; never empty.
     std::size_t activeSheet = 0;
     std::vector<DefinedName> names;

@@ -7,6 +7,11 @@
 namespace headless::excel {
 namespace {
 
+Visibility visibilityOf(std::string_view state) {
+    if (state == "hidden") return Visibility::kHidden;
+    return state == "veryHidden" ? Visibility::kVeryHidden : Visibility::kVisible;
+}
+
 class Reader {
 public:
     Reader(const std::string& path, LetterFonts letterFonts) : contents_(path, letterFonts) {}
@@ -24,6 +29,7 @@ public:
         readSheets(book.document_element());
         readNames(child(book.document_element(), "definedNames"));
         if (const Relation* core = findKind(root, "core-properties")) readProperties(*core);
+        if (const Relation* more = findKind(root, "extended-properties")) readCompany(*more);
         noteForeign(book.document_element());
         contents_.book->leftOut = contents_.foreign.phrases();
         return std::move(contents_.book);
@@ -33,15 +39,15 @@ private:
     void readShared() {
         pugi::xml_document theme;
         if (const Relation* found = findKind(relations_, "theme")) {
+            contents_.book->theme = contents_.package.read(found->target).value_or("");
             theme = contents_.package.readXml(found->target);
         }
-        if (const Relation* found = findKind(relations_, "styles")) {
-            const pugi::xml_document styles = contents_.package.readXml(found->target);
-            contents_.formats = readStyles(styles, theme, contents_.book->formats);
-            for (const pugi::xml_node& fill : child(styles.document_element(), "fills").children())
-                if (child(fill, "gradientFill")) contents_.foreign.add("colour gradients");
-        }
-        contents_.colors = std::make_unique<ColorReader>(theme);
+        pugi::xml_document styles;
+        if (const Relation* found = findKind(relations_, "styles"))
+            styles = contents_.package.readXml(found->target);
+        contents_.colors = std::make_unique<ColorReader>(theme, styles);
+        contents_.formats = readStyles(styles, *contents_.colors, *contents_.book);
+        noteForeignStyles(styles.document_element());
         if (const Relation* found = findKind(relations_, "sharedStrings")) {
             const pugi::xml_document strings = contents_.package.readXml(found->target);
             for (const pugi::xml_node& node : strings.document_element().children())
@@ -49,9 +55,27 @@ private:
         }
     }
 
+    void noteForeignStyles(const pugi::xml_node& root) {
+        for (const pugi::xml_node& fill : child(root, "fills").children())
+            if (child(fill, "gradientFill")) contents_.foreign.add("colour gradients");
+        for (const pugi::xml_node& font : child(root, "fonts").children()) {
+            if (child(font, "outline") || child(font, "shadow"))
+                contents_.foreign.add("outlined letters and letters with shadows");
+        }
+        for (const pugi::xml_node& format : child(root, "cellXfs").children()) {
+            const pugi::xml_node alignment = child(format, "alignment");
+            if (alignment.attribute("readingOrder").as_int() != 0)
+                contents_.foreign.add("directions of reading");
+            if (format.attribute("quotePrefix").as_bool())
+                contents_.foreign.add("apostrophes before texts");
+        }
+        if (child(root, "tableStyles").first_child()) contents_.foreign.add("styles of tables");
+    }
+
     void noteForeign(const pugi::xml_node& root) {
         contents_.foreign.noteElements(root);
-        contents_.foreign.noteParts(contents_.package.partNames());
+        contents_.foreign.noteWorkbook(root);
+        contents_.foreign.noteParts(contents_.package.unreadParts());
         // Some programs always write the list, mostly empty.
         if (contents_.package.readXml("docProps/custom.xml").document_element().first_child())
             contents_.foreign.add("properties of its own");
@@ -62,13 +86,13 @@ private:
         for (const pugi::xml_node& node : child(root, "sheets").children()) {
             const Relation* relation = findId(relations_, linkAttribute(node, "id").value());
             if (relation == nullptr || relation->kind != "worksheet") {
+                contents_.foreign.add("sheets without cells");
                 sheetsByIndex_.push_back(nullptr);
                 continue;
             }
             auto sheet = std::make_shared<Sheet>();
             sheet->name = node.attribute("name").value();
-            sheet->hidden =
-                std::string_view(node.attribute("state").as_string("visible")) != "visible";
+            sheet->visibility = visibilityOf(node.attribute("state").value());
             sheetsByIndex_.push_back(sheet);
             contents_.book->sheets.push_back(sheet);
             readSheet(contents_, *sheet, relation->target);
@@ -91,11 +115,11 @@ private:
                 if (index < sheetsByIndex_.size()) name.sheet = sheetsByIndex_[index];
             }
             if (!name.name.starts_with("_xlnm.")) {
-                if (node.attribute("hidden").as_bool()) {
-                    contents_.foreign.add("hidden names");
-                } else {
+                name.hidden = node.attribute("hidden").as_bool();
+                if (node.attribute("function").as_bool() || node.attribute("xlm").as_bool())
+                    contents_.foreign.add("macros");
+                else
                     contents_.book->names.push_back(std::move(name));
-                }
             } else if (name.sheet != nullptr) {
                 readPrintName(*name.sheet, name);
             }
@@ -121,6 +145,8 @@ private:
         } else if (name.name == "_xlnm.Print_Titles") {
             for (const Area& area : areas)
                 (area.wholeRows() ? sheet.page.titleRows : sheet.page.titleColumns) = area;
+        } else if (name.name != "_xlnm._FilterDatabase") {
+            contents_.foreign.add("areas of advanced filters");
         }
     }
 
@@ -134,6 +160,13 @@ private:
         properties.keywords = child(root, "keywords").text().get();
         properties.comments = child(root, "description").text().get();
         properties.category = child(root, "category").text().get();
+    }
+
+    void readCompany(const Relation& part) {
+        const pugi::xml_document document = contents_.package.readXml(part.target);
+        const pugi::xml_node root = document.document_element();
+        contents_.book->properties.company = child(root, "Company").text().get();
+        contents_.book->properties.manager = child(root, "Manager").text().get();
     }
 
     FileContents contents_;

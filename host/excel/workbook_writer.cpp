@@ -2,6 +2,7 @@
 #include <cstring>
 #include <vector>
 
+#include "excel/file_finish.h"
 #include "excel/library_calls.h"
 #include "excel/scratch_file.h"
 #include "excel/sheet_writer.h"
@@ -30,6 +31,8 @@ public:
             sheets.push_back(made);
         }
         LibraryFormats formats(target_.get(), source_.formats);
+        for (std::size_t i = 1; i < source_.styles.size(); ++i)
+            styleFormats_.push_back(formats.addUnused(source_.styles[i].format));
         for (std::size_t i = 0; i < sheets.size(); ++i)
             writeSheet(*source_.sheets[i], sheets[i], formats);
         worksheet_activate(sheets[std::min(source_.activeSheet, sheets.size() - 1)]);
@@ -38,6 +41,9 @@ public:
         writeProperties();
         check(workbook_close(target_.release()));
     }
+
+    /// For each named style but the first, the number of a cell format in the file like it.
+    [[nodiscard]] const std::vector<int>& styleFormats() const { return styleFormats_; }
 
 private:
     void writeName(const DefinedName& name) {
@@ -56,6 +62,8 @@ private:
         properties.keywords = own.keywords.data();
         properties.comments = own.comments.data();
         properties.category = own.category.data();
+        properties.company = own.company.data();
+        properties.manager = own.manager.data();
         if (!(own == DocumentProperties{})) {
             check(workbook_set_properties(target_.get(), &properties));
         }
@@ -63,6 +71,7 @@ private:
 
     const Workbook& source_;
     std::unique_ptr<lxw_workbook, Free> target_;
+    std::vector<int> styleFormats_;
 };
 
 } // namespace
@@ -70,7 +79,9 @@ private:
 void writeWorkbook(const Workbook& workbook, const std::string& path) {
     try {
         const ScratchFile scratch;
-        Writer(workbook, scratch.path()).write();
+        Writer writer(workbook, scratch.path());
+        writer.write();
+        if (needsFinish(workbook)) finishFile(workbook, writer.styleFormats(), scratch.path());
         struct stat status {};
         const int error = replaceFile(path, scratch.bytes(), Durability::kProcess, status);
         if (error != 0) throw WorkbookError(std::strerror(error));

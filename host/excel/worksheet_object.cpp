@@ -7,6 +7,9 @@
 namespace headless::excel {
 namespace {
 
+constexpr std::pair<LONG, Visibility> kVisibilities[] = {
+    {-1, Visibility::kVisible}, {0, Visibility::kHidden}, {2, Visibility::kVeryHidden}};
+
 class WorksheetObject final : public ExcelObject {
 public:
     explicit WorksheetObject(const SheetPlace& place) : place_(place) {}
@@ -30,15 +33,17 @@ public:
     }
     LONG visible() const {
         place_.check();
-        return place_.sheet->hidden ? 0 : -1;
+        for (const auto& [number, visibility] : kVisibilities)
+            if (visibility == place_.sheet->visibility) return number;
+        return -1;
     }
     void setVisible(const VARIANT& value) {
         place_.check();
-        const bool hide = integerOf(value) == 0 || integerOf(value) == 2;
-        if (hide && visibleSheets() == 1 && !place_.sheet->hidden) {
-            fail("a workbook must keep one visible sheet");
-        }
-        place_.edit().hidden = hide;
+        Visibility wanted = Visibility::kVisible;
+        for (const auto& [number, visibility] : kVisibilities)
+            if (number == integerOf(value)) wanted = visibility;
+        if (wanted != Visibility::kVisible) keepOneVisible();
+        place_.edit().visibility = wanted;
     }
     void activate() {
         place_.check();
@@ -47,9 +52,7 @@ public:
     }
     void remove() {
         place_.check();
-        if (visibleSheets() == 1 && !place_.sheet->hidden) {
-            fail("a workbook must keep one visible sheet");
-        }
+        keepOneVisible();
         place_.book->noteChange();
         Workbook& workbook = *place_.book->workbook;
         std::erase(workbook.sheets, place_.sheet);
@@ -162,9 +165,13 @@ private:
         if (FAILED(status)) fail("the range would lie off the sheet");
         return found.release().pdispVal;
     }
-    std::ptrdiff_t visibleSheets() const {
-        return std::ranges::count(place_.book->workbook->sheets, false,
-                                  [](const auto& sheet) { return sheet->hidden; });
+    /// Fails when this is the only sheet that users see.
+    void keepOneVisible() const {
+        const auto seen = [](const auto& sheet) {
+            return sheet->visibility == Visibility::kVisible;
+        };
+        if (seen(place_.sheet) && std::ranges::count_if(place_.book->workbook->sheets, seen) == 1)
+            fail("a workbook must keep one visible sheet");
     }
     std::size_t positionFor(const CallArguments& arguments) const {
         return newPosition(*place_.book, arguments, place_.book->workbook->sheets.size());

@@ -46,12 +46,13 @@ ZipPackage::ZipPackage(const std::string& path) {
 
 ZipPackage::~ZipPackage() = default;
 
-std::vector<std::string> ZipPackage::partNames() const {
+std::vector<std::string> ZipPackage::unreadParts() const {
     std::vector<std::string> names;
     const zip_int64_t count = zip_get_num_entries(archive_.get(), 0);
     for (zip_int64_t i = 0; i < count; ++i) {
-        const char* name = zip_get_name(archive_.get(), static_cast<zip_uint64_t>(i), 0);
-        if (name != nullptr) names.emplace_back(name);
+        const auto number = static_cast<zip_uint64_t>(i);
+        const char* name = zip_get_name(archive_.get(), number, 0);
+        if (name != nullptr && !read_.contains(number)) names.emplace_back(name);
     }
     return names;
 }
@@ -71,6 +72,7 @@ std::optional<std::string> ZipPackage::read(const std::string& part) {
         throw WorkbookError("the file is damaged in " + part);
     }
     unpacked_ += size;
+    read_.insert(about.index);
     return bytes;
 }
 
@@ -97,7 +99,8 @@ std::vector<Relation> readRelations(ZipPackage& package, const std::string& part
         relation.id = node.attribute("Id").value();
         relation.kind = type.substr(type.rfind('/') + 1);
         relation.external = std::string_view(node.attribute("TargetMode").value()) == "External";
-        relation.target = resolved(folder, node.attribute("Target").value());
+        const char* target = node.attribute("Target").value();
+        relation.target = relation.external ? target : resolved(folder, target);
         relations.push_back(std::move(relation));
     }
     return relations;

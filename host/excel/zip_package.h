@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,7 +23,8 @@ public:
     ZipPackage(const ZipPackage&) = delete;
     ZipPackage& operator=(const ZipPackage&) = delete;
 
-    [[nodiscard]] std::vector<std::string> partNames() const;
+    /// The names of the parts that nobody has read so far.
+    [[nodiscard]] std::vector<std::string> unreadParts() const;
     /// A part's bytes; nothing when there is none of that name. Throws WorkbookError when damaged.
     [[nodiscard]] std::optional<std::string> read(const std::string& part);
     /// A part as XML; empty when there is none. Throws WorkbookError when damaged.
@@ -33,14 +35,15 @@ private:
         void operator()(zip* archive) const;
     };
     std::unique_ptr<zip, Close> archive_;
-    std::size_t unpacked_ = 0; ///< Bytes so far.
+    std::set<std::uint64_t> read_; ///< Numbers of parts.
+    std::size_t unpacked_ = 0;     ///< Bytes so far.
 };
 
 /// A link from one part to another.
 struct Relation {
     std::string id;
     std::string kind;   ///< The last piece of its type: "worksheet", "styles", "image".
-    std::string target; ///< The part's name in the archive.
+    std::string target; ///< The part's name in the archive; as written when it is external.
     bool external = false;
 };
 

@@ -6,6 +6,7 @@
 #include <com/sun/star/document/MacroExecMode.hpp>
 #include <com/sun/star/document/UpdateDocMode.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/lang/DisposedException.hpp>
 #include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/sheet/XUniqueCellFormatRangesSupplier.hpp>
 #include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
@@ -58,11 +59,18 @@ const uno::Sequence<OUString>& asianFont() {
     return names;
 }
 
+/// What stands in protected sheets, and styles beside these, cannot be changed and stays as it is.
 void unifyFont(const uno::Any& formatted) {
     const uno::Reference<beans::XMultiPropertySet> format(formatted, uno::UNO_QUERY_THROW);
     const uno::Sequence<uno::Any> font = format->getPropertyValues(westernFont());
-    if (font != format->getPropertyValues(asianFont()))
+    if (font == format->getPropertyValues(asianFont())) return;
+    try {
         format->setPropertyValues(asianFont(), font);
+    } catch (const com::sun::star::lang::DisposedException&) {
+        throw; // The office is gone.
+    } catch (const uno::Exception&) {
+        return;
+    }
 }
 
 } // namespace

@@ -49,14 +49,20 @@ TEST_F(Workbooks, ComeBackAsTheyWere) {
     EXPECT_TRUE(back->leftOut.empty()) << testing::PrintToString(back->leftOut);
     ASSERT_EQ(back->sheets.size(), 3U);
     EXPECT_EQ(back->sheets[1]->name, "Board list");
-    EXPECT_TRUE(back->sheets[2]->hidden);
+    EXPECT_EQ(back->sheets[2]->visibility, book->sheets[2]->visibility);
     EXPECT_EQ(back->activeSheet, 1U);
     EXPECT_EQ(back->properties, book->properties);
     ASSERT_EQ(back->names.size(), 2U);
     for (const DefinedName& name : back->names) {
         EXPECT_EQ(name.refersTo, name.name == "Local" ? "'Board list'!$A$1" : "Sheet1!$B$2:$B$9");
         EXPECT_EQ(name.sheet, name.name == "Local" ? back->sheets[1] : nullptr);
+        EXPECT_EQ(name.hidden, name.name == "Total");
     }
+    EXPECT_FALSE(back->theme.empty()) << "the library's";
+    ASSERT_EQ(back->styles.size(), 2U);
+    EXPECT_EQ(back->styles[1].name, "Good one");
+    EXPECT_TRUE(back->styles[1].format.font.bold);
+    EXPECT_EQ(back->styles[1].settings, book->styles[1].settings);
     Sheet& sheet = *book->sheets[0];
     Sheet& read = *back->sheets[0];
     sheet.forEach(wholeSheet(), [&](int row, int column, const Cell& cell) {
@@ -77,6 +83,14 @@ TEST_F(Workbooks, ComeBackAsTheyWere) {
     EXPECT_EQ(back->formats.at(read.formatAt(5, 100)).numberFormat, "0%");
     EXPECT_EQ(read.rows.at(3).height, 30.0);
     EXPECT_TRUE(read.rows.at(4).hidden);
+    for (const int row : {18, 19, 20, 22, 23})
+        EXPECT_EQ(read.rows.at(row).outline, sheet.rows.at(row).outline) << row;
+    EXPECT_EQ(read.columns.at(11).outline, sheet.columns.at(11).outline);
+    EXPECT_EQ(read.sumsBelow, sheet.sumsBelow);
+    EXPECT_EQ(read.links, sheet.links);
+    EXPECT_EQ(read.inputRules, sheet.inputRules);
+    EXPECT_EQ(read.protection, sheet.protection);
+    EXPECT_EQ(read.quiet, sheet.quiet);
     EXPECT_EQ(read.tabColor, sheet.tabColor);
     EXPECT_EQ(read.view, sheet.view);
     EXPECT_EQ(read.autoFilter, sheet.autoFilter);
@@ -100,7 +114,7 @@ TEST_F(Workbooks, AnotherReaderFindsTheSame) {
         "title 楼板",
         "calculated when opened True",
         "name Total Sheet1!$B$2:$B$9",
-        "Sheet3 state hidden",
+        "Sheet3 state veryHidden",
         "Sheet1 freeze B3",
         "Sheet1 filter A1:C9",
         "Sheet1 merged C10:E12",
@@ -202,8 +216,26 @@ TEST_F(Workbooks, TellWhatTheyDoNotKeep) {
          "<fill><gradientFill><stop position=\"0\"/></gradientFill></fill>", "colour gradients"},
         {sheet, "<sheetView ", "<sheetView rightToLeft=\"1\" ", "settings of views"},
         {sheet, "state=\"frozen\"", "state=\"split\"", "split windows"},
-        {sheet, "</worksheet>", "<rowBreaks><brk id=\"3\"/></rowBreaks></worksheet>",
-         "page breaks"},
+        {sheet, "</worksheet>", "<cellWatches><cellWatch r=\"A1\"/></cellWatches></worksheet>",
+         "watched cells"},
+        {sheet, "</worksheet>", "<news/></worksheet>", "contents of an unknown kind"},
+        {sheet, "</worksheet>",
+         "<mc:AlternateContent><mc:Choice><controls><c/></controls></mc:Choice>"
+         "</mc:AlternateContent></worksheet>",
+         "controls"},
+        {sheet, "</worksheet>",
+         "<extLst><ext><x14:sparklineGroups><g/></x14:sparklineGroups></ext>"
+         "</extLst></worksheet>",
+         "sparklines"},
+        {sheet, "</worksheet>", "<pageSetup draft=\"1\"/></worksheet>", "settings of printing"},
+        {sheet, "<sheetProtection ", "<sheetProtection hashValue=\"x\" ", "passwords of sheets"},
+        {"xl/workbook.xml", "<calcPr ", "<calcPr iterate=\"1\" ", "settings of calculation"},
+        {"xl/styles.xml", "</cellStyles>", "</cellStyles><tableStyles><t/></tableStyles>",
+         "styles of tables"},
+        {"xl/comments1.xml", "<t>measured</t>",
+         "<rPr/><t>meas</t></r><r><rPr><b/></rPr><t>ured</t>", "formats of letters in comments"},
+        {"xl/ctrlProps/c.xml", nullptr, "<c/>", "controls"},
+        {"xl/new/c.xml", nullptr, "<c/>", "contents of an unknown kind"},
         {"docProps/custom.xml", nullptr, "<Properties/>", nullptr},
         {"docProps/custom.xml", nullptr, "<Properties><property/></Properties>",
          "properties of its own"},

@@ -1,0 +1,119 @@
+#include "excel/rule_writer.h"
+
+#include <cstring>
+
+#include "excel/library_calls.h"
+
+namespace headless::excel {
+namespace {
+
+std::uint8_t libraryKind(InputKind kind) {
+    switch (kind) {
+    case InputKind::kWhole:
+        return LXW_VALIDATION_TYPE_INTEGER_FORMULA;
+    case InputKind::kDecimal:
+        return LXW_VALIDATION_TYPE_DECIMAL_FORMULA;
+    case InputKind::kList:
+        return LXW_VALIDATION_TYPE_LIST_FORMULA;
+    case InputKind::kDate:
+        return LXW_VALIDATION_TYPE_DATE_FORMULA;
+    case InputKind::kTime:
+        return LXW_VALIDATION_TYPE_TIME_FORMULA;
+    case InputKind::kLength:
+        return LXW_VALIDATION_TYPE_LENGTH_FORMULA;
+    case InputKind::kCustom:
+        return LXW_VALIDATION_TYPE_CUSTOM_FORMULA;
+    case InputKind::kAny:
+        break;
+    }
+    return LXW_VALIDATION_TYPE_ANY;
+}
+
+std::uint8_t switched(bool on) {
+    return static_cast<std::uint8_t>(on ? LXW_VALIDATION_ON : LXW_VALIDATION_OFF);
+}
+
+} // namespace
+
+std::string libraryTarget(const Link& link) {
+    if (link.target.empty()) return "internal:" + link.location;
+    const std::string place = link.location.empty() ? "" : "#" + link.location;
+    constexpr std::string_view kFile = "file:///";
+    if (link.target.starts_with(kFile))
+        return "external:" + link.target.substr(kFile.size()) + place;
+    // Whatever has no scheme lies beside the workbook.
+    const bool isAddress = link.target.find(':') != std::string::npos;
+    return (isAddress ? "" : "external:") + link.target + place;
+}
+
+void writeInputRule(const InputRule& rule, lxw_worksheet* target) {
+    InputRule own = rule;
+    const bool isPair =
+        rule.comparison == InputOperator::kBetween || rule.comparison == InputOperator::kNotBetween;
+    lxw_data_validation validation{};
+    validation.validate = libraryKind(rule.kind);
+    // The library counts from 1 in the same order.
+    validation.criteria = static_cast<std::uint8_t>(static_cast<int>(rule.comparison) + 1);
+    validation.value_formula = own.first.data();
+    if (isPair) validation.minimum_formula = own.first.data();
+    if (isPair) validation.maximum_formula = own.second.data();
+    validation.ignore_blank = switched(rule.allowsBlank);
+    validation.show_input = switched(rule.showsPrompt);
+    validation.show_error = switched(rule.showsRefusal);
+    validation.dropdown = switched(rule.showsList);
+    validation.error_type = static_cast<std::uint8_t>(rule.refusal);
+    validation.input_title = own.promptTitle.data();
+    validation.input_message = own.prompt.data();
+    validation.error_title = own.refusalTitle.data();
+    validation.error_message = own.refusalText.data();
+    const Area& area = rule.area;
+    check(worksheet_data_validation_range(target, rowIndex(area.top), columnIndex(area.left),
+                                          rowIndex(area.bottom), columnIndex(area.right),
+                                          &validation));
+}
+
+void writeProtection(const Protection& protection, lxw_worksheet* target) {
+    const auto forbids = [&](Forbidden what) {
+        return protection.forbids[static_cast<std::size_t>(what)];
+    };
+    lxw_protection options{};
+    options.no_select_locked_cells = forbids(Forbidden::kSelectLocked);
+    options.no_select_unlocked_cells = forbids(Forbidden::kSelectUnlocked);
+    struct Choice {
+        std::uint8_t lxw_protection::*allows;
+        Forbidden what;
+    };
+    static constexpr Choice kChoices[] = {
+        {&lxw_protection::format_cells, Forbidden::kFormatCells},
+        {&lxw_protection::format_columns, Forbidden::kFormatColumns},
+        {&lxw_protection::format_rows, Forbidden::kFormatRows},
+        {&lxw_protection::insert_columns, Forbidden::kInsertColumns},
+        {&lxw_protection::insert_rows, Forbidden::kInsertRows},
+        {&lxw_protection::insert_hyperlinks, Forbidden::kInsertLinks},
+        {&lxw_protection::delete_columns, Forbidden::kDeleteColumns},
+        {&lxw_protection::delete_rows, Forbidden::kDeleteRows},
+        {&lxw_protection::sort, Forbidden::kSort},
+        {&lxw_protection::autofilter, Forbidden::kFilter},
+        {&lxw_protection::pivot_tables, Forbidden::kPivotTables},
+        {&lxw_protection::scenarios, Forbidden::kScenarios},
+        {&lxw_protection::objects, Forbidden::kObjects},
+    };
+    for (const Choice& choice : kChoices)
+        options.*choice.allows = !forbids(choice.what);
+    worksheet_protect(target, nullptr, &options);
+    // It takes passwords, and would hash them; only the hash is known.
+    std::strncpy(target->protection.hash, protection.password.c_str(),
+                 sizeof target->protection.hash - 1);
+}
+
+void writeQuietAreas(const QuietAreas& quiet, lxw_worksheet* target) {
+    for (std::size_t i = 0; i < quiet.size(); ++i) {
+        std::string areas;
+        for (const Area& area : quiet[i])
+            areas += (areas.empty() ? "" : " ") + areaText(area, false);
+        if (areas.empty()) continue;
+        check(worksheet_ignore_errors(target, static_cast<std::uint8_t>(i + 1), areas.c_str()));
+    }
+}
+
+} // namespace headless::excel
