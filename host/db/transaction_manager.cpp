@@ -16,19 +16,19 @@ using headless::UndoJournal;
 
 namespace {
 
-/// Made for a drawing that has none; it records while there are transactions.
-UndoJournal& journalOf(AcDbDatabase& db) {
-    if (db.undoJournal() == nullptr) {
-        db.disableUndoRecording(false);
-        db.disableUndoRecording(true);
+/// A journal that records while there are transactions, for each drawing that has none.
+void makeJournals() {
+    for (AcDbDatabase* const db : headless::DbState::current().databases) {
+        if (db->undoJournal() != nullptr) continue;
+        db->disableUndoRecording(false);
+        db->disableUndoRecording(true);
     }
-    return *db.undoJournal();
 }
 
 template <class Action>
 void forEachJournal(Action action) {
     for (AcDbDatabase* const db : headless::DbState::current().databases)
-        action(journalOf(*db));
+        if (UndoJournal* const journal = db->undoJournal()) action(*journal);
 }
 
 } // namespace
@@ -49,6 +49,7 @@ Acad::ErrorStatus AcTransaction::getAllObjects(AcDbVoidPtrArray& objects) {
 
 AcTransaction* AcDbTransactionManager::startTransaction() {
     open_.push_back(std::make_unique<AcTransaction>(*this));
+    makeJournals();
     forEachJournal([&](UndoJournal& journal) { journal.beginTransaction(open_.size()); });
     return open_.back().get();
 }
