@@ -98,6 +98,20 @@ void addCopy(AcDbEntity& entity) {
         copy.release()->close();
 }
 
+void mirror(AcDbEntity& entity) {
+    entity.transformBy(AcGeMatrix3d::mirroring(AcGePlane(AcGePoint3d(), AcGeVector3d(3, 4, 0))));
+}
+
+/// Gives every sheet the name of the next one in turn, so that another one is shown.
+void showOtherSheet(Drawing& drawing) {
+    auto& table = *Residence::peek<AcDbBlockTable>(drawing.db->blockTableId());
+    for (auto* const block : records<AcDbBlockTableRecord>(table.objectId())) {
+        auto& shown = *Residence::peek<AcDbBlockTableRecord>(drawing.db->paperSpaceId());
+        const bool isSheet = block->isSpace() && block->objectId() != drawing.db->modelSpaceId();
+        if (isSheet && block != &shown) table.exchangeNames(*block, shown);
+    }
+}
+
 /// Saves the drawing with each of some changes; the files' names, quoted, one behind the other.
 std::string savedWithChanges(const std::filesystem::path& file,
                              const std::filesystem::path& folder) {
@@ -108,8 +122,9 @@ std::string savedWithChanges(const std::filesystem::path& file,
     };
     std::string names;
     for (const Case& c : {Case{"moved", 1, moveThereAndBack}, Case{"coloured", 100, colour},
-                          Case{"copied", 3, addCopy}}) {
+                          Case{"copied", 3, addCopy}, Case{"mirrored", 2, mirror}}) {
         Drawing drawing(file);
+        showOtherSheet(drawing);
         changeEntities(drawing, c.every, c.apply);
         const auto target = folder / (std::string(c.name) + ".dxf");
         EXPECT_EQ(writeDxf(*drawing.db, target).refusal, "");
@@ -117,6 +132,9 @@ std::string savedWithChanges(const std::filesystem::path& file,
         EXPECT_EQ(again.report.count(), Drawing(file).report.count()) << c.name;
         EXPECT_EQ(entities(again.db->modelSpaceId()).size(),
                   entities(drawing.db->modelSpaceId()).size())
+            << c.name;
+        EXPECT_EQ(entities(again.db->paperSpaceId()).size(),
+                  entities(drawing.db->paperSpaceId()).size())
             << c.name;
         names += " '" + target.string() + "'";
     }
