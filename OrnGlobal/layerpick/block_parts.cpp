@@ -35,9 +35,19 @@ public:
         return known->second;
     }
 
+    /// True when an entity of the block, or of one that it refers to at any depth, is wanted.
     bool isInside(AcDbObjectId block) {
-        std::unordered_set<AcDbObjectId> seen;
-        const bool used = reaches(block, seen);
+        std::unordered_set<AcDbObjectId> seen; // A damaged drawing may hold a block in itself.
+        std::vector<AcDbObjectId> open{block};
+        bool used = false;
+        while (!used && !open.empty()) {
+            const AcDbObjectId next = open.back();
+            open.pop_back();
+            if (const auto known = blocks_.find(next); known != blocks_.end())
+                used = known->second;
+            else if (seen.insert(next).second)
+                used = holds(next, open);
+        }
         if (used)
             blocks_[block] = true;
         else
@@ -47,28 +57,23 @@ public:
     }
 
 private:
-    /// @param seen  blocks that this search has entered: a damaged drawing may hold one in itself.
-    bool reaches(AcDbObjectId id, std::unordered_set<AcDbObjectId>& seen) {
-        if (const auto known = blocks_.find(id); known != blocks_.end()) return known->second;
-        if (!seen.insert(id).second) return false;
+    /// True when an entity of the block itself is wanted.
+    /// @param referred  receives the blocks that it refers to.
+    bool holds(AcDbObjectId id, std::vector<AcDbObjectId>& referred) {
         const ReadHandle<AcDbBlockTableRecord> block(id);
         AcDbBlockTableRecordIterator* made = nullptr;
         if (!block || block->newIterator(made) != Acad::eOk) return false;
         const std::unique_ptr<AcDbBlockTableRecordIterator> all(made);
         for (; !all->done(); all->step()) {
-            AcDbObjectId entity;
-            all->getEntityId(entity);
-            if (isUsedBy(entity, seen)) return true;
+            AcDbObjectId entityId;
+            all->getEntityId(entityId);
+            const ReadHandle<AcDbEntity> entity(entityId);
+            if (!entity) continue;
+            if (isWanted(entity->layerId())) return true;
+            if (const auto* const nested = AcDbBlockReference::cast(entity.get()))
+                referred.push_back(nested->blockTableRecord());
         }
         return false;
-    }
-
-    bool isUsedBy(AcDbObjectId id, std::unordered_set<AcDbObjectId>& seen) {
-        const ReadHandle<AcDbEntity> entity(id);
-        if (!entity) return false;
-        if (isWanted(entity->layerId())) return true;
-        const auto* const nested = AcDbBlockReference::cast(entity.get());
-        return nested != nullptr && reaches(nested->blockTableRecord(), seen);
     }
 
     std::set<CString> names_;

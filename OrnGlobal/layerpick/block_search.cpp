@@ -1,9 +1,12 @@
 #include "layerpick/block_search.h"
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
+#include <tuple>
 
 #include <dbcurve.h>
 #include <dbdim.h>
@@ -47,6 +50,10 @@ std::optional<AcDbExtents> boxOf(const AcDbEntity& entity) {
     return box;
 }
 
+/// Blocks within blocks can hold more than anybody can look at: this many entities take about a
+/// second, and then a search has found nothing.
+constexpr int kPatience = 10'000'000;
+
 /// What is known of the block of one reference while it is searched.
 class Level {
 public:
@@ -62,8 +69,9 @@ public:
     }
 
     /// Takes the block's entities in order until one is hit.
-    void walk(AcDbBlockTableRecordIterator& entities) {
-        for (; !isFound_ && !entities.done(); entities.step()) {
+    /// @param patience  how many more may be looked at.
+    void walk(AcDbBlockTableRecordIterator& entities, int& patience) {
+        for (; !isFound_ && !entities.done() && patience > 0; entities.step(), --patience) {
             AcDbObjectId id;
             AcDbObject* object = nullptr;
             entities.getEntityId(id);
@@ -194,26 +202,34 @@ public:
 
     CString inside(const AcDbBlockReference& reference, const CString& parentLayer,
                    const PickSpot& spot) {
-        // A damaged drawing may hold a block within itself.
+        // A damaged drawing may hold a block within itself, or blocks deeper than the stack.
+        constexpr std::size_t kDeepest = 500;
         const AcDbObjectId block = reference.blockTableRecord();
         if (std::find(open_.begin(), open_.end(), block) != open_.end()) return CString();
+        if (open_.size() == kDeepest) return CString();
         const auto contents = contentsOf(reference);
         if (!contents) return CString();
         const PickSpot local = carriedInto(spot, contents->placing);
         if (const auto clip = blocks::clipOf(reference); clip && !blocks::shows(*clip, local.at))
             return CString();
 
-        open_.push_back(block);
         const CString layer = effectiveLayer(reference, parentLayer);
+        const Search search{block,      local.at.x,     local.at.y,
+                            local.at.z, local.aperture, contents->placing.rotation,
+                            layer};
+        if (misses_.count(search) != 0) return attributeAt(reference, spot.at, layer);
+
+        open_.push_back(block);
         Level level(local, contents->placing.rotation, layer, rules_);
-        level.walk(*contents->entities);
+        level.walk(*contents->entities, patience_);
         CString result = level.result;
-        if (result.IsEmpty() && rules_.mode != PickMode::curves)
-            result = attributeAt(reference, spot.at, layer);
+        if (result.IsEmpty()) result = attributeAt(reference, spot.at, layer);
         if (result.IsEmpty()) result = inAny(level.references, layer, local);
         if (result.IsEmpty()) result = inAny(level.referencesWithoutExtents, layer, local);
         if (result.IsEmpty() && rules_.hatches) result = level.hatchLayer();
         open_.pop_back();
+        const bool isPlace = std::isfinite(local.at.x + local.at.y + local.aperture);
+        if (result.IsEmpty() && isPlace && !level.references.empty()) misses_.insert(search);
         return result;
     }
 
@@ -221,6 +237,7 @@ private:
     /// Attributes stand where the reference does, so the point is the one before it was carried in.
     CString attributeAt(const AcDbBlockReference& reference, const AcGePoint3d& point,
                         const CString& layer) const {
+        if (rules_.mode == PickMode::curves) return CString();
         const std::unique_ptr<AcDbObjectIterator> ids(reference.attributeIterator());
         for (; !ids->done(); ids->step()) {
             const ReadHandle<AcDbAttribute> attribute(ids->objectId());
@@ -243,8 +260,14 @@ private:
         return CString();
     }
 
+    /// Block, place and aperture in it, rotation and effective layer: all that decides what a
+    /// reference hits, its attributes apart.
+    using Search = std::tuple<AcDbObjectId, double, double, double, double, double, CString>;
+
     const SearchRules& rules_;
     std::vector<AcDbObjectId> open_; // The blocks being searched, the outermost first.
+    std::set<Search> misses_;        // Of blocks that hold references, which may stand in heaps.
+    int patience_ = kPatience;
 };
 
 } // namespace

@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 #include <optional>
+#include <set>
+#include <tuple>
 #include <utility>
 
 #include "db/attribute.h"
@@ -123,6 +125,8 @@ public:
     bool takes(const AcDbEntity& entity, const AcGeMatrix3d& toView) {
         standing_ = {};
         touched_.reset();
+        walked_.clear();
+        patience_ = kPatience;
         layer_ = entity.layerId();
         show(entity, toView);
         if (how_ == PickBy::window) return standing_.touches && !standing_.leaves;
@@ -178,8 +182,8 @@ protected:
         const auto* const layer = layerRecord(layer_);
         if (layer != nullptr && layer->isFrozenLayer()) return;
         const AcDbObjectId outer = layer_;
-        for (int row = 0; row < reference.rows; ++row) {
-            for (int column = 0; column < reference.columns; ++column) {
+        for (int row = 0; row < reference.rows && !isDecided(); ++row) {
+            for (int column = 0; column < reference.columns && !isDecided(); ++column) {
                 const AcGeVector3d step = reference.columnStep * column + reference.rowStep * row;
                 showContents(*block, AcGeMatrix3d::translation(step) * reference.transform, outer);
             }
@@ -228,9 +232,15 @@ private:
     void showContents(const AcDbBlockTableRecord& block, const AcGeMatrix3d& transform,
                       AcDbObjectId layer) {
         const std::optional<ClipRegion> clip = clipOfNext_;
+        // What shows the same at the same place tells nothing more.
+        const Walk walk{block.objectId(), layer, partsOf(transform)};
+        losePatience();
+        if (walked_.contains(walk)) return;
+        const std::size_t before = ++walks_;
         if (clip) pushClip(*clip, transform);
         shown_.showedBy.push_back(shown_.entity);
         const auto visit = [&](AcDbObjectId id) {
+            losePatience();
             const auto* const entity = Residence::peek<AcDbEntity>(id);
             if (entity != nullptr && !entity->isErased() && isShownInReferences(*entity))
                 showPart(*entity, transform, layer);
@@ -241,6 +251,15 @@ private:
         shown_.showedBy.pop_back();
         if (clip) clips_.pop_back();
         clipOfNext_ = clip;
+        const bool holdsOthers = walks_ != before;
+        if (holdsOthers && clips_.empty() && !clip) walked_.insert(walk);
+    }
+
+    /// When none is left, whatever may still come is taken to be everywhere.
+    void losePatience() {
+        if (--patience_ > 0) return;
+        noteTouch();
+        standing_.leaves = true;
     }
 
     void showPart(const AcDbEntity& part, const AcGeMatrix3d& transform, AcDbObjectId layer) {
@@ -249,10 +268,9 @@ private:
         const bool holds = AcDbBlockReference::cast(&part) != nullptr;
         if (!isShown(part, holds ? AcDbObjectId() : layer_)) return;
         const auto box = seenBox(part, transform);
-        if (box && clips_.empty() && !meet(*box, region_.box())) {
-            standing_.leaves = true;
-            return;
-        }
+        const bool isApart = box && !meet(*box, region_.box());
+        if (isApart && clips_.empty()) standing_.leaves = true;
+        if (isApart && (clips_.empty() || how_ != PickBy::window)) return;
         show(part, transform);
     }
 
@@ -297,7 +315,23 @@ private:
     const Outline2d& region_;
     PickBy how_;
     AcDbObjectId layerZero_;
+    /// A block as it was looked at: with the layer that shows through and the transform's parts.
+    using Walk = std::tuple<AcDbStub*, AcDbStub*, std::array<double, 12>>;
+    static std::array<double, 12> partsOf(const AcGeMatrix3d& transform) {
+        std::array<double, 12> parts;
+        for (unsigned int i = 0; i < 12; ++i)
+            parts[i] = transform.entry[i / 4][i % 4];
+        return parts;
+    }
+
+    /// Blocks within blocks can hold more than anybody can look at: this many parts of one entity
+    /// take about a second, and then it is taken for what its box is.
+    static constexpr int kPatience = 5'000'000;
+
     Standing standing_;
+    std::set<Walk> walked_; // Blocks that hold others, which may stand in heaps.
+    std::size_t walks_ = 0;
+    int patience_ = kPatience;
     Touched shown_; // What is being described.
     std::optional<Touched> touched_;
     AcDbObjectId layer_; // The effective one of the entity being described.

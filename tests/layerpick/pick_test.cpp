@@ -123,6 +123,21 @@ TEST_F(LayerPick, PlainEntitiesComeFirstThenReferencesThenHatches) {
     EXPECT_EQ(pick(500, 500), L"");
 }
 
+TEST_F(LayerPick, HeapsOfReferencesAreLookedIntoOnce) {
+    block(L"HEAP0");
+    put(new AcDbCircle({0, 0, 0}, AcGeVector3d::kZAxis, 50.0), L"RING", L"HEAP0");
+    for (int level = 1; level <= 12; ++level) {
+        const std::wstring below = L"HEAP" + std::to_wstring(level - 1);
+        const std::wstring name = L"HEAP" + std::to_wstring(level);
+        block(name.c_str());
+        for (int i = 0; i < 10; ++i)
+            refer(below.c_str(), {0, 0, 0}, L"0", name.c_str());
+    }
+    refer(L"HEAP12", {0, 0, 0}, L"0");
+    EXPECT_EQ(pick(0, 0), L"") << "within all boxes, on none of 10^12 circles";
+    EXPECT_EQ(pick(50, 0), L"RING");
+}
+
 TEST_F(LayerPick, TheAreaOfThePickIsAnOctagon) {
     line({3.4, 3.4, 0}, {50, 3.4, 0}, L"CORNER"); // starts inside the square's corner
     EXPECT_EQ(pick(0, 0), L"CORNER");
