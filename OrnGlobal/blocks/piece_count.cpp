@@ -1,5 +1,6 @@
 #include "blocks/piece_count.h"
 
+#include <limits>
 #include <memory>
 
 #include <dbsymtb.h>
@@ -31,18 +32,22 @@ double PieceCount::in(const AcDbBlockReference& reference, AcDbObjectId layer) {
 double PieceCount::inBlock(AcDbObjectId id, AcDbObjectId layer) {
     // A block that holds itself may show something on the way from elsewhere.
     constexpr double kRecurring = 1.0;
+    constexpr int kDeepest = 500;
     const auto [known, fresh] = blocks_.emplace(std::pair(id, layer), kRecurring);
     if (!fresh) return known->second;
+    if (depth_ == kDeepest) return known->second = std::numeric_limits<double>::infinity();
     double pieces = 0.0;
     const ReadHandle<AcDbBlockTableRecord> block(id);
     AcDbBlockTableRecordIterator* made = nullptr;
     if (!block || block->newIterator(made) != Acad::eOk) return known->second = pieces;
+    ++depth_;
     const std::unique_ptr<AcDbBlockTableRecordIterator> all(made);
     for (; !all->done(); all->step()) {
         AcDbObjectId entity;
         all->getEntityId(entity);
         if (const ReadHandle<AcDbEntity> open(entity); open) pieces += ofEntity(*open, layer);
     }
+    --depth_;
     return known->second = pieces;
 }
 

@@ -22,7 +22,8 @@ public:
 
     [[nodiscard]] bool isChosen(AcDbObjectId layer);
 
-    /// At least as many as a reference shows; 0 only where it shows nothing.
+    /// At least as many as a reference shows; 0 only where it shows nothing, infinitely many for
+    /// references nested deeper than 500, for which there is no room on the stack.
     /// @param reference  open for reading.
     /// @param layer      its effective layer.
     [[nodiscard]] double in(const AcDbBlockReference& reference, AcDbObjectId layer);
@@ -35,6 +36,7 @@ private:
     const AcUtBlockRefExploderParam& param_;
     std::unordered_map<AcDbObjectId, bool> layers_;
     std::map<std::pair<AcDbObjectId, AcDbObjectId>, double> blocks_; // by block and layer
+    int depth_ = 0;                                                  // of those being counted
 };
 
 /// The layer that an entity shows in a reference on that effective layer.

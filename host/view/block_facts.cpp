@@ -11,7 +11,8 @@ double BlockFacts::partsOf(AcDbObjectId block) {
     // What is being counted counts as nothing where it recurs.
     const auto [known, fresh] = parts_.emplace(block, 0.0);
     const auto* const record = Residence::peek<AcDbBlockTableRecord>(block);
-    if (!fresh || record == nullptr) return known->second;
+    if (!fresh || record == nullptr || depth_ >= kDeepestReference) return known->second;
+    ++depth_;
     double parts = 0.0;
     for (const AcDbObjectId id : record->entityIds()) {
         parts += 1.0;
@@ -20,6 +21,7 @@ double BlockFacts::partsOf(AcDbObjectId block) {
         const GeometrySink::Reference contents = reference->placedContents();
         parts += contents.cells() * partsOf(contents.block);
     }
+    --depth_;
     return parts_[block] = parts;
 }
 

@@ -8,6 +8,10 @@
 
 namespace headless {
 
+/// What references within references show deeper than that is left out: far beyond any drawing that
+/// people make, and well within the stack.
+inline constexpr std::size_t kDeepestReference = 128;
+
 /// Each is found out once for a picture, whether or not blocks are open.
 class BlockFacts {
 public:
@@ -21,6 +25,7 @@ public:
 
 private:
     std::unordered_map<AcDbStub*, double> parts_;
+    std::size_t depth_ = 0; // of the blocks being counted
     std::unordered_map<AcDbStub*, AcDbExtents> boxes_;
 };
 

@@ -27,9 +27,6 @@
 namespace headless {
 namespace {
 
-/// Far beyond any drawing that people make, and well within the stack.
-constexpr std::size_t kDeepestReference = 128;
-
 /// Blocks within blocks can hold more than anybody can draw. More parts than that, which take some
 /// ten seconds, show as crowds.
 constexpr double kMostParts = 1'000'000.0;
