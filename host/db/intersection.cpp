@@ -17,6 +17,7 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 class PieceSink : public GeometrySink {
 public:
     std::vector<DrawnPiece> pieces;
+    bool isFull() const { return pieces.size() + references_ > kMost; }
 
 protected:
     void onPoint(const AcGePoint3d& position) override { onSegment(position, position); }
@@ -31,6 +32,14 @@ protected:
     void onEndless(const AcGePoint3d& base, const AcGeVector3d& along) override {
         onCurve(CurvePiece::endless(base, along, 0.0, kInfinity));
     }
+    void onReference(const Reference& reference) override {
+        ++references_;
+        if (!isFull()) GeometrySink::onReference(reference);
+    }
+
+private:
+    static constexpr std::size_t kMost = 2'000'000;
+    std::size_t references_ = 0;
 };
 
 Extents3d everywhere() {
@@ -144,9 +153,10 @@ std::vector<Meeting> withoutRepeats(std::vector<Meeting> all, double reach) {
 
 } // namespace
 
-std::vector<DrawnPiece> drawnPieces(const AcDbEntity& entity, Extended extended) {
+std::optional<std::vector<DrawnPiece>> drawnPieces(const AcDbEntity& entity, Extended extended) {
     PieceSink sink;
     sink.describe(entity);
+    if (sink.isFull()) return std::nullopt;
     const auto* const curve = AcDbCurve::cast(&entity);
     if (extended == Extended::yes && curve != nullptr && !curve->isClosed() &&
         !sink.pieces.empty()) {
@@ -216,7 +226,8 @@ Acad::ErrorStatus AcDbEntity::intersectWith(const AcDbEntity* other, AcDb::Inter
     other->assertReadEnabled();
     const auto first = headless::drawnPieces(*this, Extended(extendsThis(type)));
     const auto second = headless::drawnPieces(*other, Extended(extendsArgument(type)));
-    for (const headless::Meeting& meeting : headless::meetings(first, second))
+    if (!first || !second) return Acad::eOutOfMemory;
+    for (const headless::Meeting& meeting : headless::meetings(*first, *second))
         points.append(meeting.point);
     return Acad::eOk;
 }
@@ -230,14 +241,15 @@ Acad::ErrorStatus AcDbEntity::intersectWith(const AcDbEntity* other, AcDb::Inter
     other->assertReadEnabled();
     const AcGeMatrix3d onPlane = flattening(plane);
     const auto drawn = headless::drawnPieces(*this, Extended(extendsThis(type)));
-    const auto first = flattened(drawn, onPlane);
-    const auto second =
-        flattened(headless::drawnPieces(*other, Extended(extendsArgument(type))), onPlane);
+    const auto others = headless::drawnPieces(*other, Extended(extendsArgument(type)));
+    if (!drawn || !others) return Acad::eOutOfMemory;
+    const auto first = flattened(*drawn, onPlane);
+    const auto second = flattened(*others, onPlane);
     for (const headless::Meeting& meeting : headless::meetings(first, second)) {
         const DrawnPiece& flat = first[meeting.piece];
         const double param =
             flat.piece.nearestParam(meeting.point, flat.reach.beyondStart, flat.reach.beyondEnd);
-        points.append(drawn[meeting.piece].piece.pointAt(param));
+        points.append((*drawn)[meeting.piece].piece.pointAt(param));
     }
     return Acad::eOk;
 }

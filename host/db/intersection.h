@@ -1,6 +1,7 @@
 // Where the drawn geometry of two entities meets.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "db/entity.h"
@@ -20,8 +21,11 @@ enum class Extended : bool { no, yes };
 /// What an entity is drawn with: the pieces of its curve or of its block's contents, the sides of
 /// the boxes of its texts, and pieces without length for points.
 /// @param extended  yes: an open curve goes on beyond its ends.
-[[nodiscard]] std::vector<DrawnPiece> drawnPieces(const AcDbEntity& entity,
-                                                  Extended extended = Extended::no);
+/// @return          nothing for what there is no room for: blocks within blocks can hold more
+/// pieces
+///                  than there are atoms.
+[[nodiscard]] std::optional<std::vector<DrawnPiece>> drawnPieces(const AcDbEntity& entity,
+                                                                 Extended extended = Extended::no);
 
 /// A common point and which of the first pieces it lies on.
 struct Meeting {
