@@ -1,6 +1,7 @@
 // The order in which boards are read.
 #include <algorithm>
 #include <memory>
+#include <random>
 
 #include "geometry/extent_order.h"
 #include "geometry/geometry_fixture.h"
@@ -96,6 +97,28 @@ TEST_F(ExtentOrderTest, FourMethodsAndNone) {
     };
     for (const auto& c : cases)
         EXPECT_EQ(sorted(c.method, grid), c.order) << "method " << c.method;
+}
+
+TEST_F(ExtentOrderTest, NotedExtentsSortAsFreshOnesDo) {
+    std::mt19937 random(17);
+    std::uniform_real_distribution<double> place(0.0, 30.0);
+    std::vector<AcDbObjectId> ids;
+    for (int i = 0; i < 400; ++i) {
+        const double x = place(random);
+        const double y = place(random);
+        ids.push_back(addPolyline({{{x, y}}, {{x + 2, y}}, {{x + 2, y + 3}}, {{x, y + 3}}}));
+    }
+    for (int method = 0; method < 4; ++method) {
+        SortPline::nSortMethod = method;
+        std::vector<AcDbObjectId> fresh = ids;
+        std::stable_sort(fresh.begin(), fresh.end(), SortPline());
+        for (const AcDbObjectId& id : ids)
+            NoteExtentLess(id);
+        std::vector<AcDbObjectId> noted = ids;
+        std::stable_sort(noted.begin(), noted.end(), SortPline());
+        InitExtentLess();
+        EXPECT_TRUE(noted == fresh) << method;
+    }
 }
 
 TEST_F(ExtentOrderTest, NotedExtentsStayUntilForgotten) {
