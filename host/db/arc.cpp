@@ -71,8 +71,9 @@ Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& transform) {
     normal_ = flat.normal();
     radius_ *= flat.scale();
     thickness_ *= flat.normalScale();
-    startAngle_ = flat.angle(startAngle_);
-    endAngle_ = normalizedAngle(startAngle_ + sweep);
+    const double start = flat.angle(startAngle_);
+    if (start != startAngle_) endAngle_ = normalizedAngle(start + sweep);
+    startAngle_ = start;
     return Acad::eOk;
 }
 

@@ -188,6 +188,12 @@ private:
     Acad::ErrorStatus findExtents(AcDbExtents& extents) const;
     /// @param name  in a colour book, empty for a colour of no book.
     void takeColor(const AcCmEntityColor& color, std::wstring_view name);
+    template <class T>
+    Acad::ErrorStatus changeLook(T& member, const T& value) {
+        assertLooksWriteEnabled();
+        member = value;
+        return Acad::eOk;
+    }
     /// Calls `apply` with each vertex or attribute of the entity, whether or not it is open.
     void forEachSubentity(const std::function<void(AcDbEntity&)>& apply);
     void readProperty(AcDbDxfFiler& filer, const headless::DxfTag& tag);

@@ -65,14 +65,14 @@ Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId layer, bool doSubents, bool 
     if (record == nullptr) return Acad::eWrongObjectType;
     if (database() != nullptr && layer.database() != database()) return Acad::eWrongDatabase;
     if (record->isHiddenLayer() && !allowHiddenLayer) return Acad::eInvalidInput;
-    change(layerId_, layer);
+    changeLook(layerId_, layer);
     if (doSubents) forEachSubentity([&](AcDbEntity& part) { part.layerId_ = layer; });
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbEntity::setColor(const AcCmColor& color, bool doSubents,
                                        AcDbDatabase* /*db*/) {
-    assertWriteEnabled();
+    assertLooksWriteEnabled();
     takeColor(color.entityColor(), {});
     if (doSubents) forEachSubentity([&](AcDbEntity& part) { part.takeColor(color_, {}); });
     return Acad::eOk;
@@ -92,7 +92,7 @@ Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool doSubents)
 
 Acad::ErrorStatus AcDbEntity::setTransparency(const AcCmTransparency& transparency,
                                               bool doSubents) {
-    change(transparency_, transparency);
+    changeLook(transparency_, transparency);
     if (doSubents) forEachSubentity([&](AcDbEntity& part) { part.transparency_ = transparency; });
     return Acad::eOk;
 }
@@ -114,33 +114,33 @@ Acad::ErrorStatus AcDbEntity::setLinetype(AcDbObjectId linetype, bool doSubents)
     if (Residence::peek<AcDbLinetypeTableRecord>(linetype) == nullptr)
         return Acad::eWrongObjectType;
     if (database() != nullptr && linetype.database() != database()) return Acad::eWrongDatabase;
-    change(linetypeId_, linetype);
+    changeLook(linetypeId_, linetype);
     if (doSubents) forEachSubentity([&](AcDbEntity& part) { part.linetypeId_ = linetype; });
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbEntity::setLinetypeScale(double scale, bool doSubents) {
     if (!(scale > 0.0)) return Acad::eInvalidInput;
-    change(linetypeScale_, scale);
+    changeLook(linetypeScale_, scale);
     if (doSubents) forEachSubentity([&](AcDbEntity& part) { part.linetypeScale_ = scale; });
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbEntity::setLineWeight(AcDb::LineWeight weight, bool doSubents) {
     if (!isLineWeight(weight)) return Acad::eInvalidInput;
-    change(lineWeight_, weight);
+    changeLook(lineWeight_, weight);
     if (doSubents) forEachSubentity([&](AcDbEntity& part) { part.lineWeight_ = weight; });
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbEntity::setMaterial(AcDbObjectId material, bool doSubents) {
-    change(materialId_, material);
+    changeLook(materialId_, material);
     if (doSubents) forEachSubentity([&](AcDbEntity& part) { part.materialId_ = material; });
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbEntity::setVisibility(AcDb::Visibility visibility, bool doSubents) {
-    change(visibility_, visibility);
+    changeLook(visibility_, visibility);
     if (doSubents) forEachSubentity([&](AcDbEntity& part) { part.visibility_ = visibility; });
     return Acad::eOk;
 }
@@ -148,7 +148,7 @@ Acad::ErrorStatus AcDbEntity::setVisibility(AcDb::Visibility visibility, bool do
 Acad::ErrorStatus AcDbEntity::setPropertiesFrom(const AcDbEntity* other, bool doSubents) {
     if (other == nullptr) return Acad::eNullObjectPointer;
     other->assertReadEnabled();
-    assertWriteEnabled();
+    assertLooksWriteEnabled();
     copyProperties(*other);
     if (doSubents) forEachSubentity([&](AcDbEntity& part) { part.copyProperties(*other); });
     return Acad::eOk;
@@ -166,7 +166,7 @@ void AcDbEntity::copyProperties(const AcDbEntity& other) {
 }
 
 void AcDbEntity::setDatabaseDefaults(AcDbDatabase* db) {
-    assertWriteEnabled();
+    assertLooksWriteEnabled();
     if (db == nullptr) db = databaseOf(*this);
     if (db == nullptr) return;
     layerId_ = db->clayer();

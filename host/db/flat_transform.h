@@ -18,7 +18,8 @@ public:
     /// By how much lengths along the plane's x axis and along the normal grow.
     double scale() const { return scale_; }
     double normalScale() const { return normalScale_; }
-    /// A direction's angle in the object coordinate system, before to afterwards.
+    /// A direction's angle in the object coordinate system, before to afterwards: what does not
+    /// turn keeps its angle to the last digit.
     double angle(double before) const;
     /// Object coordinates before to object coordinates afterwards.
     const AcGeMatrix3d& local() const { return local_; }
@@ -29,6 +30,7 @@ private:
     double scale_;
     double normalScale_;
     bool keepsCircles_;
+    bool turns_;
 };
 
 } // namespace headless

@@ -19,7 +19,8 @@ AcDbObject& AcDbObject::operator=(const AcDbObject& other) {
     ownerId_ = other.ownerId_;
     extensionDictionary_ = other.extensionDictionary_;
     source_ = other.source_;
-    flags_ = (flags_ & ~kChanged) | (other.flags_ & kChanged);
+    constexpr std::uint32_t kOfState = kChanged | kReshaped;
+    flags_ = (flags_ & ~kOfState) | (other.flags_ & kOfState);
     extras_ = other.extras_ == nullptr ? nullptr
                                        : std::make_unique<headless::ObjectExtras>(*other.extras_);
     return *this;

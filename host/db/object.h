@@ -174,12 +174,7 @@ public:
     /// Also notes the old state for undo, marks the object as changed and drops what was computed
     /// from the old state.
     void assertWriteEnabled(bool /*autoUndo*/ = true, bool recordModified = true) {
-        if (!isWriteEnabled()) [[unlikely]]
-            headless::reportOpenViolation(*this, "writing");
-        if (undoStep_ != headless::currentUndoStep) [[unlikely]]
-            headless::noteForUndo(*this);
-        if (recordModified) flags_ |= kModified | kChanged;
-        beforeChange();
+        beginChange(recordModified ? kModified | kChanged | kReshaped : 0);
     }
 
 protected:
@@ -201,6 +196,9 @@ protected:
     virtual Acad::ErrorStatus subClose() { return Acad::eOk; }
     /// Called before every change: classes drop what they derived from the old state.
     virtual void beforeChange() {}
+    /// As assertWriteEnabled, before a change of what AcDbEntity writes of itself and nothing else:
+    /// saving then leaves the rest of the record alone.
+    void assertLooksWriteEnabled() { beginChange(kModified | kChanged); }
 
     /// A member of an object open for reading.
     template <class T>
@@ -223,10 +221,19 @@ private:
     friend class headless::UndoJournal;
 
     Acad::ErrorStatus eraseAlone(bool erasing);
+    void beginChange(std::uint32_t marks) {
+        if (!isWriteEnabled()) [[unlikely]]
+            headless::reportOpenViolation(*this, "writing");
+        if (undoStep_ != headless::currentUndoStep) [[unlikely]]
+            headless::noteForUndo(*this);
+        flags_ |= marks;
+        beforeChange();
+    }
 
     static constexpr std::uint32_t kModified = 1U << 0; // since it was opened
     static constexpr std::uint32_t kChanged = 1U << 1;  // since it was read
     static constexpr std::uint32_t kNew = 1U << 2;
+    static constexpr std::uint32_t kReshaped = 1U << 3; // changed in more than its looks
 
     AcDbStub* stub_ = nullptr;
     AcDbObjectId ownerId_;

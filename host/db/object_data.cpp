@@ -61,7 +61,7 @@ void ObjectData::markChanged(AcDbObject& object) {
         return;
     }
     noteForUndo(object);
-    object.flags_ |= AcDbObject::kChanged;
+    object.flags_ |= AcDbObject::kChanged | AcDbObject::kReshaped;
     object.beforeChange();
 }
 

@@ -24,7 +24,7 @@ std::unique_ptr<AcDbObject> ObjectState::cloneOf(const AcDbObject& object) {
     if (clone == nullptr) return nullptr;
     clone->ownerId_.setNull();
     clone->extensionDictionary_.setNull();
-    clone->flags_ = AcDbObject::kChanged;
+    clone->flags_ = AcDbObject::kChanged | AcDbObject::kReshaped;
     ObjectData::detachClone(*clone, object);
     clone->becomeIndependent(object);
     if (auto* const parts = dynamic_cast<SubentityOwner*>(clone.get()))

@@ -85,7 +85,7 @@ Acad::ErrorStatus Residence::enter(AcDbDatabase& db, AcDbObject& object, AcDbObj
     AcDbStub& stub = db.handles_.make();
     occupy(stub, object, owner);
     stub.openForWrite = true;
-    object.flags_ |= AcDbObject::kNew | AcDbObject::kChanged;
+    object.flags_ |= AcDbObject::kNew | AcDbObject::kChanged | AcDbObject::kReshaped;
     ObjectData::dropForeignSource(object);
     UndoJournal::noteNew(object);
     if (auto* const parts = dynamic_cast<SubentityOwner*>(&object))
@@ -100,6 +100,10 @@ void Residence::setOwner(AcDbObject& object, AcDbObjectId owner) {
 
 bool Residence::isChanged(const AcDbObject& object) {
     return object.source_.length == 0 || (object.flags_ & AcDbObject::kChanged) != 0;
+}
+
+bool Residence::isReshaped(const AcDbObject& object) {
+    return (object.flags_ & AcDbObject::kReshaped) != 0;
 }
 
 Residence::Record Residence::record(const AcDbObject& object) {

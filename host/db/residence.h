@@ -62,6 +62,8 @@ public:
     static SourceSpan source(const AcDbObject& object) { return object.source_; }
     /// True when the object was changed since it was read, or never was in a file.
     static bool isChanged(const AcDbObject& object);
+    /// True when that was more than what AcDbEntity writes of itself: layer, colour and the like.
+    static bool isReshaped(const AcDbObject& object);
     /// What saving the drawing has to do about the object's record.
     enum class Record : std::uint8_t {
         kAsRead,

@@ -48,16 +48,18 @@ AsciiScanner::AsciiScanner(std::string_view bytes, DxfReadReport& report)
     start_ = {cursor_, line_};
 }
 
-bool AsciiScanner::readLine(std::size_t offset, std::uint32_t number, Line& line) {
+bool AsciiScanner::refuseLongLine(std::uint32_t number) {
+    fail(report_.place(number) + ": the line is longer than " + std::to_string(kLongestLine) +
+         " characters");
+    return false;
+}
+
+inline bool AsciiScanner::readLine(std::size_t offset, std::uint32_t number, Line& line) {
     const std::size_t rest = bytes_.size() - offset;
     const std::size_t within = std::min(rest, kLongestLine + 1);
     line.begin = bytes_.data() + offset;
     const auto* const found = static_cast<const char*>(std::memchr(line.begin, lineEnd_, within));
-    if (found == nullptr && rest > kLongestLine) {
-        fail(report_.place(number) + ": the line is longer than " + std::to_string(kLongestLine) +
-             " characters");
-        return false;
-    }
+    if (found == nullptr && rest > kLongestLine) return refuseLongLine(number);
     line.ended = found != nullptr;
     line.end = line.ended ? found : line.begin + rest;
     line.after = offset + static_cast<std::size_t>(line.end - line.begin) + (line.ended ? 1 : 0);
@@ -65,7 +67,7 @@ bool AsciiScanner::readLine(std::size_t offset, std::uint32_t number, Line& line
     return true;
 }
 
-bool AsciiScanner::readCode(int& code) {
+inline bool AsciiScanner::readCode(int& code) {
     // Nearly all code lines are blanks, one to four digits and the line's end.
     const char* at = bytes_.data() + cursor_;
     const char* const last = bytes_.data() + bytes_.size();

@@ -22,6 +22,7 @@ private:
 
     /// The line from `offset` on. Fails on lines that are too long.
     bool readLine(std::size_t offset, std::uint32_t number, Line& line);
+    bool refuseLongLine(std::uint32_t number);
     /// Parses a code line at the cursor without looking for its end first.
     bool readCode(int& code);
     bool readCodeSlowly(int& code);

@@ -10,6 +10,7 @@
 #include "db/residence.h"
 #include "db/sequence_end.h"
 #include "db/sortents_table.h"
+#include "db/subentities.h"
 
 namespace headless {
 
@@ -49,14 +50,29 @@ void DrawingChanges::collect(AcDbDatabase& db) {
             AcDbAttributeDefinition::cast(object) != nullptr)
             attributed_.insert(object->ownerId());
         if (record == Residence::Record::kAsRead || record == Residence::Record::kImplied) continue;
-        (record == Residence::Record::kChanged ? changed_ : added_).push_back(object);
+        if (record == Residence::Record::kChanged)
+            noteChanged(*object);
+        else
+            added_.push_back(object);
     }
 }
 
 void DrawingChanges::setApart(const std::unordered_set<const AcDbObject*>& objects) {
     const auto isApart = [&](const AcDbObject* object) { return objects.contains(object); };
-    std::erase_if(changed_, isApart);
+    eraseChanged(isApart);
     std::erase_if(added_, isApart);
+}
+
+/// An object is looked at once: all of a large drawing's, one by one, are a wait for memory.
+void DrawingChanges::noteChanged(AcDbObject& object) {
+    changed_.push_back(&object);
+    const auto [known, isNew] = kinds_.try_emplace(object.isA());
+    Kind& kind = known->second;
+    if (isNew)
+        kind = {AcDbEntity::cast(&object) != nullptr,
+                dynamic_cast<SubentityOwner*>(&object) != nullptr};
+    if (!kind.isEntity) besideEntities_.push_back(&object);
+    if (kind.ownsParts) owners_.push_back(&object);
 }
 
 bool DrawingChanges::isGone(AcDbObjectId id) const {
@@ -83,7 +99,7 @@ void DrawingChanges::collectGone(AcDbDatabase& db) {
         if (block != nullptr && beginsInFile(*block)) removedBlocks_.push_back(block);
     }
     const auto gone = [this](const AcDbObject* object) { return isGone(object->objectId()); };
-    std::erase_if(changed_, gone);
+    eraseChanged(gone);
     std::erase_if(added_, gone);
 }
 
@@ -103,7 +119,7 @@ void DrawingChanges::collectLists(AcDbDatabase& db) {
         AcDbObject* const object = Residence::peek(id);
         if (Residence::record(*object) == Residence::Record::kAsRead && mayNameGone(*object) &&
             !isGone(id))
-            changed_.push_back(object);
+            noteChanged(*object);
     }
 }
 

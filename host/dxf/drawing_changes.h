@@ -17,6 +17,10 @@ public:
 
     /// Objects with a record in the file that may say something else by now, in no order.
     const std::vector<AcDbObject*>& changed() const { return changed_; }
+    /// Those among them that are no entities.
+    const std::vector<AcDbObject*>& changedBesideEntities() const { return besideEntities_; }
+    /// Those among them that may have parts: vertices or attributes.
+    const std::vector<AcDbObject*>& changedOwners() const { return owners_; }
     /// Objects that programs made, those made first in front.
     const std::vector<AcDbObject*>& added() const { return added_; }
     /// Records of objects that are gone: of erased ones with all they own, and of deleted ones.
@@ -38,13 +42,28 @@ public:
 
 private:
     void collect(AcDbDatabase& db);
+    void noteChanged(AcDbObject& object);
+    template <class Condition>
+    void eraseChanged(Condition condition) {
+        for (std::vector<AcDbObject*>* const list : {&changed_, &besideEntities_, &owners_})
+            std::erase_if(*list, condition);
+    }
     void collectGone(AcDbDatabase& db);
     /// Lists that name what is gone do so no longer.
     bool mayNameGone(const AcDbObject& object) const;
     void collectLists(AcDbDatabase& db);
     void claimBlocks(const AcDbDatabase& db);
 
+    /// What the lists of changed objects want to know of a class.
+    struct Kind {
+        bool isEntity;
+        bool ownsParts;
+    };
+
+    std::unordered_map<const AcRxClass*, Kind> kinds_;
     std::vector<AcDbObject*> changed_;
+    std::vector<AcDbObject*> besideEntities_;
+    std::vector<AcDbObject*> owners_;
     std::vector<AcDbObject*> added_;
     std::vector<SourceSpan> removed_;
     std::vector<AcDbBlockTableRecord*> removedBlocks_;

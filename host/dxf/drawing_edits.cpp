@@ -1,6 +1,7 @@
 #include "dxf/drawing_edits.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace headless {
 namespace {
@@ -30,6 +31,23 @@ private:
     std::string buffer_;
 };
 
+/// How many bytes both begin with.
+std::size_t commonBeginning(std::string_view a, std::string_view b) {
+    using Word = std::uint64_t;
+    const std::size_t most = std::min(a.size(), b.size());
+    const auto word = [](std::string_view text, std::size_t at) {
+        Word value = 0;
+        std::memcpy(&value, text.data() + at, sizeof value);
+        return value;
+    };
+    std::size_t at = 0;
+    while (at + sizeof(Word) <= most && word(a, at) == word(b, at))
+        at += sizeof(Word);
+    while (at < most && a[at] == b[at])
+        ++at;
+    return at;
+}
+
 } // namespace
 
 DrawingEdits::Text DrawingEdits::takeText() {
@@ -46,6 +64,20 @@ void DrawingEdits::replace(SourceSpan span, Text text) {
     edits_.push_back({span.offset, span.offset + span.length, text});
 }
 
+bool DrawingEdits::replaceIfOther(std::string_view file, SourceSpan span) {
+    const std::string_view before = file.substr(span.offset, span.length);
+    const std::size_t same = commonBeginning(before, pending());
+    if (same == before.size() && same == pending().size()) {
+        dropText();
+        return false;
+    }
+    // A stretch without a byte would take its turn with what is put in at the same place.
+    const std::size_t kept = std::min(same, before.size() - 1);
+    buffer_.erase(taken_, kept);
+    edits_.push_back({span.offset + kept, span.offset + span.length, takeText()});
+    return true;
+}
+
 void DrawingEdits::remove(std::uint64_t begin, std::uint64_t end) {
     edits_.push_back({begin, end, {}});
 }
@@ -56,11 +88,13 @@ void DrawingEdits::insert(std::uint64_t offset, Text text) {
 
 void DrawingEdits::write(std::string_view file, const Sink& sink) {
     const auto isInsertion = [](const Edit& edit) { return edit.begin == edit.end; };
-    std::stable_sort(edits_.begin(), edits_.end(), [&](const Edit& a, const Edit& b) {
+    const auto before = [&](const Edit& a, const Edit& b) {
         if (a.begin != b.begin) return a.begin < b.begin;
         if (isInsertion(a) != isInsertion(b)) return isInsertion(a);
         return a.end > b.end; // What is removed as a whole goes before its parts.
-    });
+    };
+    if (!std::is_sorted(edits_.begin(), edits_.end(), before))
+        std::stable_sort(edits_.begin(), edits_.end(), before);
     Gathering out(sink);
     std::uint64_t done = 0;
     for (const Edit& edit : edits_) {

@@ -27,6 +27,11 @@ public:
     std::string_view pending() const { return std::string_view(buffer_).substr(taken_); }
     /// Forgets what was appended since.
     void dropText() { buffer_.resize(taken_); }
+    /// Makes what was appended since take the place of that stretch, if it differs. Of what does,
+    /// only the bytes from the first difference on are kept.
+    /// @param file  whose stretch it is; the stretch is not empty.
+    /// @return      whether it differs.
+    bool replaceIfOther(std::string_view file, SourceSpan span);
     std::string_view bytes(Text text) const;
 
     void replace(SourceSpan span, Text text);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
+#include <cstring>
 
 #include "db/residence.h"
 #include "db/symbol_table.h"
@@ -13,27 +13,31 @@ namespace {
 
 constexpr int kNextAxis = 10;
 constexpr int kLastOfOneByte = 254;
+constexpr std::size_t kMostOfNumber = 32; // bytes
 
 /// As wide as CAD programs write numbers of that kind.
-std::size_t widthOf(DxfValue kind) {
-    constexpr std::size_t kShort = 6;
-    constexpr std::size_t kLong = 9;
+std::ptrdiff_t widthOf(DxfValue kind) {
+    constexpr std::ptrdiff_t kShort = 6;
+    constexpr std::ptrdiff_t kLong = 9;
     if (kind == DxfValue::kInt16 || kind == DxfValue::kBool) return kShort;
     return kind == DxfValue::kInt32 ? kLong : 0;
 }
 
-void appendPadded(std::string_view digits, std::size_t width, std::string& to) {
-    if (digits.size() < width) to.append(width - digits.size(), ' ');
-    to += digits;
+/// Puts the number at `to`, with blanks before it where it is not as wide; answers where it ends.
+template <class Number>
+char* putPadded(Number value, std::ptrdiff_t width, char* to) {
+    char digits[kMostOfNumber];
+    const char* const end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+    to = std::fill_n(to, std::max<std::ptrdiff_t>(width - (end - digits), 0), ' ');
+    return std::copy(static_cast<const char*>(digits), end, to);
 }
 
-/// The fewest digits that read back as the same number, always with a point or an exponent.
-void appendReal(double value, std::string& to) {
-    char digits[32];
-    const auto [end, error] = std::to_chars(digits, digits + sizeof digits, value);
-    to.append(digits, end);
+/// Likewise the fewest digits that read back as the same number, always with a point or an
+/// exponent.
+char* putReal(double value, char* to) {
+    char* const end = std::to_chars(to, to + kMostOfNumber, value).ptr;
     const auto isPart = [](char c) { return c == '.' || c == 'e'; };
-    if (std::none_of(digits, end, isPart)) to += ".0";
+    return std::any_of(to, end, isPart) ? end : std::copy_n(".0", 2, end);
 }
 
 std::string_view handleDigits(std::uint64_t value, char (&room)[16]) {
@@ -47,16 +51,34 @@ std::string_view handleDigits(std::uint64_t value, char (&room)[16]) {
 
 } // namespace
 
+GroupWriter::GroupWriter(const DrawingForm& form, std::string& to) : form_(form), to_(to) {
+    int code = kFirstGroupCode;
+    for (CodeLine& line : codeLines_) {
+        char* const begin = line.bytes.data();
+        line.length = static_cast<std::uint8_t>(putAnyCodeLine(code++, begin) - begin);
+    }
+}
+
+char* GroupWriter::putLineEnd(char* to) const {
+    return std::copy(form_.lineEnd.begin(), form_.lineEnd.end(), to);
+}
+
+char* GroupWriter::putAnyCodeLine(int code, char* to) const {
+    constexpr std::ptrdiff_t kWidth = 3;
+    return putLineEnd(putPadded(code, form_.padded ? kWidth : 0, to));
+}
+
+char* GroupWriter::putCodeLine(int code, char* to) const {
+    if (valueOfGroup(code) == DxfValue::kNone) return putAnyCodeLine(code, to);
+    const CodeLine& line = codeLines_[static_cast<std::size_t>(code - kFirstGroupCode)];
+    std::memcpy(to, line.bytes.data(), line.bytes.size());
+    return to + line.length;
+}
+
 void GroupWriter::code(int code) {
     if (!form_.binary) {
-        constexpr std::size_t kWidth = 3;
-        char line[16];
-        char* const digits = line + kWidth;
-        const auto [end, error] = std::to_chars(digits, digits + sizeof line / 2, code);
-        char* begin = digits;
-        std::fill(line, digits, ' ');
-        if (form_.padded && end - begin < std::ptrdiff_t{kWidth}) begin = end - kWidth;
-        to_.append(begin, std::copy(form_.lineEnd.begin(), form_.lineEnd.end(), end));
+        char line[kMostOfNumber];
+        to_.append(line, putCodeLine(code, line));
         return;
     }
     if (form_.oneByteCodes && code >= 0 && code <= kLastOfOneByte) {
@@ -96,13 +118,13 @@ void GroupWriter::real(int code, double value) {
         integer(code, static_cast<std::int64_t>(value));
         return;
     }
-    this->code(code);
     if (form_.binary) {
+        this->code(code);
         raw(value);
         return;
     }
-    appendReal(value, to_);
-    endValue();
+    char group[3 * kMostOfNumber];
+    to_.append(group, putLineEnd(putReal(value, putCodeLine(code, group))));
 }
 
 void GroupWriter::binaryInteger(int code, std::int64_t value) {
@@ -130,21 +152,19 @@ void GroupWriter::binaryInteger(int code, std::int64_t value) {
 }
 
 void GroupWriter::integer(int code, std::int64_t value) {
-    this->code(code);
     if (form_.binary) {
+        this->code(code);
         binaryInteger(code, value);
         return;
     }
     const DxfValue kind = valueOfGroup(code);
-    if (kind == DxfValue::kReal) {
-        appendReal(static_cast<double>(value), to_);
-    } else {
-        char digits[24];
-        const auto [end, error] = std::to_chars(digits, digits + sizeof digits, value);
-        appendPadded({digits, static_cast<std::size_t>(end - digits)},
-                     form_.padded ? widthOf(kind) : 0, to_);
-    }
-    endValue();
+    char group[3 * kMostOfNumber];
+    char* end = putCodeLine(code, group);
+    if (kind == DxfValue::kReal)
+        end = putReal(static_cast<double>(value), end);
+    else
+        end = putPadded(value, form_.padded ? widthOf(kind) : 0, end);
+    to_.append(group, putLineEnd(end));
 }
 
 void GroupWriter::point(int code, const AcGePoint3d& value) {

@@ -1,19 +1,21 @@
 // Writes groups as the bytes of a drawing file.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "db/data_item.h"
 #include "dxf/drawing_form.h"
+#include "dxf/group_codes.h"
 
 namespace headless {
 
 /// Appends to a buffer, which must outlive it.
 class GroupWriter {
 public:
-    GroupWriter(const DrawingForm& form, std::string& to) : form_(form), to_(to) {}
+    GroupWriter(const DrawingForm& form, std::string& to);
 
     void text(int code, std::wstring_view value);
     /// Bytes that stand in the file as they are.
@@ -35,6 +37,18 @@ public:
     const DrawingForm& form() const { return form_; }
 
 private:
+    /// The line with a group code of ASCII files.
+    struct CodeLine {
+        std::array<char, 7> bytes;
+        std::uint8_t length;
+    };
+
+    // Put a line, or its end, at `to`, where there is more room than they need; they answer where
+    // it ends.
+    char* putCodeLine(int code, char* to) const;
+    char* putAnyCodeLine(int code, char* to) const;
+    char* putLineEnd(char* to) const;
+
     void code(int code);
     void endValue();
     template <class Number>
@@ -43,6 +57,7 @@ private:
 
     const DrawingForm& form_;
     std::string& to_;
+    std::array<CodeLine, kLastGroupCode - kFirstGroupCode + 1> codeLines_;
 };
 
 } // namespace headless

@@ -29,6 +29,7 @@ public:
 private:
     bool isInFile(AcDbObjectId id) const override { return !changes_.isGone(id); }
     bool isLost(std::uint64_t /*handle*/) const override { return false; }
+    bool anyLost() const override { return false; }
     void mentioned(AcDbObjectId /*id*/) override {}
 
     /// Puts what an entity has in the file of R12 beyond what its class wrote.

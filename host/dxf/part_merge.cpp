@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <numbers>
 
 #include "db/dxf_code.h"
 #include "db/residence.h"
@@ -19,20 +21,37 @@ bool isHandleCode(int code) { return code >= 320 && code <= 369; }
 
 bool isAngleCode(int code) { return code >= AcDb::kDxfAngle && code <= AcDb::kDxfAngle + 8; }
 
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+bool areDigits(const char* at, const char* end) {
+    // Eight at a time: digits are the bytes that begin with the half 3 and still do with 6 added.
+    constexpr std::uint64_t kHighHalves = 0xF0F0F0F0F0F0F0F0;
+    constexpr std::uint64_t kThrees = 0x3030303030303030;
+    constexpr std::uint64_t kSixes = 0x0606060606060606;
+    for (std::uint64_t word = 0; end - at >= std::ptrdiff_t{sizeof word}; at += sizeof word) {
+        std::memcpy(&word, at, sizeof word);
+        if ((word & kHighHalves) != kThrees || ((word + kSixes) & kHighHalves) != kThrees)
+            return false;
+    }
+    return std::all_of(at, end, isDigit);
+}
+
 /// The digits before the point of a number written without an exponent, as a number; -1 for other
 /// texts and for long ones.
 std::int64_t wholePart(const DxfTag& group) {
     constexpr std::ptrdiff_t kMostDigits = 8;
-    const std::string_view text = group.text();
-    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-    const char* at = text.data() + (text.starts_with('-') ? 1 : 0);
-    const char* const end = text.data() + text.size();
+    if (group.kind != DxfTag::Kind::kText) return -1;
+    const char* at = group.bytes;
+    const char* const end = at + group.length;
+    while (at != end && *at == ' ')
+        ++at;
+    if (at != end && *at == '-') ++at;
     const char* const digits = at;
     std::int64_t whole = 0;
     while (at != end && isDigit(*at) && at - digits < kMostDigits)
         whole = whole * 10 + *at++ - '0';
     if (at == digits || (at != end && *at++ != '.')) return -1;
-    return std::all_of(at, end, isDigit) ? whole : -1;
+    return areDigits(at, end) ? whole : -1;
 }
 
 /// The same as below where the digits before the point tell it, which needs no exact number.
@@ -53,6 +72,9 @@ bool isOtherNumber(int code, double stated, double written) {
     return !isAngleCode(code) || std::abs(std::remainder(stated - written, kFullTurn)) > slack;
 }
 
+/// An angle of the file as an object writes it again, which may have other last digits.
+double writtenAngle(double degrees) { return degreesOf(degrees * std::numbers::pi / 180.0); }
+
 bool contains(std::span<const std::int16_t> codes, int code) {
     return std::find(codes.begin(), codes.end(), code) != codes.end();
 }
@@ -70,10 +92,12 @@ PartMerge::PartMerge(GroupWriter& groups, PutRole putRole, PutTag putTag, IsLost
       isLost_(std::move(isLost)) {}
 
 void PartMerge::begin(const RecordGroups& file, const RecordLayout& layout,
-                      const TextDecoder& decoder) {
+                      const TextDecoder& decoder, bool anyLost) {
     file_ = &file;
     layout_ = &layout;
     decoder_ = &decoder;
+    anyLost_ = anyLost;
+    ofEntity_ = layout.hasSubclasses() && layout.parts()[1].name == kEntity;
 }
 
 PartMerge::CodeUse& PartMerge::use(int code) {
@@ -118,7 +142,7 @@ bool PartMerge::says(const DxfTag& group, const DxfOutTag& tag) const {
     if (group.code != tag.code) return false;
     switch (tag.kind) {
     case DxfOutTag::Kind::kText:
-        return decoder_->decode({group.bytes, group.length}) == tag.text();
+        return saysText({group.bytes, group.length}, tag.text());
     case DxfOutTag::Kind::kName:
         return group.text() == tag.chunk();
     case DxfOutTag::Kind::kReal:
@@ -142,14 +166,17 @@ bool PartMerge::says(const DxfTag& group, const DxfOutTag& tag) const {
 bool PartMerge::namesRecord(const DxfTag& group, AcDbObjectId id) const {
     const auto* const record = Residence::peek<AcDbSymbolTableRecord>(id);
     if (record == nullptr) return false;
-    const std::string_view bytes = group.text();
-    const std::wstring& name = record->nameOf();
-    const auto plain = [](char byte, wchar_t letter) {
-        return static_cast<unsigned char>(byte) < 0x80 && byte == static_cast<char>(letter) &&
-               letter < 0x80;
+    return saysText(group.text(), record->nameOf());
+}
+
+bool PartMerge::saysText(std::string_view bytes, std::wstring_view text) const {
+    // Most are plain letters, which mean themselves in every code page.
+    const auto means = [](char byte, wchar_t letter) {
+        return static_cast<unsigned char>(byte) < 0x80 && byte != '\\' &&
+               static_cast<wchar_t>(byte) == letter;
     };
-    if (std::equal(bytes.begin(), bytes.end(), name.begin(), name.end(), plain)) return true;
-    return decoder_->decode(bytes) == name;
+    if (std::equal(bytes.begin(), bytes.end(), text.begin(), text.end(), means)) return true;
+    return decoder_->decode(bytes) == text;
 }
 
 bool PartMerge::statesCode(const FilePart& part, int code) const {
@@ -182,21 +209,22 @@ bool PartMerge::isModelled(std::size_t at, const PartValues& values) const {
 }
 
 /// What the file alone tells of a group and the value that the object writes for it.
-/// @param last  of the value before it: what was moved has few numbers that stayed, so which way to
-///              compare is tried first follows it.
-PartMerge::Said PartMerge::compare(const FilePart& part, std::size_t at, const DxfOutTag& tag,
-                                   Said last) const {
+PartMerge::Said PartMerge::compare(const FilePart& part, std::size_t at,
+                                   const DxfOutTag& tag) const {
     const DxfTag& group = (*file_)[at];
     if (tag.kind != DxfOutTag::Kind::kReal) {
         if (says(group, tag)) return Said::kSame;
         return surelyChanged(part, at, tag) ? Said::kOther : Said::kUnclear;
     }
-    const bool maybeOther = !isNormalCode(tag.code) && layout_->parts()[1].name == kEntity;
-    if (last == Said::kOther && maybeOther && !isAngleCode(tag.code) &&
+    // A number of few digits is read as soon as they are looked at.
+    constexpr std::uint32_t kFewDigits = 6;
+    const bool maybeOther = ofEntity_ && !isNormalCode(tag.code);
+    if (maybeOther && group.length > kFewDigits && !isAngleCode(tag.code) &&
         isPlainlyOther(group, tag.real))
         return Said::kOther;
     const double stated = group.real();
-    if (stated == tag.real) return Said::kSame;
+    if (stated == tag.real || (isAngleCode(tag.code) && writtenAngle(stated) == tag.real))
+        return Said::kSame;
     return maybeOther && isOtherNumber(tag.code, stated, tag.real) ? Said::kOther : Said::kUnclear;
 }
 
@@ -204,7 +232,6 @@ bool PartMerge::putInStep(const FilePart& part, const PartValues& values) {
     if (values.whole || namesLost(part, values)) return false;
     std::size_t at = part.begin;
     std::size_t kept = at; // Groups from here on are still to be put.
-    Said said = Said::kSame;
     for (const DxfOutTag& tag : values.now) {
         const auto isNext = [&] {
             return (*file_)[at].code == tag.code && layout_->role(at) == GroupRole::kOwn;
@@ -212,10 +239,10 @@ bool PartMerge::putInStep(const FilePart& part, const PartValues& values) {
         while (at < part.end && !isNext() && !isModelled(at, values))
             ++at;
         const bool stated = at < part.end && isNext();
-        said = stated ? compare(part, at, tag, said) : Said::kOther;
+        const Said said = stated ? compare(part, at, tag) : Said::kOther;
         if (said == Said::kUnclear || (!stated && !isNew(part, tag))) return false;
         if (said == Said::kOther) {
-            keep(kept, at);
+            if (kept != at) keep(kept, at);
             putTag_(tag);
             kept = at + (stated ? 1 : 0);
         }
@@ -246,6 +273,7 @@ bool PartMerge::sameAsFile(const FilePart& part, const PartValues& values) const
 
 /// True when the part names objects that are gone by now.
 bool PartMerge::namesLost(const FilePart& part, const PartValues& values) const {
+    if (!anyLost_) return false;
     for (std::size_t at = part.begin; at < part.end; ++at) {
         const DxfTag& group = (*file_)[at];
         if (!isHandleCode(group.code) || layout_->role(at) != GroupRole::kOwn) continue;

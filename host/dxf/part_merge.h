@@ -48,7 +48,9 @@ public:
     const std::unordered_set<AcDbStub*>& renamed() const { return renamed_; }
 
     /// The record that parts are merged with from now on.
-    void begin(const RecordGroups& file, const RecordLayout& layout, const TextDecoder& decoder);
+    /// @param anyLost  false when no object is gone since the file was read.
+    void begin(const RecordGroups& file, const RecordLayout& layout, const TextDecoder& decoder,
+               bool anyLost);
 
     /// Puts the part where the file alone tells what changed, its groups being in step with those
     /// of `now`. False when only the object as it was can tell; what was put by then is void.
@@ -88,11 +90,12 @@ private:
     bool sameAsFile(const FilePart& part, const PartValues& values) const;
     bool namesRecord(const DxfTag& group, AcDbObjectId id) const;
     bool says(const DxfTag& group, const DxfOutTag& tag) const;
+    bool saysText(std::string_view bytes, std::wstring_view text) const;
     bool isModelled(std::size_t at, const PartValues& values) const;
     bool statesCode(const FilePart& part, int code) const;
     bool isNew(const FilePart& part, const DxfOutTag& tag) const;
     enum class Said : std::uint8_t { kSame, kOther, kUnclear };
-    Said compare(const FilePart& part, std::size_t at, const DxfOutTag& tag, Said last) const;
+    Said compare(const FilePart& part, std::size_t at, const DxfOutTag& tag) const;
     bool surelyChanged(const FilePart& part, std::size_t at, const DxfOutTag& tag) const;
     bool namesLost(const FilePart& part, const PartValues& values) const;
     void mergeWhole(const FilePart& part, const PartValues& values);
@@ -113,6 +116,8 @@ private:
     const RecordGroups* file_ = nullptr;
     const RecordLayout* layout_ = nullptr;
     const TextDecoder* decoder_ = nullptr;
+    bool anyLost_ = false;
+    bool ofEntity_ = false; // the record
 
     std::array<CodeUse, kLastGroupCode - kFirstGroupCode + 1> uses_;
     std::uint32_t epoch_ = 0;

@@ -1,7 +1,6 @@
 #include "dxf/part_updates.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 #include "db/entity.h"
 #include "db/opaque.h"
@@ -47,26 +46,20 @@ std::vector<AcDbEntity*> PartUpdates::partsOf(AcDbEntity& owner) const {
 }
 
 void PartUpdates::updateAll() {
-    std::vector<AcDbEntity*> owners;
     std::unordered_set<const AcDbObject*> known;
-    std::unordered_map<const AcRxClass*, bool> kinds; // whether its objects have parts
     const auto take = [&](AcDbObject* object) {
-        if (object == nullptr) return;
-        const auto [kind, isNew] = kinds.try_emplace(object->isA(), false);
-        if (isNew) kind->second = asOwner(object) != nullptr;
-        auto* const owner = kind->second ? AcDbEntity::cast(object) : nullptr;
-        if (owner == nullptr || !isInFile(*owner)) return;
-        if (known.insert(owner).second) owners.push_back(owner);
+        auto* const owner = asOwner(object) == nullptr ? nullptr : AcDbEntity::cast(object);
+        if (owner != nullptr && isInFile(*owner) && known.insert(owner).second) update(*owner);
     };
-    for (AcDbObject* const object : changes_.changed())
+    for (AcDbObject* const object : changes_.changedOwners())
         take(object);
     for (AcDbObject* const object : changes_.added())
         take(Residence::peek(object->ownerId()));
-    for (AcDbEntity* const owner : owners)
-        update(*owner);
 }
 
 void PartUpdates::update(AcDbEntity& owner) {
+    const Subentities& all = asOwner(&owner)->subentities();
+    if (all.size() == 0 && all.endId().isNull()) return;
     const std::vector<AcDbEntity*> parts = partsOf(owner);
     std::uint64_t last = 0;
     bool inOrder = true;

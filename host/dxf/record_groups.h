@@ -18,7 +18,9 @@ public:
     explicit RecordGroups(std::string_view file);
 
     /// Shows another record; false for a span that holds none.
-    bool read(SourceSpan span);
+    bool read(SourceSpan span) { return read(span, kAll); }
+    /// Shows the record up to the marker behind its first subclass, which is its last group then.
+    bool readFirstSubclass(SourceSpan span) { return read(span, 2); }
 
     /// The record's name, the groups behind it, comments too.
     const ScannedRecord& record() const { return record_; }
@@ -26,18 +28,29 @@ public:
     const DxfTag& operator[](std::size_t index) const { return record_.tags[index]; }
 
     /// The bytes of the groups from `begin` to before `end`.
-    std::string_view bytes(std::size_t begin, std::size_t end) const;
+    std::string_view bytes(std::size_t begin, std::size_t end) const {
+        const std::uint64_t from = offset(begin);
+        return {file_.data() + from, static_cast<std::size_t>(offset(end) - from)};
+    }
     /// The bytes of the group with the name.
     std::string_view nameBytes() const;
     /// The bytes of all groups, the name too.
     std::string_view allBytes() const;
     /// Where a group begins in the file; of size(), where the record ends.
-    std::uint64_t offset(std::size_t index) const;
+    std::uint64_t offset(std::size_t index) const {
+        return index < begins_.size() ? begins_[index] : record_.end;
+    }
 
 private:
+    static constexpr std::size_t kAll = static_cast<std::size_t>(-1);
+
+    /// @param markers  of subclasses, the last of which ends what is shown.
+    bool read(SourceSpan span, std::size_t markers);
+
     std::string_view file_;
     DxfReadReport report_; // What is wrong with the record was told when it was read first.
-    std::vector<std::uint64_t> begins_;
+    std::vector<DxfTag> tags_;
+    std::vector<std::uint64_t> begins_; // of the groups, in the file
     std::unique_ptr<RecordScanner> scanner_;
     ScannedRecord record_;
 };

@@ -30,7 +30,10 @@ std::size_t RecordLayout::describeBraces(const RecordGroups& groups, std::size_t
            !(groups[close].code == AcDb::kDxfControlString && groups[close].text() == "}"))
         ++close;
     roles_[open] = GroupRole::kKept;
-    if (close == groups.size()) return open + 1;
+    if (close == groups.size()) {
+        closesBraces_ = false;
+        return open + 1;
+    }
 
     const bool inHead = !hasSubclasses();
     const std::string_view name = groups[open].text();
@@ -66,6 +69,7 @@ void RecordLayout::describe(const RecordGroups& groups) {
     roles_.assign(size, GroupRole::kOwn);
     tail_ = xdata_ = handle_ = owner_ = reactors_ = dictionary_ = size;
     plainFrom_ = 0;
+    closesBraces_ = true;
     bool freeForm = false; // Extension records may hold any group, braces too.
     for (std::size_t at = 0; at < size;) {
         const DxfTag& tag = groups[at];

@@ -46,6 +46,9 @@ public:
     /// No group from here on has another role than kOwn or kKept.
     std::size_t plainFrom() const { return plainFrom_; }
 
+    /// False when a list in braces goes on to the end of the groups, and maybe beyond.
+    bool closesBraces() const { return closesBraces_; }
+
     /// Indices; the number of groups for what the record does not have.
     std::size_t handle() const { return handle_; }
     std::size_t owner() const { return owner_; }
@@ -62,6 +65,7 @@ private:
     std::size_t tail_ = 0;
     std::size_t xdata_ = 0;
     std::size_t plainFrom_ = 0;
+    bool closesBraces_ = true;
     std::size_t handle_ = 0;
     std::size_t owner_ = 0;
     std::size_t reactors_ = 0;

@@ -15,7 +15,6 @@ std::unique_ptr<RecordScanner> RecordScanner::make(std::string_view bytes, DxfRe
 
 bool RecordScanner::next(ScannedRecord& record) {
     tags_.clear();
-    if (begins_ != nullptr) begins_->clear();
     record = {};
     record.begin = hasHead_ ? headPosition_.offset : cursor_;
     record.place = hasHead_ ? head_.position : line_;
@@ -32,7 +31,7 @@ bool RecordScanner::next(ScannedRecord& record) {
             record.end = bytes_.size();
             break;
         }
-        if (tag.code == kCommentCode && begins_ == nullptr) {
+        if (tag.code == kCommentCode) {
             tags_.pop_back();
         } else if (tag.code == 0) {
             head_ = tag;
@@ -42,8 +41,6 @@ bool RecordScanner::next(ScannedRecord& record) {
             record.end = before.offset;
             if (!headed && record.begin == record.end) return next(record);
             break;
-        } else if (begins_ != nullptr) {
-            begins_->push_back(before.offset);
         }
     }
     record.tags = tags_;

@@ -51,9 +51,12 @@ public:
     /// Where the next record begins.
     ScanPosition position() const;
     void seek(ScanPosition position);
-    /// From now on comments count as groups, and the offsets at which a record's groups begin are
-    /// put into the list, which must outlive the scanner.
-    void noteGroups(std::vector<std::uint64_t>& begins) { begins_ = &begins; }
+    /// Reads the group at a place that seek went to, whatever record it is of, comments too; false
+    /// as with next, which may only follow another seek.
+    bool nextGroup(DxfTag& tag, std::uint64_t& offset) {
+        offset = cursor_;
+        return readTag(tag);
+    }
     /// Goes to the first record.
     void rewind() { seek(start_); }
 
@@ -74,7 +77,6 @@ protected:
 
 private:
     std::vector<DxfTag> tags_;
-    std::vector<std::uint64_t>* begins_ = nullptr;
     std::string failure_;
     // The code 0 that ended the record before, already read.
     DxfTag head_;

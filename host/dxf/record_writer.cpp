@@ -5,6 +5,7 @@
 #include "db/block_table.h"
 #include "db/database.h"
 #include "db/drawing_roots.h"
+#include "db/entity.h"
 #include "db/object_data.h"
 #include "db/opaque.h"
 #include "db/residence.h"
@@ -73,7 +74,6 @@ bool RecordWriter::inPaper(AcDbObjectId owner) {
 RecordWriter::Identity RecordWriter::identityOf(const AcDbObject& object) {
     Identity identity;
     const bool entity = AcDbEntity::cast(&object) != nullptr;
-    identity.name = dxfName(object);
     identity.cloned = Residence::record(object) == Residence::Record::kNew;
     // Tables of R12 state none even where entities do.
     if (groups_.form().handles && (entity || groups_.form().hasSubclasses()))
@@ -131,8 +131,30 @@ void RecordWriter::write(const AcDbObject& object) {
     putTail(items, now, &before);
 }
 
+std::uint32_t RecordWriter::writeLooks(const AcDbEntity& entity) {
+    const SourceSpan span = Residence::source(entity);
+    if (!file_ || !file_->readFirstSubclass(span)) return 0;
+    identity_ = identityOf(entity);
+    beginMerge();
+    const auto parts = layout_.parts();
+    if (!layout_.hasSubclasses() || parts[1].name != kEntity || !layout_.closesBraces()) return 0;
+
+    DxfOutput& now = now_.output();
+    now.clear();
+    entity.AcDbEntity::dxfOutFields(&now_);
+    std::string& to = groups_.buffer();
+    const std::size_t begin = to.size();
+    putHead();
+    if (!merge_.putInStep(parts[1], {now.tags(), {}, now.parts().front().codes})) {
+        to.resize(begin);
+        return 0;
+    }
+    return static_cast<std::uint32_t>(file_->offset(parts[1].end) - span.offset);
+}
+
 void RecordWriter::writeUnmerged(const AcDbObject& object, const DxfOutput& now,
                                  const DataItems* items) {
+    identity_.name = dxfName(object);
     putNew(now);
     if (putMore_) putMore_(object, now);
     xdata_.put(nullptr, 0, items, now, nullptr);
@@ -222,7 +244,7 @@ void RecordWriter::putNewPart(const DxfOutPart& part, std::span<const DxfOutTag>
 void RecordWriter::beginMerge() {
     merging_ = true;
     layout_.describe(*file_);
-    merge_.begin(*file_, layout_, source_->decoder);
+    merge_.begin(*file_, layout_, source_->decoder, surroundings_.anyLost());
 }
 
 bool RecordWriter::putInStep(const DxfOutput& now) {
@@ -246,7 +268,23 @@ bool RecordWriter::putInStep(const DxfOutput& now) {
     return false;
 }
 
+/// True for the head of a record that would become as it is in the file, as nearly all do.
+bool RecordWriter::keepsHead() const {
+    const std::size_t none = file_->size();
+    const std::size_t handle = layout_.handle();
+    return !identity_.cloned && layout_.hasSubclasses() && identity_.keepsOwner &&
+           layout_.dictionary() == none && identity_.dictionary.isNull() &&
+           layout_.reactors() == none && identity_.reactorsOf == nullptr && handle != none &&
+           (identity_.handle == 0 || (*file_)[handle].handle() == identity_.handle);
+}
+
 void RecordWriter::putHead() {
+    if (keepsHead()) {
+        const std::size_t begin = file_->record().begin;
+        const std::size_t end = file_->offset(layout_.parts().front().end);
+        groups_.buffer() += source_->input->bytes().substr(begin, end - begin);
+        return;
+    }
     groups_.buffer() += file_->nameBytes();
     if (layout_.handle() == file_->size() && identity_.cloned) putHandle();
     if (!layout_.hasSubclasses()) return; // All of it is a head then, merged as one.

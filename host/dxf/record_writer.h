@@ -31,6 +31,8 @@ public:
     virtual bool isInFile(AcDbObjectId id) const = 0;
     /// True for the handle of an object that is gone since the file was read.
     virtual bool isLost(std::uint64_t handle) const = 0;
+    /// False when that is so of no handle.
+    virtual bool anyLost() const = 0;
     /// Called for each object that a record names newly.
     virtual void mentioned(AcDbObjectId id) = 0;
 };
@@ -50,6 +52,11 @@ public:
 
     /// Writes the object's record, brought up to date if it was read from one.
     void write(const AcDbObject& object);
+    /// Writes the beginning of the record that an entity was read from, up to the end of the
+    /// subclass that tells layer, colour and the like, when nothing else of the entity changed.
+    /// @return  the bytes of the file's record that it stands for; 0 when only the whole record can
+    ///          be written, and nothing was.
+    std::uint32_t writeLooks(const AcDbEntity& entity);
     /// @param otherAttributes  that the block got or lost attribute definitions since it was read;
     ///                         else its begin goes on saying of these what it says.
     void writeBlockBegin(const AcDbBlockTableRecord& block, const BlockEdge& edge,
@@ -101,6 +108,7 @@ private:
     /// Puts all but the tail where the file itself tells what changed; else nothing.
     bool putInStep(const DxfOutput& now);
     void putMerged(const DxfOutput& now, const DxfOutput& before);
+    bool keepsHead() const;
     void putHead();
     void putParts(const DxfOutput& now, const DxfOutput& before);
     void putFlattened(const DxfOutput& now, const DxfOutput& before);

@@ -67,7 +67,6 @@ bool SourceUpdate::isInFile(AcDbObjectId id) const {
 }
 
 bool SourceUpdate::isLost(std::uint64_t handle) const {
-    if (!changes_.anyGone()) return false;
     const AcDbStub* const stub = Residence::find(db_, handle);
     if (stub == nullptr) return false;
     const AcDbObjectId id = Residence::find(db_, handle);
@@ -146,7 +145,7 @@ void SourceUpdate::admitAdded() {
 
 void SourceUpdate::findRenamed() {
     std::map<std::wstring, std::wstring> layers;
-    for (const AcDbObject* const object : changes_.changed()) {
+    for (const AcDbObject* const object : changes_.changedBesideEntities()) {
         const auto* const record = AcDbSymbolTableRecord::cast(object);
         if (record == nullptr || !groups_.read(Residence::source(*record))) continue;
         const DxfTag* const name = DxfRecord(groups_.record().tags).find(kName);
@@ -207,8 +206,8 @@ void SourceUpdate::rewriteChanged() {
     edits_.buffer().reserve(changes_.changed().size() * kUsualRecord);
     for (const AcDbObject* const object : changes_.changed()) {
         if (parts_.isDone(object)) continue;
-        if (AcDbEntity::cast(object) != nullptr) {
-            rewriteRecord(*object);
+        if (const auto* const entity = AcDbEntity::cast(object)) {
+            rewriteEntity(*entity);
             continue;
         }
         if (AcDbSymbolTable::cast(object) == nullptr) rewrite(*object);
@@ -232,6 +231,19 @@ void SourceUpdate::rewrite(const AcDbObject& object) {
     if (done_.insert(&object).second) rewriteRecord(object);
 }
 
+void SourceUpdate::rewriteEntity(const AcDbEntity& entity) {
+    // Names of renamed records and objects that are gone may stand anywhere in the record.
+    const bool looksOnly =
+        !Residence::isReshaped(entity) && renamed_.empty() && !changes_.anyGone();
+    SourceSpan span = Residence::source(entity);
+    const std::uint32_t looks = looksOnly ? writer_.writeLooks(entity) : 0;
+    if (looks != 0)
+        span.length = looks;
+    else
+        writer_.write(entity);
+    replaceIfOther(span);
+}
+
 void SourceUpdate::rewriteRecord(const AcDbObject& object) {
     writer_.write(object);
     replaceIfOther(Residence::source(object));
@@ -244,13 +256,7 @@ void SourceUpdate::rewriteBlockBegin(const AcDbBlockTableRecord& block) {
 }
 
 void SourceUpdate::replaceIfOther(SourceSpan span) {
-    const std::string_view before = source_.input->bytes().substr(span.offset, span.length);
-    if (edits_.pending() == before) {
-        edits_.dropText();
-        return;
-    }
-    edits_.replace(span, edits_.takeText());
-    ++result_.changed;
+    if (edits_.replaceIfOther(source_.input->bytes(), span)) ++result_.changed;
 }
 
 /// A dictionary names what it owns; one that was only completed after reading does not know it yet.

@@ -42,6 +42,7 @@ private:
 
     bool isInFile(AcDbObjectId id) const override;
     bool isLost(std::uint64_t handle) const override;
+    bool anyLost() const override { return changes_.anyGone(); }
     void mentioned(AcDbObjectId id) override;
 
     void removeRecords();
@@ -55,6 +56,7 @@ private:
     void rewriteWhatNamesThem();
     void rewriteChanged();
     void rewrite(const AcDbObject& object);
+    void rewriteEntity(const AcDbEntity& entity);
     void rewriteRecord(const AcDbObject& object);
     void rewriteBlockBegin(const AcDbBlockTableRecord& block);
     void replaceIfOther(SourceSpan span);

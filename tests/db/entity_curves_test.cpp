@@ -228,6 +228,21 @@ TEST(Curves, SurviveUnevenScalesOnlyWhereTheyCan) {
     }
 }
 
+TEST(Curves, ArcsThatDoNotTurnKeepTheirAnglesToTheLastDigit) {
+    const AcGeMatrix3d transforms[] = {AcGeMatrix3d::translation({1234.5, 99.25, 0}),
+                                       AcGeMatrix3d::scaling(1.7, {3, 4, 0})};
+    for (const AcGeMatrix3d& transform : transforms) {
+        for (double start = 0.1; start < 2 * pi; start += 0.37) {
+            for (const double end : {0.0, 0.3, 5.9}) {
+                AcDbArc arc({1, 1, 0}, 5, start, end);
+                ASSERT_EQ(arc.transformBy(transform), Acad::eOk);
+                EXPECT_EQ(arc.startAngle(), start);
+                EXPECT_EQ(arc.endAngle(), end);
+            }
+        }
+    }
+}
+
 TEST(Curves, NearestPointsMayGoOnBeyondTheEnds) {
     const AcDbLine line({0, 0, 0}, {10, 0, 0});
     const AcDbArc quarter({0, 0, 0}, 5, 0, pi / 2);

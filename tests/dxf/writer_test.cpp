@@ -1,6 +1,7 @@
 // Drawings changed and saved.
 #include <fstream>
 #include <iterator>
+#include <numbers>
 
 #include <sys/mount.h>
 #include <sys/stat.h>
@@ -8,9 +9,11 @@
 #include <gmock/gmock.h>
 
 #include "db/attribute.h"
+#include "db/block_reference.h"
 #include "db/line.h"
 #include "db/object_pointer.h"
 #include "db/polyline.h"
+#include "db/undo_journal.h"
 #include "db/xrecord.h"
 #include "drawing_fixture.h"
 #include "dxf/writer.h"
@@ -19,6 +22,7 @@
 namespace headless::testing {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
@@ -78,6 +82,13 @@ TEST(SavedDrawing, ChangedRecordsKeepWhatDidNotChange) {
          },
          "0|LINE|5|A1|102|{APP|330|C|102|}|330|1F|100|AcDbEntity|999|note|8|walls|62|   1|284|3|"
          "100|AcDbLine|10|7.25|20|2|30|0|11|4.0|21|5|31|0|1001|APP|1000|\xB0\xE5|"},
+        {"a point before a value",
+         [](AcDbLine& line) {
+             line.setStartPoint({7.25, 2, 0});
+             line.setColorIndex(3);
+         },
+         "0|LINE|5|A1|102|{APP|330|C|102|}|330|1F|100|AcDbEntity|999|note|8|walls|62|3|284|3|100|"
+         "AcDbLine|10|7.25|20|2|30|0|11|4.0|21|5|31|0|1001|APP|1000|\xB0\xE5|"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -88,6 +99,62 @@ TEST(SavedDrawing, ChangedRecordsKeepWhatDidNotChange) {
             EXPECT_EQ(saved(*drawing.db), lines(expected, lineEnd));
         }
     }
+}
+
+TEST(SavedDrawing, LooksChangeNothingElseOfARecord) {
+    const std::string place = "10|1.50|20|2|30|0|11|4.0|21|5|31|0|";
+    struct Case {
+        const char* name;
+        std::string beforeColor;
+        std::string behindColor;
+    };
+    const Case cases[] = {
+        {"markers in braces", "100|AcDbEntity|8|walls|102|{APP|100|AcDbLine|62|5|102|}|",
+         "100|AcDbLine|62|4|" + place},
+        {"braces that never close", "100|AcDbEntity|8|walls|", "102|{APP|100|AcDbLine|" + place},
+        {"no marker behind", "100|AcDbEntity|8|walls|", "1001|APP|1070|5|"},
+        {"no marker at all", "8|walls|", place},
+        {"numbers written in other ways", "100|AcDbEntity|8|walls|",
+         "100|AcDbLine|10|  1.50 |20|+2|30|0|11|4.0|21|5.0e0|31|0|"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const auto file = [&](const char* color) {
+            return lines(std::string(kHead) + "0|LINE|5|A1|" + c.beforeColor + color +
+                         c.behindColor + kTail);
+        };
+        const Drawing drawing(file("62|1|"));
+        change<AcDbLine>(drawing, 0xA1, [](AcDbLine& line) { line.setColorIndex(3); });
+        EXPECT_EQ(saved(*drawing.db), file("62|3|"));
+    }
+}
+
+TEST(SavedDrawing, ChangesThatAreRedoneAreSaved) {
+    const Drawing drawing(lines(std::string(kHead) + kKnownLine + kTail));
+    drawing.db->disableUndoRecording(false);
+    UndoJournal& journal = *drawing.db->undoJournal();
+    change<AcDbLine>(drawing, 0xA1, [](AcDbLine& line) { line.setStartPoint({7.25, 2, 0}); });
+    journal.undo(1);
+    change<AcDbLine>(drawing, 0xA1, [](AcDbLine& line) { line.setColorIndex(3); });
+    EXPECT_THAT(saved(*drawing.db), AllOf(HasSubstr("1.50"), HasSubstr("62\n3\n")));
+    journal.undo(1);
+    change<AcDbLine>(drawing, 0xA1, [](AcDbLine& line) { line.setStartPoint({7.25, 2, 0}); });
+    journal.undo(1);
+    journal.redo();
+    EXPECT_THAT(saved(*drawing.db), AllOf(HasSubstr("7.25"), HasSubstr("62\n   1\n")));
+}
+
+TEST(SavedDrawing, PartsStandBehindWhatTheirOwnerGot) {
+    const std::string insert = "0|INSERT|5|B1|330|1F|100|AcDbEntity|8|0|100|AcDbBlockReference|2|"
+                               "DOOR|10|0|20|0|30|0|";
+    const Drawing drawing(lines(kHead + insert + kTail));
+    change<AcDbBlockReference>(drawing, 0xB1, [](AcDbBlockReference& reference) {
+        reference.setRotation(std::numbers::pi / 2);
+        auto* const attribute = new AcDbAttribute({0, 0, 0}, L"x", L"TAG");
+        ASSERT_EQ(reference.appendAttribute(attribute), Acad::eOk);
+        attribute->close();
+    });
+    EXPECT_THAT(saved(*drawing.db), HasSubstr(lines("|30|0|50|90.0|0|ATTRIB|")));
 }
 
 TEST(SavedDrawing, ErasedAndDeletedRecordsAreLeftOut) {
