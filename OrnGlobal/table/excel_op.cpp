@@ -1,5 +1,8 @@
 #include "table/excel_op.h"
 
+#include <algorithm>
+#include <string>
+
 #include "table/excel_members.h"
 
 using namespace excel;
@@ -226,7 +229,7 @@ CString CExcelOP::GetColumnName(int n) {
     CString name;
     constexpr int kLetters = 26;
     // Two-letter names count on 0 being the last letter of the round before.
-    if (n >= 0 && n <= kLetters) name.Format(L"%c", n == 0 ? L'Z' : static_cast<wchar_t>(64 + n));
+    if (n >= 0 && n <= kLetters) name = n == 0 ? L'Z' : static_cast<wchar_t>(64 + n);
     return name;
 }
 
@@ -236,14 +239,16 @@ CString CExcelOP::GetCellName(int col, int row) {
     CString name;
     if (col < 1) return name;
     if (col <= kLetters) {
-        name.Format(L"%s%d", GetColumnName(col).GetString(), row);
+        name = GetColumnName(col);
     } else if (col <= kTwoLetters) {
-        name.Format(L"%s%s%d", GetColumnName((col - 1) / kLetters).GetString(),
-                    GetColumnName(col % kLetters).GetString(), row);
+        name = GetColumnName((col - 1) / kLetters) + GetColumnName(col % kLetters);
     } else {
-        name.Format(L"%s%s%s%d", GetColumnName(col / kTwoLetters).GetString(),
-                    GetColumnName(col / kLetters).GetString(),
-                    GetColumnName(col - (col / kLetters) * kLetters).GetString(), row);
+        name = GetColumnName(col / kTwoLetters) + GetColumnName(col / kLetters) +
+               GetColumnName(col - (col / kLetters) * kLetters);
     }
+    // Names are asked for cell by cell, which Format is slow for.
+    wchar_t digits[12] = {};
+    std::ranges::copy(std::to_string(row), digits);
+    name += digits;
     return name;
 }

@@ -101,6 +101,15 @@ Area areaOfText(const SheetPlace& place, const std::string& text) {
     fail("\"" + text + "\" names no range");
 }
 
+namespace {
+
+bool sameText(const VARIANT& value, const VARIANT* other) {
+    return other != nullptr && value.vt == VT_BSTR && other->vt == VT_BSTR &&
+           headless::textOf(value.bstrVal) == headless::textOf(other->bstrVal);
+}
+
+} // namespace
+
 IDispatch* namedRange(const SheetPlace& place, const CallArguments& arguments) {
     place.check();
     std::optional<Area> area;
@@ -108,6 +117,8 @@ IDispatch* namedRange(const SheetPlace& place, const CallArguments& arguments) {
         const VARIANT* argument = arguments.find(i);
         if (argument == nullptr) continue;
         const auto other = argument->vt == VT_DISPATCH ? rangeOf(argument->pdispVal) : std::nullopt;
+        // Mostly both corners are the same cell.
+        if (i == 1 && area && !other && sameText(*argument, arguments.find(0))) continue;
         const Area next = other ? other->second : areaOfText(place, toUtf8(textOf(*argument)));
         area = area ? hull(*area, next) : next;
     }

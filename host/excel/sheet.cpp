@@ -41,17 +41,21 @@ const Cell* Sheet::find(int row, int column) const {
 }
 
 Sheet::Row& Sheet::rowAt(int row) {
-    if (last_.number != row) {
+    if (last_.row != row) {
         last_.cells = &cells_[row];
-        last_.number = row;
+        last_.row = row;
+        last_.column = 0;
     }
     return *last_.cells;
 }
 
 Cell& Sheet::at(int row, int column) {
     Row& cells = rowAt(row);
+    if (last_.column == column) return *last_.cell;
     const auto [cell, made] = cells.try_emplace(column);
     if (made) cell->second.format = rows.at(row).format.value_or(columns.at(column).format);
+    last_.column = column;
+    last_.cell = &cell->second;
     return cell->second;
 }
 
@@ -63,10 +67,9 @@ FormatId Sheet::formatAt(int row, int column) const {
 void Sheet::erase(int row, int column) {
     const auto cells = cells_.find(row);
     if (cells == cells_.end()) return;
-    cells->second.erase(column);
-    if (!cells->second.empty()) return;
-    cells_.erase(cells);
     last_.forget();
+    cells->second.erase(column);
+    if (cells->second.empty()) cells_.erase(cells);
 }
 
 std::optional<Area> Sheet::usedArea() const {

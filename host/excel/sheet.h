@@ -203,24 +203,27 @@ private:
     struct Shift;
     void shift(const Shift& by);
 
-    /// The row used last, as most work goes cell by cell. A copy of the sheet starts without.
-    struct LastRow {
-        int number = 0;
+    /// The row and the cell used last, as most work goes cell by cell. A copy of the sheet starts
+    /// without.
+    struct LastUsed {
+        int row = 0;
         Row* cells = nullptr;
+        int column = 0;
+        Cell* cell = nullptr;
 
-        LastRow() = default;
-        LastRow(const LastRow&) {}
-        LastRow& operator=(const LastRow&) {
+        LastUsed() = default;
+        LastUsed(const LastUsed&) {}
+        LastUsed& operator=(const LastUsed&) {
             forget();
             return *this;
         }
-        void forget() { number = 0; }
+        void forget() { row = column = 0; }
     };
     /// A row's cells, made when there are none.
     Row& rowAt(int row);
 
     std::map<int, Row> cells_;
-    LastRow last_;
+    LastUsed last_;
 };
 
 /// Screen pixels of a column width in characters, at 96 to the inch.

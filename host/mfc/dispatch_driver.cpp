@@ -105,7 +105,7 @@ private:
 
     const BYTE* kinds_;
     std::size_t count_;
-    std::array<VARIANT, kFew> few_{};
+    std::array<VARIANT, kFew> few_; // as many as there are arguments
     std::vector<VARIANT> many_;
 };
 
@@ -234,16 +234,17 @@ void COleDispatchDriver::InvokeHelperV(DISPID member, WORD flags, VARTYPE result
                                        const BYTE* kinds, std::va_list arguments) {
     std::va_list list;
     va_copy(list, arguments);
-    COleVariant answer;
+    VARIANT raw;
     try {
-        VARIANT raw = invoke(member, flags, resultType, kinds, list);
-        answer.Attach(raw);
+        raw = invoke(member, flags, resultType, kinds, list);
     } catch (CException*) {
         va_end(list);
         throw;
     }
     va_end(list);
     if (resultType == VT_EMPTY) return;
+    COleVariant answer;
+    answer.Attach(raw);
     if (resultType == VT_VARIANT) {
         *static_cast<VARIANT*>(result) = answer.Detach();
         return;

@@ -11,7 +11,7 @@ namespace headless {
 
 class OwnedVariant : public VARIANT {
 public:
-    OwnedVariant() { VariantInit(this); }
+    OwnedVariant() : VARIANT{} {}
     OwnedVariant(double value) : OwnedVariant() {
         vt = VT_R8;
         dblVal = value;
@@ -41,7 +41,9 @@ public:
         std::swap(static_cast<VARIANT&>(*this), static_cast<VARIANT&>(other));
         return *this;
     }
-    ~OwnedVariant() { VariantClear(this); }
+    ~OwnedVariant() {
+        if (vt != VT_EMPTY) VariantClear(this);
+    }
 
     [[nodiscard]] static OwnedVariant null() {
         OwnedVariant variant;

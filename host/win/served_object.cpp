@@ -63,7 +63,8 @@ LONG integerOf(const VARIANT& value) {
 }
 
 double realOf(const VARIANT& value) {
-    return value.vt == VT_R8 ? value.dblVal : changed(value, VT_R8).dblVal;
+    if (value.vt == VT_R8) return value.dblVal;
+    return value.vt == VT_I4 ? value.lVal : changed(value, VT_R8).dblVal;
 }
 
 bool booleanOf(const VARIANT& value) {

@@ -75,6 +75,11 @@ HRESULT readReference(const VARIANT& reference, VARIANT& value) {
 void VariantInit(VARIANTARG* variant) { *variant = VARIANT{}; }
 
 HRESULT VariantClear(VARIANTARG* variant) {
+    // Numbers, of which most calls have one or two, own nothing.
+    if (variant->vt <= VT_DATE || variant->vt == VT_BOOL) {
+        variant->vt = VT_EMPTY;
+        return S_OK;
+    }
     if (!isKnown(variant->vt)) return DISP_E_BADVARTYPE;
     if ((variant->vt & VT_BYREF) == 0) {
         if ((variant->vt & VT_ARRAY) != 0) {
