@@ -42,6 +42,12 @@ public:
     void bezierTo(const AcGePoint2d& c1, const AcGePoint2d& c2, const AcGePoint2d& p) {
         cairo_curve_to(cairo(), c1.x, c1.y, c2.x, c2.y, p.x, p.y);
     }
+    /// Where the path goes on from.
+    AcGePoint2d currentPoint() const {
+        AcGePoint2d point;
+        cairo_get_current_point(cairo(), &point.x, &point.y);
+        return point;
+    }
     void closePath() { cairo_close_path(cairo()); }
     void dropPath() { cairo_new_path(cairo()); }
 

@@ -363,8 +363,12 @@ void EntityPainter::strokeLines(const SheetPath& lines, const Pen& pen) {
     const SheetBox& box = lines.box();
     if (box.width() < kDot && box.height() < kDot) return paintDot({box.left, box.top}, pen);
     if (pen.pattern != nullptr) return strokeDashed(lines, pen);
-    lines.putOn(canvas_);
-    canvas_.stroke(pen.color, pen.width);
+    // As for areas: a path takes more than twice as long as two of half its length.
+    constexpr std::size_t kManyCurves = 500;
+    const std::size_t most = pen.color.alpha == 255 ? kManyCurves : SIZE_MAX;
+    const auto stroke = [&] { canvas_.stroke(pen.color, pen.width); };
+    lines.putOn(canvas_, most, stroke);
+    stroke();
 }
 
 void EntityPainter::strokeDashed(const SheetPath& lines, const Pen& pen) {

@@ -104,36 +104,53 @@ void SheetPath::beginRun() {
     if (!broken_) verbs_.push_back(Verb::run);
 }
 
-void SheetPath::putOn(Canvas& canvas) const {
-    if (!roomOf(canvas).holds(box_)) {
-        const SheetBox cut = cutAt(canvas);
-        for (const Line& line : parts()) {
-            bool joined = false;
-            for (std::size_t i = 0; i + 1 < line.size(); ++i) {
-                const auto seen = visiblePart(cut, line[i], line[i + 1]);
-                if (seen && !(joined && seen->from == 0.0))
-                    canvas.moveTo(line[i] + (line[i + 1] - line[i]) * seen->from);
-                if (seen) canvas.lineTo(line[i] + (line[i + 1] - line[i]) * seen->to);
-                joined = seen && seen->to == 1.0;
-            }
+void SheetPath::putVisibleOn(Canvas& canvas, const std::function<void()>& step) const {
+    const SheetBox cut = cutAt(canvas);
+    for (const Line& line : parts()) {
+        bool joined = false;
+        for (std::size_t i = 0; i + 1 < line.size(); ++i) {
+            const auto seen = visiblePart(cut, line[i], line[i + 1]);
+            if (seen && !(joined && seen->from == 0.0))
+                canvas.moveTo(line[i] + (line[i + 1] - line[i]) * seen->from);
+            if (seen) canvas.lineTo(line[i] + (line[i + 1] - line[i]) * seen->to);
+            if (seen) step();
+            joined = seen && seen->to == 1.0;
         }
-        return;
     }
+}
+
+void SheetPath::putOn(Canvas& canvas, std::size_t most, const std::function<void()>& draw) const {
+    std::size_t count = 0;
+    bool isWhole = true; // what was put of the part that is being put
+    const auto step = [&] {
+        if (++count < most) return;
+        const AcGePoint2d last = canvas.currentPoint();
+        draw();
+        canvas.moveTo(last);
+        count = 0;
+        isWhole = false;
+    };
+    if (!roomOf(canvas).holds(box_)) return putVisibleOn(canvas, step);
+    AcGePoint2d first;
     const AcGePoint2d* p = points_.data();
     for (const Verb verb : verbs_) {
         switch (verb) {
         case Verb::move:
+            first = *p;
+            isWhole = true;
             canvas.moveTo(*p++);
             break;
         case Verb::line:
             canvas.lineTo(*p++);
+            step();
             break;
         case Verb::curve:
             canvas.bezierTo(p[0], p[1], p[2]);
             p += 3;
+            step();
             break;
         case Verb::close:
-            canvas.closePath();
+            isWhole ? canvas.closePath() : canvas.lineTo(first);
             break;
         case Verb::run:
             break;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "view/canvas.h"
@@ -33,7 +34,12 @@ public:
     const SheetBox& box() const { return box_; }
 
     /// Makes it the canvas's path, to be stroked.
-    void putOn(Canvas& canvas) const;
+    void putOn(Canvas& canvas) const {
+        putOn(canvas, SIZE_MAX, [] {});
+    }
+    /// Makes stretches of so many lines and curves its path, one after the other; `draw` draws each
+    /// of them but the last.
+    void putOn(Canvas& canvas, std::size_t most, const std::function<void()>& draw) const;
     /// The same to be filled or clipped to.
     void putAreaOn(Canvas& canvas) const;
     /// The parts as chains of straight lines, right to a tenth of a pixel.
@@ -46,6 +52,7 @@ private:
 
     bool take(const AcGePoint2d& p);
     std::vector<Line> flattened(bool byRun) const;
+    void putVisibleOn(Canvas& canvas, const std::function<void()>& step) const;
 
     std::vector<Verb> verbs_;
     std::vector<AcGePoint2d> points_; // one for a move and a line, three for a curve

@@ -1,4 +1,5 @@
 // Pictures, by looking at their pixels.
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <set>
@@ -6,6 +7,7 @@
 #include <dbents.h>
 #include <dbhatch.h>
 #include <dbmtext.h>
+#include <dbpl.h>
 #include <dbsolid.h>
 
 #include "db/resbuf.h"
@@ -144,6 +146,27 @@ TEST_F(PictureTest, ShowsAllOfMoreThanCanBeDrawn) {
     EXPECT_LT(picture.marked(0, 0, 100, 100), 500);
     EXPECT_EQ(picture.at(75, 15), kBlue);
     EXPECT_EQ(picture.marked(65, 5, 85, 25), 100);
+}
+
+TEST_F(PictureTest, LongOutlinesAreWhole) {
+    // Three sides of a square in 1200 steps; the fourth closes it.
+    auto outline = std::make_unique<AcDbPolyline>();
+    const AcGePoint2d corners[] = {{10, 10}, {90, 10}, {90, 90}, {10, 90}};
+    for (int i = 0; i <= 1200; ++i) {
+        const int side = std::min(i / 400, 2);
+        outline->addVertexAt(outline->numVerts(),
+                             corners[side] +
+                                 (corners[side + 1] - corners[side]) * ((i - 400 * side) / 400.0));
+    }
+    outline->setClosed(Adesk::kTrue);
+    add(std::move(outline));
+    const Pixels picture = draw();
+    for (int at = 9; at <= 90; ++at) {
+        EXPECT_GT(picture.marked(at, 9, at + 1, 11), 0) << "bottom " << at;
+        EXPECT_GT(picture.marked(89, at, 91, at + 1), 0) << "right " << at;
+        EXPECT_GT(picture.marked(9, at, 11, at + 1), 0) << "closing " << at;
+    }
+    EXPECT_EQ(picture.marked(12, 12, 88, 88), 0);
 }
 
 TEST_F(PictureTest, LeavesOutWhatDoesNotShow) {
