@@ -21,15 +21,17 @@ struct Name {
 
 // Names without a number in them, and numbers that are not Windows' own.
 constexpr Name kNames[] = {
-    {"ascii", 1252},      {"utf8", 65001},     {"utf-8", 65001},      {"gb2312", 936},
-    {"gbk", 936},         {"big5", 950},       {"ksc5601", 949},      {"johab", 1361},
-    {"mac-roman", 10000}, {"macroman", 10000}, {"ansi_65001", 65001}, {"dos65001", 65001},
+    {"ascii", 1252},     {"us-ascii", 1252},   {"utf8", 65001},     {"utf-8", 65001},
+    {"gb2312", 936},     {"gbk", 936},         {"big5", 950},       {"ksc5601", 949},
+    {"johab", 1361},     {"mac-roman", 10000}, {"macroman", 10000}, {"ansi_65001", 65001},
+    {"dos65001", 65001},
 };
 
 // What stands before the number, and what is added to it.
 constexpr Name kFamilies[] = {
-    {"ansi_", 0},    {"ansi", 0},         {"dos", 0},           {"cp", 0},
-    {"windows-", 0}, {"iso8859-", 28590}, {"iso-8859-", 28590},
+    {"ansi_", 0},     {"ansi", 0},         {"dos", 0},           {"cp", 0},
+    {"windows-", 0},  {"iso8859-", 28590}, {"iso-8859-", 28590}, {"iso_8859-", 28590},
+    {"8859_", 28590},
 };
 
 } // namespace
