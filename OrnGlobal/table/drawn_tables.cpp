@@ -1,39 +1,16 @@
 #include "table/drawn_tables.h"
 
 #include <algorithm>
-#include <iterator>
 
 #include "OrnCore/box_tree.h"
-#include "frame/object_handle.h"
-#include "table/cell_texts.h"
 #include "table/connected_rulings.h"
-#include "table/straight_pieces.h"
+#include "table/drawn_parts.h"
+#include "table/snapped_rulings.h"
 
 namespace table {
 namespace {
 
 using orncore::Box;
-
-struct Drawn {
-    std::vector<Ruling> lines;
-    std::vector<CellText> texts;
-};
-
-Drawn read(const AcArray<AcDbObjectId>& ids) {
-    Drawn drawn;
-    for (const AcDbObjectId& id : ids) {
-        const ReadHandle<AcDbEntity> entity(id);
-        if (!entity) continue;
-        if (const auto* line = AcDbLine::cast(entity.get()))
-            drawn.lines.push_back({line->startPoint(), line->endPoint()});
-        else if (auto text = cellText(*entity))
-            drawn.texts.push_back(std::move(*text));
-        else
-            std::ranges::copy(straightPieces(*entity), std::back_inserter(drawn.lines));
-    }
-    std::erase_if(drawn.lines, [](const Ruling& line) { return !isAxisParallel(line); });
-    return drawn;
-}
 
 /// The lines of one table and its place.
 struct Ruled {
@@ -84,6 +61,14 @@ void shareOut(const std::vector<CellText>& texts, std::vector<Ruled>& areas) {
     }
 }
 
+/// What readers of the smallest text do not see: gaps where lines should meet, two lines drawn for
+/// one.
+double unseenGap(const std::vector<CellText>& texts) {
+    constexpr double kOfHeight = 0.04;
+    if (texts.empty()) return 0.0;
+    return kOfHeight * std::ranges::min(texts, {}, &CellText::height).height;
+}
+
 bool hasText(const TableModel& model) {
     for (INT_PTR i = 0; i < model.texts.GetSize(); ++i)
         if (!model.texts[i].IsEmpty()) return true;
@@ -121,8 +106,9 @@ std::unique_ptr<CGridToCadTable> tableIn(const Ruled& area, BlankForms blank) {
 } // namespace
 
 DrawnTables tablesAmong(const AcArray<AcDbObjectId>& ids, BlankForms blank) {
-    const Drawn drawn = read(ids);
-    std::vector<Ruled> areas = ruledAreas(drawn.lines);
+    DrawnParts drawn = drawnParts(ids);
+    const double reach = unseenGap(drawn.texts);
+    std::vector<Ruled> areas = ruledAreas(snapped(std::move(drawn.lines), reach));
     shareOut(drawn.texts, areas);
     DrawnTables tables;
     for (const Ruled& area : areas) {

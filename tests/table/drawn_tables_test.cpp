@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <json/json.h>
 
+#include "frame/ac_ut_sym_tbl.h"
 #include "table/grid_text.h"
 #include "table/sheet_layout.h"
 #include "table/table_fixture.h"
@@ -84,6 +85,57 @@ TEST_F(DrawnTables, MayBeBlankForms) {
     ASSERT_EQ(forms.size(), 1U);
     EXPECT_EQ(forms[0]->GetRowCount(), 3);
     EXPECT_EQ(forms[0]->GetColumnCount(), 3);
+}
+
+TEST_F(DrawnTables, AreDrawnByPeople) {
+    struct Case {
+        const char* name;
+        double gap;   // where the column lines should meet the rows
+        double twice; // how far beside them they are drawn again; 0 for once
+        std::size_t tables;
+    };
+    // Nobody who reads texts of 2 sees 0.05.
+    const Case cases[] = {{"as it should be", 0.0, 0.0, 1},
+                          {"lines end too early", 0.05, 0.0, 1},
+                          {"a gap that shows", 0.5, 0.0, 0},
+                          {"drawn twice", 0.0, 0.05, 1}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        drawn_.removeAll();
+        for (const double y : {0.0, 10.0})
+            drawLine({0, y, 0}, {40, y, 0});
+        for (const double x : {0.0, 20.0, 40.0}) {
+            drawLine({x, c.gap, 0}, {x, 10 - c.gap, 0});
+            if (c.twice > 0.0) drawLine({x + c.twice, 0, 0}, {x + c.twice, 10, 0});
+        }
+        drawWord(L"%%c12 %%P1%%% %%u%%066%%", 5, 4);
+        const table::DrawnTables tables = find();
+        ASSERT_EQ(tables.size(), c.tables);
+        if (tables.empty()) continue;
+        EXPECT_EQ(tables[0]->GetColumnCount(), 3);
+        EXPECT_EQ(std::wstring(tables[0]->GetCell(1, 1).text), L"Ø12 ±1% B%%");
+    }
+}
+
+TEST_F(DrawnTables, MayStandInBlocks) {
+    AcDbObjectId block;
+    ASSERT_EQ(AcUtSymTbl::defineNewBlock(L"PAIR", block, database()), Acad::eOk);
+    for (const double x : {0.0, 20.0, 40.0})
+        add(std::make_unique<AcDbLine>(AcGePoint3d(x, 0, 0), AcGePoint3d(x, 10, 0)), L"PAIR");
+    for (const double y : {0.0, 10.0})
+        add(std::make_unique<AcDbLine>(AcGePoint3d(0, y, 0), AcGePoint3d(40, y, 0)), L"PAIR");
+    add(std::make_unique<AcDbText>(AcGePoint3d(5, 4, 0), L"fixed", AcDbObjectId::kNull, 2),
+        L"PAIR");
+    auto reference = std::make_unique<AcDbBlockReference>(AcGePoint3d(100, 50, 0), block);
+    auto attribute = std::make_unique<AcDbAttribute>(AcGePoint3d(125, 54, 0), L"filled in", L"TAG");
+    attribute->setHeight(2);
+    ASSERT_EQ(reference->appendAttribute(attribute.get()), Acad::eOk);
+    (void)attribute.release();
+    drawn_.append(add(std::move(reference)));
+    const table::DrawnTables tables = find();
+    ASSERT_EQ(tables.size(), 1U);
+    EXPECT_EQ(tables[0]->GetCell(1, 1).text, L"fixed");
+    EXPECT_EQ(tables[0]->GetCell(1, 2).text, L"filled in");
 }
 
 TEST_F(DrawnTables, HaveCellsSideBySide) {
