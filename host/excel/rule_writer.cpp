@@ -7,27 +7,15 @@
 namespace headless::excel {
 namespace {
 
-std::uint8_t libraryKind(InputKind kind) {
-    switch (kind) {
-    case InputKind::kWhole:
-        return LXW_VALIDATION_TYPE_INTEGER_FORMULA;
-    case InputKind::kDecimal:
-        return LXW_VALIDATION_TYPE_DECIMAL_FORMULA;
-    case InputKind::kList:
-        return LXW_VALIDATION_TYPE_LIST_FORMULA;
-    case InputKind::kDate:
-        return LXW_VALIDATION_TYPE_DATE_FORMULA;
-    case InputKind::kTime:
-        return LXW_VALIDATION_TYPE_TIME_FORMULA;
-    case InputKind::kLength:
-        return LXW_VALIDATION_TYPE_LENGTH_FORMULA;
-    case InputKind::kCustom:
-        return LXW_VALIDATION_TYPE_CUSTOM_FORMULA;
-    case InputKind::kAny:
-        break;
-    }
-    return LXW_VALIDATION_TYPE_ANY;
-}
+/// In the order of InputKind; all as formulas, whatever they hold.
+constexpr std::uint8_t kKinds[] = {LXW_VALIDATION_TYPE_ANY,
+                                   LXW_VALIDATION_TYPE_INTEGER_FORMULA,
+                                   LXW_VALIDATION_TYPE_DECIMAL_FORMULA,
+                                   LXW_VALIDATION_TYPE_LIST_FORMULA,
+                                   LXW_VALIDATION_TYPE_DATE_FORMULA,
+                                   LXW_VALIDATION_TYPE_TIME_FORMULA,
+                                   LXW_VALIDATION_TYPE_LENGTH_FORMULA,
+                                   LXW_VALIDATION_TYPE_CUSTOM_FORMULA};
 
 std::uint8_t switched(bool on) {
     return static_cast<std::uint8_t>(on ? LXW_VALIDATION_ON : LXW_VALIDATION_OFF);
@@ -51,7 +39,7 @@ void writeInputRule(const InputRule& rule, lxw_worksheet* target) {
     const bool isPair =
         rule.comparison == InputOperator::kBetween || rule.comparison == InputOperator::kNotBetween;
     lxw_data_validation validation{};
-    validation.validate = libraryKind(rule.kind);
+    validation.validate = kKinds[static_cast<std::size_t>(rule.kind)];
     // The library counts from 1 in the same order.
     validation.criteria = static_cast<std::uint8_t>(static_cast<int>(rule.comparison) + 1);
     validation.value_formula = own.first.data();

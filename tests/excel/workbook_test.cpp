@@ -170,6 +170,12 @@ TEST_F(Workbooks, BadFilesAreRefusedInWords) {
     for (std::size_t i = sheet + 100; i < sheet + 200; ++i)
         scrambled[i] = static_cast<char>(scrambled[i] ^ 0x55);
     store("scrambled.xlsx", scrambled);
+    // The archive's list claims a sheet of 800 MB.
+    std::string bomb = good;
+    const std::size_t entry = bomb.rfind("xl/worksheets/sheet1.xml") - 46;
+    ASSERT_EQ(bomb.substr(entry, 4), "PK\x01\x02");
+    bomb.replace(entry + 24, 4, std::string("\0\0\0\x30", 4));
+    store("bomb.xlsx", bomb);
     struct Case {
         const char* file;
         const char* reason;
@@ -182,6 +188,7 @@ TEST_F(Workbooks, BadFilesAreRefusedInWords) {
         {"old.xls", "of the kind .xls, which takes LibreOffice"},
         {"zip.xlsx", "it is not a workbook"},
         {"scrambled.xlsx", "damaged"},
+        {"bomb.xlsx", "absurd size"},
         {"missing.xlsx", "No such file"},
         {".", "it is a folder"},
     };
@@ -234,6 +241,7 @@ TEST_F(Workbooks, TellWhatTheyDoNotKeep) {
          "styles of tables"},
         {"xl/comments1.xml", "<t>measured</t>",
          "<rPr/><t>meas</t></r><r><rPr><b/></rPr><t>ured</t>", "formats of letters in comments"},
+        {"xl/charts/chart1.xml", nullptr, "<c/>", "charts"},
         {"xl/ctrlProps/c.xml", nullptr, "<c/>", "controls"},
         {"xl/new/c.xml", nullptr, "<c/>", "contents of an unknown kind"},
         {"docProps/custom.xml", nullptr, "<Properties/>", nullptr},
