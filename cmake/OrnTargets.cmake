@@ -141,7 +141,7 @@ function(orn_test folder)
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
     add_executable(test_${suffix} ${sources})
     target_include_directories(test_${suffix} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-    target_compile_options(test_${suffix} PRIVATE $<$<CONFIG:Release>:-O0>)
+    target_compile_options(test_${suffix} PRIVATE $<$<CONFIG:Release,RelWithDebInfo>:-O0>)
     target_link_libraries(test_${suffix} PRIVATE ${ARG_LINK} GTest::gtest_main GTest::gmock
                                                  orn_warnings)
     orn_precompiled_headers(test_${suffix} TESTS ${ORN_STANDARD_HEADERS}
