@@ -11,6 +11,7 @@
 #include <dlfcn.h>
 #include <sys/stat.h>
 
+#include "excel/ods_authors.h"
 #include "excel/ods_views.h"
 #include "excel/workbook_error.h"
 #include "excel/workbook_files.h"
@@ -104,7 +105,7 @@ std::vector<std::string> lostBeyondXlsx(const Workbook& workbook, FileKind kind)
         add(std::ranges::any_of(sheet->links, [](const Link& link) { return !link.tip.empty(); }),
             "tips of links");
         for (const auto& [cell, comment] : sheet->comments)
-            add(!comment.author.empty(), "authors of comments");
+            add(kind == FileKind::kXls && !comment.author.empty(), "authors of comments");
         sheet->forEach(wholeSheet(), [&](int, int, const Cell& cell) {
             add(workbook.formats.at(cell.format).fill.pattern > Pattern::kSolid, "fill patterns");
         });
@@ -217,7 +218,10 @@ public:
             const ExchangeFile target(office(), "target", kind);
             writeWorkbook(workbook, source.file().path);
             office().convert(source.file(), target.file());
-            if (kind == FileKind::kOds) writeOdsViews(workbook, target.file().path);
+            if (kind == FileKind::kOds) {
+                writeOdsViews(workbook, target.file().path);
+                writeOdsAuthors(workbook, target.file().path);
+            }
             struct stat status {};
             const int error = replaceFile(path, target.bytes(), Durability::kProcess, status);
             if (error != 0) throw WorkbookError(std::strerror(error));
