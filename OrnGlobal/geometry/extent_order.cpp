@@ -18,19 +18,15 @@ constexpr double kTolerance = 0.1;
 /// What an extents covers of one axis.
 struct Range {
     double low;
-    double middle;
     double high;
+
+    /// Few pairs need it.
+    double middle() const { return CZelDwg::GetLineMidPoint({low, 0.0, 0.0}, {high, 0.0, 0.0}).x; }
 };
 
-Range heightOf(const AcDbExtents& extents) {
-    const AcGePoint3d middle = CZelDwg::GetLineMidPoint(extents.minPoint(), extents.maxPoint());
-    return {extents.minPoint().y, middle.y, extents.maxPoint().y};
-}
+Range heightOf(const AcDbExtents& extents) { return {extents.minPoint().y, extents.maxPoint().y}; }
 
-Range widthOf(const AcDbExtents& extents) {
-    const AcGePoint3d middle = CZelDwg::GetLineMidPoint(extents.minPoint(), extents.maxPoint());
-    return {extents.minPoint().x, middle.x, extents.maxPoint().x};
-}
+Range widthOf(const AcDbExtents& extents) { return {extents.minPoint().x, extents.maxPoint().x}; }
 
 bool isLevel(double a, double b) { return std::abs(a - b) < kTolerance; }
 bool isBeyond(double a, double b) { return a > b + kTolerance; }
@@ -48,8 +44,8 @@ bool coversOrMeets(const Range& a, const Range& b) {
 
 /// b is shifted up, yet each overlaps the other by more than half.
 bool isShiftedLittle(const Range& a, const Range& b) {
-    return isBeyond(b.high, a.high) && isBeyond(b.low, a.low) && isBeyond(a.middle, b.low) &&
-           isBeyond(a.high, b.middle);
+    return isBeyond(b.high, a.high) && isBeyond(b.low, a.low) && isBeyond(a.middle(), b.low) &&
+           isBeyond(a.high, b.middle());
 }
 
 bool standTogether(const Range& a, const Range& b) {
