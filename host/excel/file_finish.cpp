@@ -50,10 +50,10 @@ void setCount(pugi::xml_node list) {
 }
 
 /// A named style looks like one of the cell formats.
-void addStyle(pugi::xml_node root, const CellStyle& style, const pugi::xml_node& looks) {
+void addStyle(pugi::xml_node root, std::size_t number, const CellStyle& style,
+              const pugi::xml_node& looks) {
     pugi::xml_node formats = child(root, "cellStyleXfs");
     pugi::xml_node names = child(root, "cellStyles");
-    const auto number = static_cast<unsigned>(std::ranges::distance(formats.children()));
     pugi::xml_node format = formats.append_copy(looks);
     format.remove_attribute("xfId");
     for (const auto& [rule, on] : style.rules) {
@@ -62,7 +62,7 @@ void addStyle(pugi::xml_node root, const CellStyle& style, const pugi::xml_node&
     }
     pugi::xml_node name = names.append_child("cellStyle");
     name.append_attribute("name") = style.name.c_str();
-    name.append_attribute("xfId") = number;
+    name.append_attribute("xfId") = static_cast<unsigned>(number);
     for (const auto& [setting, value] : style.settings)
         name.append_attribute(setting.c_str()) = value.c_str();
 }
@@ -73,8 +73,10 @@ void addStyles(const Workbook& workbook, const std::vector<int>& styleFormats,
     std::vector<pugi::xml_node> cells;
     for (const pugi::xml_node& node : child(root, "cellXfs").children())
         cells.push_back(node);
+    // The first is the library's own, Normal.
     for (std::size_t i = 1; i < workbook.styles.size(); ++i)
-        addStyle(root, workbook.styles[i], cells.at(static_cast<std::size_t>(styleFormats[i - 1])));
+        addStyle(root, i, workbook.styles[i],
+                 cells.at(static_cast<std::size_t>(styleFormats[i - 1])));
     setCount(child(root, "cellStyleXfs"));
     setCount(child(root, "cellStyles"));
 }

@@ -143,7 +143,10 @@ void ForeignContents::noteElements(const pugi::xml_node& parent) {
         const std::string_view name = localName(node.name());
         // Newer versions write some elements as one choice among several.
         if (name == "AlternateContent") {
-            noteElements(child(node, "Choice"));
+            if (localName(parent.name()) == "Choice")
+                add(kUnknown);
+            else
+                noteElements(child(node, "Choice"));
         } else if (name == "extLst") {
             // Those of workbooks hold nothing that shows.
             if (localName(parent.name()) == "workbook") continue;

@@ -50,10 +50,15 @@ bool readHeader(PageSetup& page, const pugi::xml_node& node) {
            node.attribute("alignWithMargins").as_bool(true);
 }
 
-template <std::vector<int> PageSetup::*Breaks>
+template <std::vector<int> PageSetup::*Breaks, int Last>
 bool readBreaks(PageSetup& page, const pugi::xml_node& list) {
-    for (const pugi::xml_node& node : list.children())
-        if (const int id = node.attribute("id").as_int(); id > 0) (page.*Breaks).push_back(id);
+    constexpr std::size_t kMost = 1000; // Programs take 1023.
+    std::vector<int>& breaks = page.*Breaks;
+    for (const pugi::xml_node& node : list.children()) {
+        const int id = node.attribute("id").as_int();
+        if (breaks.size() == kMost) return false;
+        if (id > 0 && id < Last) breaks.push_back(id);
+    }
     return true;
 }
 
@@ -65,8 +70,8 @@ bool readPage(PageSetup& page, std::string_view name, const pugi::xml_node& node
          {"pageSetup", readSetup},
          {"printOptions", readOptions},
          {"headerFooter", readHeader},
-         {"rowBreaks", readBreaks<&PageSetup::rowBreaks>},
-         {"colBreaks", readBreaks<&PageSetup::columnBreaks>}};
+         {"rowBreaks", readBreaks<&PageSetup::rowBreaks, kRows>},
+         {"colBreaks", readBreaks<&PageSetup::columnBreaks, kColumns>}};
     const auto found = kElements.find(name);
     return found == kElements.end() || found->second(page, node);
 }

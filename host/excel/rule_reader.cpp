@@ -19,6 +19,30 @@ std::vector<Area> readAreas(std::string_view text) {
     return areas;
 }
 
+/// Letters, as programs count them for their limits.
+std::size_t length(const std::string& utf8) {
+    return static_cast<std::size_t>(
+        std::ranges::count_if(utf8, [](char c) { return (c & 0xC0) != 0x80; }));
+}
+
+/// What no program takes as a rule, and nobody could write.
+bool isWithinLimits(const InputRule& rule) {
+    constexpr std::size_t kTitle = 32;
+    constexpr std::size_t kText = 255;
+    return (rule.kind == InputKind::kAny || !rule.first.empty()) && length(rule.first) <= kText &&
+           length(rule.second) <= kText && length(rule.promptTitle) <= kTitle &&
+           length(rule.refusalTitle) <= kTitle && length(rule.prompt) <= kText &&
+           length(rule.refusalText) <= kText;
+}
+
+bool isWithinLimits(const Link& link) {
+    constexpr std::size_t kMostCells = 1000;
+    constexpr std::size_t kAddress = 2000;
+    constexpr std::size_t kTip = 255;
+    return link.area.cells() <= kMostCells &&
+           link.target.size() + link.location.size() <= kAddress && length(link.tip) <= kTip;
+}
+
 InputRule readInputRule(const pugi::xml_node& node) {
     static constexpr std::array<std::string_view, 8> kKinds = {
         "none", "whole", "decimal", "list", "date", "time", "textLength", "custom"};
@@ -47,28 +71,34 @@ InputRule readInputRule(const pugi::xml_node& node) {
 } // namespace
 
 bool readLinks(Sheet& sheet, const pugi::xml_node& list, const std::vector<Relation>& relations) {
-    constexpr std::size_t kMostCells = 1000;
+    constexpr std::size_t kMostInSheet = 60000; // cells; programs take 65530
+    std::size_t cells = 0;
     bool complete = true;
     for (const pugi::xml_node& node : list.children()) {
         const auto area = parseArea(node.attribute("ref").value());
         const Relation* found = findId(relations, linkAttribute(node, "id").value());
-        if (!area || area->cells() > kMostCells) {
+        Link link{area.value_or(wholeSheet()), found == nullptr ? "" : found->target,
+                  node.attribute("location").value(), node.attribute("tooltip").value()};
+        // Both ways lead to a file beside the workbook.
+        if (link.target.find(':') == std::string::npos)
+            std::ranges::replace(link.target, '\\', '/');
+        if (!isWithinLimits(link) || cells + link.area.cells() > kMostInSheet) {
             complete = false;
             continue;
         }
-        std::string target = found == nullptr ? "" : found->target;
-        // Both ways lead to a file beside the workbook.
-        if (target.find(':') == std::string::npos) std::ranges::replace(target, '\\', '/');
-        sheet.links.push_back({*area, std::move(target), node.attribute("location").value(),
-                               node.attribute("tooltip").value()});
+        cells += link.area.cells();
+        sheet.links.push_back(std::move(link));
     }
     return complete;
 }
 
-void readInputRules(Sheet& sheet, const pugi::xml_node& list) {
+bool readInputRules(Sheet& sheet, const pugi::xml_node& list) {
+    bool complete = true;
     for (const pugi::xml_node& node : list.children()) {
         InputRule rule = readInputRule(node);
         const std::vector<Area> areas = readAreas(node.attribute("sqref").value());
+        complete = complete && isWithinLimits(rule);
+        if (!isWithinLimits(rule)) continue;
         // Formulas are those of the first cell.
         for (const Area& area : areas) {
             InputRule& one = sheet.inputRules.emplace_back(rule);
@@ -79,6 +109,7 @@ void readInputRules(Sheet& sheet, const pugi::xml_node& list) {
             one.second = copiedFormula(rule.second, down, right);
         }
     }
+    return complete;
 }
 
 bool readProtection(Sheet& sheet, const pugi::xml_node& node) {

@@ -51,10 +51,11 @@ private:
     }
 
     void readLinks(const pugi::xml_node& list) {
-        if (!excel::readLinks(sheet_, list, relations_))
-            contents_.foreign.add("links of large areas");
+        if (!excel::readLinks(sheet_, list, relations_)) contents_.foreign.add("links");
     }
-    void readInputRules(const pugi::xml_node& list) { excel::readInputRules(sheet_, list); }
+    void readInputRules(const pugi::xml_node& list) {
+        if (!excel::readInputRules(sheet_, list)) contents_.foreign.add("rules for input");
+    }
     void readQuiet(const pugi::xml_node& list) { readQuietAreas(sheet_, list); }
     void readProtection(const pugi::xml_node& node) {
         if (!excel::readProtection(sheet_, node)) contents_.foreign.add("passwords of sheets");

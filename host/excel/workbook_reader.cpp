@@ -163,7 +163,10 @@ private:
     }
 
     void readCompany(const Relation& part) {
-        const pugi::xml_document document = contents_.package.readXml(part.target);
+        const auto bytes = contents_.package.read(part.target);
+        pugi::xml_document document;
+        // Nobody misses a workbook for the name of a company.
+        if (!bytes || !document.load_buffer(bytes->data(), bytes->size())) return;
         const pugi::xml_node root = document.document_element();
         contents_.book->properties.company = child(root, "Company").text().get();
         contents_.book->properties.manager = child(root, "Manager").text().get();
