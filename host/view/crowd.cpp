@@ -17,8 +17,7 @@ std::int32_t wholePixels(double value) {
 /// How many entities drawing it takes.
 double costOf(const PlacedBlock& placed) {
     const auto* const record = Residence::peek<AcDbBlockTableRecord>(placed.block);
-    if (record == nullptr || placed.isSpeck()) return 1.0;
-    return static_cast<double>(record->entityIds().size());
+    return record == nullptr ? 1.0 : static_cast<double>(record->entityIds().size());
 }
 
 } // namespace
@@ -33,7 +32,7 @@ SheetBox boxOnSheet(const AcDbExtents& box, const AcGeMatrix3d& toWorld, const S
     return shown;
 }
 
-bool PlacedBlock::isSpeck() const {
+bool isSpeck(const SheetBox& shown) {
     return !shown.isEmpty() && shown.width() < 1.0 && shown.height() < 1.0;
 }
 
@@ -47,8 +46,6 @@ std::size_t Crowd::HashOf::operator()(const Place& place) const {
 void Crowd::add(PlacedBlock placed) {
     const AcDbExtents& box = facts_.boxOf(placed.block);
     if (!headless::isEmpty(box)) {
-        placed.shown = boxOnSheet(box, placed.toWorld, map_);
-        if (!sheet_.meets(placed.shown)) return;
         const AcGePoint3d low = box.minPoint();
         const AcGePoint3d high = box.maxPoint();
         Place place{placed.block, {}, placed.traits};

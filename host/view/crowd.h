@@ -14,7 +14,7 @@
 
 namespace headless {
 
-/// A block as something shows it.
+/// A block as a reference shows it.
 struct PlacedBlock {
     /// The blocks around it, outermost first; those of one block share them.
     using Around = std::shared_ptr<const std::vector<AcDbStub*>>;
@@ -23,22 +23,18 @@ struct PlacedBlock {
     AcGeMatrix3d toWorld;
     Traits traits;
     Around around;
-    SheetBox shown = {}; // Where that is on the sheet; empty for what has no bounds.
-
-    /// Within a pixel.
-    bool isSpeck() const;
 };
 
 /// Where a block's contents show on the sheet; empty for what has no bounds.
 [[nodiscard]] SheetBox boxOnSheet(const AcDbExtents& box, const AcGeMatrix3d& toWorld,
                                   const SheetMap& map);
+/// True for what shows within a pixel.
+[[nodiscard]] bool isSpeck(const SheetBox& shown);
 
-/// Blocks of one level. Of those that look alike on the same pixels one is kept, and none of those
-/// that are off the sheet.
+/// Blocks of one level. Of those that look alike on the same pixels one is kept.
 class Crowd {
 public:
-    Crowd(const SheetMap& map, BlockFacts& facts, const SheetBox& sheet)
-        : map_(map), facts_(facts), sheet_(sheet) {}
+    Crowd(const SheetMap& map, BlockFacts& facts) : map_(map), facts_(facts) {}
 
     bool isEmpty() const { return placed_.empty(); }
     void add(PlacedBlock placed);
@@ -60,7 +56,6 @@ private:
 
     const SheetMap& map_;
     BlockFacts& facts_;
-    SheetBox sheet_;
     std::vector<PlacedBlock> placed_;
     std::unordered_set<Place, HashOf> places_;
 };

@@ -222,15 +222,18 @@ void EntityPainter::paintCells(const GeometrySink::Reference& reference, const T
     // The cells' blocks lie within the same ones.
     const PlacedBlock::Around around =
         crowd_ == nullptr ? nullptr : std::make_shared<const std::vector<AcDbStub*>>(openBlocks_);
-    const int nextRow = strideOf(reference.rowStep);
-    const int nextColumn = strideOf(reference.columnStep);
+    int nextRow = strideOf(reference.rowStep);
+    int nextColumn = strideOf(reference.columnStep);
+    const int thinning = thinningOf(reference, reference.cells() / nextRow / nextColumn);
+    nextRow *= thinning;
+    nextColumn *= thinning;
     for (int row = 0; row < reference.rows; row += nextRow) {
         for (int column = 0; column < reference.columns && partsLeft_ > 0; column += nextColumn) {
             --partsLeft_;
             const AcGeVector3d step = reference.columnStep * column + reference.rowStep * row;
             const AcGeMatrix3d toWorld = AcGeMatrix3d::translation(step) * reference.transform;
             if (crowd_ != nullptr)
-                crowd_->add({reference.block, toWorld, traits, around, {}});
+                putOff({reference.block, toWorld, traits, around});
             else
                 paintBlock(reference.block, {toWorld, traits});
         }
@@ -246,31 +249,45 @@ void EntityPainter::paintCrowd(const GeometrySink::Reference& reference, const T
     Specks* const outerSpecks = specks_;
     Specks specks;
     specks_ = &specks;
-    Crowd next(map_, facts_, canvas_.box().grownBy(kMargin));
+    Crowd next(map_, facts_);
     crowd_ = &next;
     paintCells(reference, traits);
     while (!next.isEmpty())
-        for (const PlacedBlock& placed : next.take(parts))
-            paintPlaced(placed);
+        for (const PlacedBlock& placed : next.take(parts)) {
+            openBlocks_ = *placed.around;
+            paintBlock(placed.block, {placed.toWorld, placed.traits});
+        }
     crowd_ = nullptr;
     specks_ = outerSpecks;
     openBlocks_ = outer;
 }
 
-void EntityPainter::paintPlaced(const PlacedBlock& placed) {
-    openBlocks_ = *placed.around;
-    if (placed.isSpeck()) return paintSpeck(placed);
-    paintBlock(placed.block, {placed.toWorld, placed.traits});
+/// Leaves a block to the next level of the crowd, unless nothing of it needs more than a speck.
+void EntityPainter::putOff(PlacedBlock placed) {
+    const SheetBox shown = boxOnSheet(facts_.boxOf(placed.block), placed.toWorld, map_);
+    if (!shown.isEmpty() && !canvas_.box().grownBy(kMargin).meets(shown)) return;
+    if (isSpeck(shown))
+        paintSpeck(placed, {shown.left, shown.top});
+    else
+        crowd_->add(std::move(placed));
 }
 
-void EntityPainter::paintSpeck(const PlacedBlock& placed) {
+/// By how many columns and rows to go on, so that a crowd has room for the cells of an array.
+/// Specks take none, and fewer than the sheet has pixels.
+int EntityPainter::thinningOf(const GeometrySink::Reference& reference, double cells) {
+    constexpr double kMostCells = 500'000.0;
+    const bool fits = crowd_ == nullptr || cells <= kMostCells ||
+                      isSpeck(boxOnSheet(facts_.boxOf(reference.block), reference.transform, map_));
+    return fits ? 1 : static_cast<int>(std::ceil(std::sqrt(cells / kMostCells)));
+}
+
+void EntityPainter::paintSpeck(const PlacedBlock& placed, const AcGePoint2d& at) {
     int tries = 64; // of entities that may all be hidden
     const std::optional<Traits> look = firstLook(placed.block, placed.traits, tries);
     if (!look) return;
     const Pen pen = penFor(*look, {placed.toWorld, placed.traits});
     const std::uint32_t color = static_cast<std::uint32_t>(pen.color.red) << 16U |
                                 static_cast<std::uint32_t>(pen.color.green) << 8U | pen.color.blue;
-    const AcGePoint2d at(placed.shown.left, placed.shown.top);
     if (specks_->insert({std::llround(at.x), std::llround(at.y), color}).second) paintDot(at, pen);
 }
 

@@ -55,8 +55,9 @@ private:
     void paintContents(const GeometrySink::Reference& reference, const Traits& traits);
     void paintCells(const GeometrySink::Reference& reference, const Traits& traits);
     void paintCrowd(const GeometrySink::Reference& reference, const Traits& traits, double parts);
-    void paintPlaced(const PlacedBlock& placed);
-    void paintSpeck(const PlacedBlock& placed);
+    void putOff(PlacedBlock placed);
+    int thinningOf(const GeometrySink::Reference& reference, double cells);
+    void paintSpeck(const PlacedBlock& placed, const AcGePoint2d& at);
     std::optional<Traits> firstLook(AcDbObjectId block, const Traits& outer, int& tries);
     int strideOf(const AcGeVector3d& step) const;
     void paintAttributes(const AcDbBlockReference& reference, const View& view,
