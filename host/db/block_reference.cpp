@@ -185,9 +185,13 @@ Acad::ErrorStatus AcDbBlockReference::subGetGripPoints(AcGePoint3dArray& points)
 }
 
 Acad::ErrorStatus AcDbBlockReference::dxfInFields(AcDbDxfFiler* filer) {
-    if (const auto status = AcDbEntity::dxfInFields(filer); status != Acad::eOk) return status;
-    field::read(*filer, filer->record().all(), field::Normal{normal_},
-                field::OcsPoint{10, position_, normal_},
+    return readReference(*filer, filer->record().all());
+}
+
+Acad::ErrorStatus AcDbBlockReference::readReference(AcDbDxfFiler& filer,
+                                                    std::span<const headless::DxfTag> groups) {
+    if (const auto status = AcDbEntity::dxfInFields(&filer); status != Acad::eOk) return status;
+    field::read(filer, groups, field::Normal{normal_}, field::OcsPoint{10, position_, normal_},
                 field::Symbol{2, AcDbBlockTableRecord::desc(), block_}, field::Real{41, scale_.sx},
                 field::Real{42, scale_.sy}, field::Real{43, scale_.sz},
                 field::Angle{50, rotation_});

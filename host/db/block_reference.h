@@ -1,6 +1,8 @@
 // References to blocks, single and in arrays.
 #pragma once
 
+#include <span>
+
 #include "db/entity.h"
 #include "db/geometry_sink.h"
 #include "db/sequence_end.h"
@@ -92,6 +94,8 @@ protected:
         double rowSpacing = 0.0;
     };
     virtual Array array() const { return {}; }
+    /// Reads the reference from those groups of its record.
+    Acad::ErrorStatus readReference(AcDbDxfFiler& filer, std::span<const headless::DxfTag> groups);
     /// Writes the reference under its marker, which arrays have another one of.
     Acad::ErrorStatus writeReference(AcDbDxfFiler& filer, const char* marker) const;
 

@@ -8,6 +8,7 @@
 #include "db/opaque.h"
 #include "db/residence.h"
 #include "db/subentities.h"
+#include "db/table_entity.h"
 
 namespace headless {
 namespace {
@@ -15,8 +16,10 @@ namespace {
 /// Dictionaries of damaged files nest in rings.
 constexpr int kDeepest = 8;
 
-bool isOpaque(const AcDbObject& object) {
-    return OpaqueObject::cast(&object) != nullptr || OpaqueEntity::cast(&object) != nullptr;
+/// True for what another drawing cannot get: most of it stands in a record of this one's file only.
+bool livesInFile(const AcDbObject& object) {
+    return OpaqueObject::cast(&object) != nullptr || OpaqueEntity::cast(&object) != nullptr ||
+           AcDbTable::cast(&object) != nullptr;
 }
 
 /// A block that has no name of its own gets another number from the table.
@@ -56,7 +59,7 @@ Acad::ErrorStatus DeepCloner::checkSource(AcDbObjectId source) const {
     if (object == nullptr) return Acad::eNullObjectId;
     if (object->isErased()) return Acad::eWasErased;
     if (source.database() != from_) return Acad::eWrongDatabase;
-    return isForeign() && isOpaque(*object) ? Acad::eNotApplicable : Acad::eOk;
+    return isForeign() && livesInFile(*object) ? Acad::eNotApplicable : Acad::eOk;
 }
 
 Acad::ErrorStatus DeepCloner::check(AcDbObjectId source, AcDbObjectId owner) const {
@@ -170,7 +173,7 @@ void DeepCloner::cloneQueued() {
         const AcDbObject* const source = Residence::peek(owned.source);
         if (source == nullptr || source->isErased() || !mapping_.find(owned.source).isNull())
             continue;
-        if (isForeign() && isOpaque(*source)) continue;
+        if (isForeign() && livesInFile(*source)) continue;
         enterOwned(ObjectState::cloneOf(*source), owned);
     }
 }
@@ -253,7 +256,7 @@ void DeepCloner::registerApplication(const std::wstring& name) {
 void DeepCloner::bringAlong(AcDbObjectId id) {
     const AcDbObject* const object = Residence::peek(id);
     if (object == nullptr || object->isErased() || id.database() != from_) return;
-    if (!mapping_.find(id).isNull() || isOpaque(*object)) return;
+    if (!mapping_.find(id).isNull() || livesInFile(*object)) return;
     if (const auto* const record = AcDbSymbolTableRecord::cast(object))
         bringRecord(*record, false);
     else
