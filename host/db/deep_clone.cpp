@@ -3,6 +3,7 @@
 #include "db/database.h"
 #include "db/drawing_roots.h"
 #include "db/dxf_code.h"
+#include "db/mleader.h"
 #include "db/object_data.h"
 #include "db/object_state.h"
 #include "db/opaque.h"
@@ -19,7 +20,7 @@ constexpr int kDeepest = 8;
 /// True for what another drawing cannot get: most of it stands in a record of this one's file only.
 bool livesInFile(const AcDbObject& object) {
     return OpaqueObject::cast(&object) != nullptr || OpaqueEntity::cast(&object) != nullptr ||
-           AcDbTable::cast(&object) != nullptr;
+           AcDbTable::cast(&object) != nullptr || AcDbMLeader::cast(&object) != nullptr;
 }
 
 /// A block that has no name of its own gets another number from the table.

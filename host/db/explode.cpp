@@ -8,6 +8,7 @@
 #include "db/dimension.h"
 #include "db/dxf_fields.h"
 #include "db/line.h"
+#include "db/mleader.h"
 #include "db/object_state.h"
 #include "db/residence.h"
 
@@ -84,8 +85,9 @@ Acad::ErrorStatus addTransformed(NewEntities& parts, const AcDbEntity& entity,
         parts.push_back(std::move(copy));
         return status;
     }
-    const bool divisible =
-        AcDbCurve::cast(&entity) != nullptr || AcDbDimension::cast(&entity) != nullptr;
+    const bool divisible = AcDbCurve::cast(&entity) != nullptr ||
+                           AcDbDimension::cast(&entity) != nullptr ||
+                           AcDbMLeader::cast(&entity) != nullptr;
     NewEntities pieces;
     if (!divisible || depth == kDeepest || entity.takeApart(pieces) != Acad::eOk) return status;
     for (const auto& piece : pieces) {

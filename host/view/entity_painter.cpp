@@ -9,6 +9,7 @@
 #include "db/clip_region.h"
 #include "db/database.h"
 #include "db/hatch_islands.h"
+#include "db/mleader.h"
 #include "db/mline.h"
 #include "db/object_pointer.h"
 #include "db/point.h"
@@ -149,6 +150,7 @@ void EntityPainter::paintEntity(const AcDbEntity& entity, const View& view) {
     if (const auto* const text = AcDbMText::cast(&entity)) return paintMText(*text, view, traits);
     if (const auto* const hatch = AcDbHatch::cast(&entity)) return paintHatch(*hatch, view, traits);
     if (const auto* const mline = AcDbMline::cast(&entity)) return paintMline(*mline, view, traits);
+    if (AcDbMLeader::cast(&entity) != nullptr) return paintParts(entity, view, traits);
     if (const auto* const viewport = AcDbViewport::cast(&entity))
         return paintViewport(*viewport, traits);
     if (AcDbWipeout::cast(&entity) != nullptr) return paintWipeout(entity, view);
@@ -468,8 +470,12 @@ void EntityPainter::paintMline(const AcDbMline& mline, const View& view, const T
         if (!fill->isByLayer() && !fill->isByBlock()) filling.color = *fill;
         fillAreas(path.areas(), colorOf(filling));
     }
+    paintParts(mline, view, traits);
+}
+
+void EntityPainter::paintParts(const AcDbEntity& whole, const View& view, const Traits& traits) {
     NewEntities parts;
-    if (mline.takeApart(parts) != Acad::eOk) return;
+    if (whole.takeApart(parts) != Acad::eOk) return;
     View within = view;
     within.outer.isHighlighted = traits.isHighlighted;
     for (const auto& part : parts)

@@ -66,6 +66,8 @@ private:
     void paintFilled(const AcDbEntity& entity, const View& view, const Traits& traits);
     void paintWipeout(const AcDbEntity& entity, const View& view);
     void paintMline(const AcDbMline& mline, const View& view, const Traits& traits);
+    /// What the entity is taken apart into.
+    void paintParts(const AcDbEntity& whole, const View& view, const Traits& traits);
     void paintHatch(const AcDbHatch& hatch, const View& view, const Traits& traits);
     void paintText(const AcDbText& text, const View& view, const Traits& traits);
     void paintMText(const AcDbMText& text, const View& view, const Traits& traits);
