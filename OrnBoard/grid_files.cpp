@@ -1,8 +1,8 @@
 #include "grid_files.h"
 
 #include <algorithm>
-#include <filesystem>
 
+#include "OrnCore/file_path.h"
 #include "table/grid_text.h"
 #include "table/grid_workbook.h"
 #include "whole_file.h"
@@ -25,8 +25,8 @@ CString writeWorkbook(std::span<const CDrawGrid* const> grids, const CString& pa
         return path + L": a sheet has room for 676 columns only";
     if (CString refusal = whyNotWritten(path); !refusal.IsEmpty()) return refusal;
     // The application has a folder of its own for other paths, and replaces a file as a whole.
-    const auto absolute = std::filesystem::absolute(path.GetString()).wstring();
-    return table::writeWorkbook(grids, absolute.c_str())
+    const auto absolute = std::filesystem::absolute(orncore::filePath(path));
+    return table::writeWorkbook(grids, orncore::textOf(absolute))
                ? CString()
                : path + L": the spreadsheet was not written";
 }

@@ -1,9 +1,10 @@
 #include "whole_file.h"
 
 #include <cerrno>
-#include <filesystem>
 #include <fstream>
 #include <system_error>
+
+#include "OrnCore/file_path.h"
 
 namespace fs = std::filesystem;
 
@@ -46,15 +47,15 @@ std::error_code isWritable(const fs::path& path) {
 } // namespace
 
 CString whyNotWritten(const CString& path) {
-    const std::error_code error = isWritable(path.GetString());
+    const std::error_code error = isWritable(orncore::filePath(path));
     return error ? problem(path, error) : CString();
 }
 
 CString writeWhole(const CString& path, const std::string& bytes) {
     if (CString refusal = whyNotWritten(path); !refusal.IsEmpty()) return refusal;
-    const fs::path target(path.GetString());
+    const fs::path target = orncore::filePath(path);
     fs::path beside = target;
-    beside += L".saving";
+    beside += ".saving";
     std::error_code error = write(beside, bytes);
     if (!error) fs::rename(beside, target, error);
     if (!error) return {};

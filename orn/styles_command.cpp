@@ -13,7 +13,8 @@ namespace orn {
 namespace {
 
 CString wide(const std::filesystem::path& path) {
-    return path.empty() ? CString() : CString(std::filesystem::absolute(path).wstring().c_str());
+    if (path.empty()) return {};
+    return headless::fromUtf8(std::filesystem::absolute(path).string()).c_str();
 }
 
 /// False when it failed, which is said on standard error.

@@ -1,8 +1,8 @@
 #include "component/disk_files.h"
 
-#include <filesystem>
 #include <system_error>
 
+#include "OrnCore/file_path.h"
 #include "component/completed.h"
 #include "text/text_file.h"
 
@@ -10,10 +10,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// @throws std::system_error for a path that is no text of the file system's.
 fs::path diskPath(CString path) {
     path.Replace(L'\\', L'/');
-    return {path.GetString()};
+    return orncore::filePath(path);
 }
 
 bool opensForWriting(const CString& path) {

@@ -9,6 +9,7 @@
 #include "ed/state.h"
 #include "ed/variable_table.h"
 #include "win/casing.h"
+#include "win/native_path.h"
 
 namespace headless {
 namespace {
@@ -136,7 +137,7 @@ VariableValue readDrawingFolder(AcDbDatabase& database) {
     const AcApDocument* document = documentOf(database);
     if (document == nullptr || !document->isNamedDrawing()) {
         std::error_code ignored;
-        return (std::filesystem::current_path(ignored) / "").wstring();
+        return platformPath((std::filesystem::current_path(ignored) / "").string());
     }
     const Text path = document->fileName();
     return path.substr(0, path.size() - Text(document->docTitle()).size());

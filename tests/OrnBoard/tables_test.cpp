@@ -70,8 +70,8 @@ TEST_F(Tables, AreWrittenWholeOrNotAtAll) {
     EXPECT_EQ(read("t.CSV"), ",\nLIST,\"1,5\"\n");
     EXPECT_EQ(board::writeTables(tables, path("t.html")), L"");
     EXPECT_EQ(board::writeTables(tables, path("t.json")), L"");
-    EXPECT_EQ(board::writeTables(tables, path("t.xlsx")), L"");
-    EXPECT_EQ(read("t.xlsx").substr(0, 2), "PK");
+    EXPECT_EQ(board::writeTables(tables, path("") + L"表.xlsx"), L"");
+    EXPECT_EQ(read("表.xlsx").substr(0, 2), "PK");
     EXPECT_EQ(files(), 4);
 
     std::ofstream(folder_.path() / "kept.csv") << "old";
