@@ -1,6 +1,7 @@
 #include "dxf/ascii_scanner.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cstring>
 
@@ -19,6 +20,26 @@ std::string_view trimmed(std::string_view text) {
     while (!text.empty() && isBlank(text.back()))
         text.remove_suffix(1);
     return text;
+}
+
+/// As std::memchr; nearly all lines end before a call of that could begin.
+const char* findByte(const char* at, std::size_t length, char wanted) {
+    constexpr std::uint64_t kOnes = 0x0101010101010101;
+    constexpr std::uint64_t kTops = 0x8080808080808080;
+    constexpr std::size_t kWord = sizeof kOnes;
+    constexpr std::size_t kUsual = 4 * kWord;
+    std::size_t looked = 0;
+    for (;
+         std::endian::native == std::endian::little && looked < kUsual && looked + kWord <= length;
+         looked += kWord) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, at + looked, sizeof word);
+        // The lowest byte that is 0 now is the first that borrows.
+        word ^= kOnes * static_cast<unsigned char>(wanted);
+        const std::uint64_t zeros = (word - kOnes) & ~word & kTops;
+        if (zeros != 0) return at + looked + std::countr_zero(zeros) / 8;
+    }
+    return static_cast<const char*>(std::memchr(at + looked, wanted, length - looked));
 }
 
 } // namespace
@@ -58,7 +79,7 @@ inline bool AsciiScanner::readLine(std::size_t offset, std::uint32_t number, Lin
     const std::size_t rest = bytes_.size() - offset;
     const std::size_t within = std::min(rest, kLongestLine + 1);
     line.begin = bytes_.data() + offset;
-    const auto* const found = static_cast<const char*>(std::memchr(line.begin, lineEnd_, within));
+    const char* const found = findByte(line.begin, within, lineEnd_);
     if (found == nullptr && rest > kLongestLine) return refuseLongLine(number);
     line.ended = found != nullptr;
     line.end = line.ended ? found : line.begin + rest;
@@ -67,7 +88,25 @@ inline bool AsciiScanner::readLine(std::size_t offset, std::uint32_t number, Lin
     return true;
 }
 
+/// Codes in three columns, as nearly all files have them.
+inline bool AsciiScanner::readPaddedCode(int& code) {
+    constexpr std::size_t kLongest = 5; // with the line's end
+    if (bytes_.size() - cursor_ < kLongest) return false;
+    const char* const at = bytes_.data() + cursor_;
+    const auto digit = [](char c) { return static_cast<unsigned>(c - '0'); };
+    const unsigned hundreds = at[0] == ' ' ? 0 : digit(at[0]);
+    const unsigned tens = at[1] == ' ' && at[0] == ' ' ? 0 : digit(at[1]);
+    const unsigned ones = digit(at[2]);
+    const std::size_t length = at[3] == '\r' && lineEnd_ == '\n' ? kLongest : kLongest - 1;
+    if (hundreds > 9 || tens > 9 || ones > 9 || at[length - 1] != lineEnd_) return false;
+    code = static_cast<int>(hundreds * 100 + tens * 10 + ones);
+    cursor_ += length;
+    ++line_;
+    return true;
+}
+
 inline bool AsciiScanner::readCode(int& code) {
+    if (readPaddedCode(code)) return true;
     // Nearly all code lines are blanks, one to four digits and the line's end.
     const char* at = bytes_.data() + cursor_;
     const char* const last = bytes_.data() + bytes_.size();

@@ -25,6 +25,7 @@ private:
     bool refuseLongLine(std::uint32_t number);
     /// Parses a code line at the cursor without looking for its end first.
     bool readCode(int& code);
+    bool readPaddedCode(int& code);
     bool readCodeSlowly(int& code);
     /// Goes to where groups seem to begin again after a line that is no code.
     bool resynchronise();

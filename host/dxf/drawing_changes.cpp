@@ -11,8 +11,18 @@
 #include "db/sequence_end.h"
 #include "db/sortents_table.h"
 #include "db/subentities.h"
+#include "dxf/fetch_ahead.h"
 
 namespace headless {
+namespace {
+
+bool hasParts(AcDbObject& object) {
+    auto* const owner = dynamic_cast<SubentityOwner*>(&object);
+    return owner != nullptr &&
+           (owner->subentities().size() > 0 || !owner->subentities().endId().isNull());
+}
+
+} // namespace
 
 DrawingChanges::DrawingChanges(AcDbDatabase& db) {
     claimBlocks(db);
@@ -42,7 +52,10 @@ bool DrawingChanges::beginsInFile(const AcDbBlockTableRecord& block) const {
 }
 
 void DrawingChanges::collect(AcDbDatabase& db) {
-    for (const AcDbObjectId id : Residence::residents(db)) {
+    const std::vector<AcDbObjectId> ids = Residence::residents(db);
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+        if (i + kFetchedAhead < ids.size()) fetch(Residence::peek(ids[i + kFetchedAhead]));
+        const AcDbObjectId id = ids[i];
         AcDbObject* const object = Residence::peek(id);
         anyGone_ = anyGone_ || id.isErased();
         const Residence::Record record = Residence::record(*object);
@@ -63,7 +76,7 @@ void DrawingChanges::setApart(const std::unordered_set<const AcDbObject*>& objec
     std::erase_if(added_, isApart);
 }
 
-/// An object is looked at once: all of a large drawing's, one by one, are a wait for memory.
+/// All that is asked of an object is asked while it is at hand.
 void DrawingChanges::noteChanged(AcDbObject& object) {
     changed_.push_back(&object);
     const auto [known, isNew] = kinds_.try_emplace(object.isA());
@@ -72,7 +85,7 @@ void DrawingChanges::noteChanged(AcDbObject& object) {
         kind = {AcDbEntity::cast(&object) != nullptr,
                 dynamic_cast<SubentityOwner*>(&object) != nullptr};
     if (!kind.isEntity) besideEntities_.push_back(&object);
-    if (kind.ownsParts) owners_.push_back(&object);
+    if (kind.mayHaveParts && hasParts(object)) owners_.push_back(&object);
 }
 
 bool DrawingChanges::isGone(AcDbObjectId id) const {

@@ -19,7 +19,7 @@ public:
     const std::vector<AcDbObject*>& changed() const { return changed_; }
     /// Those among them that are no entities.
     const std::vector<AcDbObject*>& changedBesideEntities() const { return besideEntities_; }
-    /// Those among them that may have parts: vertices or attributes.
+    /// Those among them that have parts: vertices, attributes, or a mark behind such.
     const std::vector<AcDbObject*>& changedOwners() const { return owners_; }
     /// Objects that programs made, those made first in front.
     const std::vector<AcDbObject*>& added() const { return added_; }
@@ -57,7 +57,7 @@ private:
     /// What the lists of changed objects want to know of a class.
     struct Kind {
         bool isEntity;
-        bool ownsParts;
+        bool mayHaveParts;
     };
 
     std::unordered_map<const AcRxClass*, Kind> kinds_;

@@ -28,12 +28,23 @@ bool areDigits(const char* at, const char* end) {
     constexpr std::uint64_t kHighHalves = 0xF0F0F0F0F0F0F0F0;
     constexpr std::uint64_t kThrees = 0x3030303030303030;
     constexpr std::uint64_t kSixes = 0x0606060606060606;
-    for (std::uint64_t word = 0; end - at >= std::ptrdiff_t{sizeof word}; at += sizeof word) {
-        std::memcpy(&word, at, sizeof word);
-        if ((word & kHighHalves) != kThrees || ((word + kSixes) & kHighHalves) != kThrees)
-            return false;
-    }
-    return std::all_of(at, end, isDigit);
+    constexpr std::ptrdiff_t kWord = sizeof kThrees;
+    if (end - at < kWord) return std::all_of(at, end, isDigit);
+    const auto isWordOfDigits = [](const char* begin) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, begin, sizeof word);
+        return (word & kHighHalves) == kThrees && ((word + kSixes) & kHighHalves) == kThrees;
+    };
+    for (; end - at > kWord; at += kWord)
+        if (!isWordOfDigits(at)) return false;
+    return isWordOfDigits(end - kWord);
+}
+
+/// True for a zero as nearly all are written, of all numbers the most frequent.
+bool isPlainZero(const DxfTag& group) {
+    if (group.kind != DxfTag::Kind::kText) return false;
+    const std::string_view text(group.bytes, group.length);
+    return text == "0.0" || text == "0";
 }
 
 /// The digits before the point of a number written without an exponent, as a number; -1 for other
@@ -222,6 +233,7 @@ PartMerge::Said PartMerge::compare(const FilePart& part, std::size_t at,
     if (maybeOther && group.length > kFewDigits && !isAngleCode(tag.code) &&
         isPlainlyOther(group, tag.real))
         return Said::kOther;
+    if (tag.real == 0.0 && isPlainZero(group)) return Said::kSame;
     const double stated = group.real();
     if (stated == tag.real || (isAngleCode(tag.code) && writtenAngle(stated) == tag.real))
         return Said::kSame;

@@ -58,8 +58,6 @@ void PartUpdates::updateAll() {
 }
 
 void PartUpdates::update(AcDbEntity& owner) {
-    const Subentities& all = asOwner(&owner)->subentities();
-    if (all.size() == 0 && all.endId().isNull()) return;
     const std::vector<AcDbEntity*> parts = partsOf(owner);
     std::uint64_t last = 0;
     bool inOrder = true;

@@ -73,6 +73,11 @@ void RecordLayout::describe(const RecordGroups& groups) {
     bool freeForm = false; // Extension records may hold any group, braces too.
     for (std::size_t at = 0; at < size;) {
         const DxfTag& tag = groups[at];
+        // Nearly all that follows the head means nothing to the layout.
+        if (tag.code < AcDb::kDxfSubclass && hasSubclasses()) {
+            ++at;
+            continue;
+        }
         if (tag.code >= (freeForm ? int{AcDb::kDxfRegAppName} : kFirstXdataCode) ||
             (tag.code == AcDb::kDxfEmbeddedObjectStart && !freeForm)) {
             tail_ = at;

@@ -11,6 +11,7 @@
 #include "db/layer_table.h"
 #include "db/opaque.h"
 #include "db/residence.h"
+#include "dxf/fetch_ahead.h"
 #include "dxf/header_settings.h"
 #include "dxf/table_order.h"
 #include "dxf/version_limits.h"
@@ -204,7 +205,10 @@ void SourceUpdate::rewriteWhatNamesThem() {
 void SourceUpdate::rewriteChanged() {
     constexpr std::size_t kUsualRecord = 256;
     edits_.buffer().reserve(changes_.changed().size() * kUsualRecord);
-    for (const AcDbObject* const object : changes_.changed()) {
+    const std::vector<AcDbObject*>& changed = changes_.changed();
+    for (std::size_t i = 0; i < changed.size(); ++i) {
+        if (i + kFetchedAhead < changed.size()) fetch(changed[i + kFetchedAhead]);
+        const AcDbObject* const object = changed[i];
         if (parts_.isDone(object)) continue;
         if (const auto* const entity = AcDbEntity::cast(object)) {
             rewriteEntity(*entity);
