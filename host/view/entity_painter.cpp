@@ -34,11 +34,13 @@ constexpr double kMostParts = 1'000'000.0;
 /// A reference of no more is drawn part by part all the same.
 constexpr double kFewParts = 1000.0;
 /// How much of a crowd is drawn of each level: there are several.
-constexpr double kShareOfLevel = 0.5;
+constexpr double kShareOfLevel = 0.25;
 /// How far off the sheet things are that may show on it: pixels, for wide lines.
 constexpr double kMargin = 100.0;
 /// The end, whatever a drawing does.
-constexpr std::size_t kPatience = 5'000'000;
+constexpr std::size_t kPatience = 8'000'000;
+/// How much of what is left of it a level of a crowd may take: the deeper ones draw the most.
+constexpr double kShareOfPatience = 0.1;
 
 /// The block's entities, those drawn first first.
 AcDbObjectIdArray drawOrderOf(AcDbBlockTableRecord& block) {
@@ -254,11 +256,13 @@ void EntityPainter::paintCrowd(const GeometrySink::Reference& reference, const T
     Crowd next(map_, facts_);
     crowd_ = &next;
     paintCells(reference, traits);
-    while (!next.isEmpty())
-        for (const PlacedBlock& placed : next.take(parts)) {
+    while (!next.isEmpty()) {
+        const double most = kShareOfPatience * static_cast<double>(partsLeft_);
+        for (const PlacedBlock& placed : next.take(std::min(parts, most))) {
             openBlocks_ = *placed.around;
             paintBlock(placed.block, {placed.toWorld, placed.traits});
         }
+    }
     crowd_ = nullptr;
     specks_ = outerSpecks;
     openBlocks_ = outer;

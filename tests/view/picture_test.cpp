@@ -140,10 +140,28 @@ TEST_F(PictureTest, ShowsAllOfMoreThanCanBeDrawn) {
     }
     add(std::make_unique<AcDbBlockReference>(AcGePoint3d(70, 10, 0), part));
 
+    // A ball of as many that all stand otherwise.
+    AcDbObjectId wound = addBlock(L"ball0");
+    add(square(0, 0, 3), L"ball0");
+    for (int level = 1; level <= 12; ++level) {
+        const std::wstring name = L"ball" + std::to_wstring(level);
+        const AcDbObjectId block = addBlock(name.c_str());
+        for (int i = 0; i < 10; ++i) {
+            auto turned = std::make_unique<AcDbBlockReference>(
+                AcGePoint3d(std::cos(i), std::sin(i), 0), wound);
+            turned->setRotation(0.61 * i * level);
+            add(std::move(turned), name.c_str());
+        }
+        wound = block;
+    }
+    add(std::make_unique<AcDbBlockReference>(AcGePoint3d(25, 70, 0), wound));
+
     const Pixels picture = draw();
     for (int i = 1; i < 99; ++i)
         EXPECT_FALSE(picture.isWhite(i, i)) << i;
-    EXPECT_LT(picture.marked(0, 0, 100, 100), 500);
+    EXPECT_LT(picture.marked(50, 0, 100, 100), 300);
+    EXPECT_EQ(picture.at(25, 70), kGreen);
+    EXPECT_GT(picture.marked(15, 60, 35, 80), 300);
     EXPECT_EQ(picture.at(75, 15), kBlue);
     EXPECT_EQ(picture.marked(65, 5, 85, 25), 100);
 }
