@@ -21,6 +21,31 @@ std::uint8_t switched(bool on) {
     return static_cast<std::uint8_t>(on ? LXW_VALIDATION_ON : LXW_VALIDATION_OFF);
 }
 
+void setCondition(lxw_data_validation& validation, InputRule& rule) {
+    const bool compares = rule.kind != InputKind::kAny && rule.kind != InputKind::kList &&
+                          rule.kind != InputKind::kCustom;
+    const bool isPair = compares && (rule.comparison == InputOperator::kBetween ||
+                                     rule.comparison == InputOperator::kNotBetween);
+    validation.validate = kKinds[static_cast<std::size_t>(rule.kind)];
+    // The library counts from 1 in the same order, and loses what it does not expect.
+    if (compares)
+        validation.criteria = static_cast<std::uint8_t>(static_cast<int>(rule.comparison) + 1);
+    (isPair ? validation.minimum_formula : validation.value_formula) = rule.first.data();
+    if (isPair) validation.maximum_formula = rule.second.data();
+    validation.ignore_blank = switched(rule.allowsBlank);
+    validation.dropdown = switched(rule.showsList);
+}
+
+void setMessages(lxw_data_validation& validation, InputRule& rule) {
+    validation.show_input = switched(rule.showsPrompt);
+    validation.show_error = switched(rule.showsRefusal);
+    validation.error_type = static_cast<std::uint8_t>(rule.refusal);
+    validation.input_title = rule.promptTitle.data();
+    validation.input_message = rule.prompt.data();
+    validation.error_title = rule.refusalTitle.data();
+    validation.error_message = rule.refusalText.data();
+}
+
 } // namespace
 
 std::string libraryTarget(const Link& link) {
@@ -35,25 +60,10 @@ std::string libraryTarget(const Link& link) {
 }
 
 void writeInputRule(const InputRule& rule, lxw_worksheet* target) {
-    InputRule own = rule;
-    const bool isPair =
-        rule.comparison == InputOperator::kBetween || rule.comparison == InputOperator::kNotBetween;
+    InputRule own = rule; // The library takes texts that it might change.
     lxw_data_validation validation{};
-    validation.validate = kKinds[static_cast<std::size_t>(rule.kind)];
-    // The library counts from 1 in the same order.
-    validation.criteria = static_cast<std::uint8_t>(static_cast<int>(rule.comparison) + 1);
-    validation.value_formula = own.first.data();
-    if (isPair) validation.minimum_formula = own.first.data();
-    if (isPair) validation.maximum_formula = own.second.data();
-    validation.ignore_blank = switched(rule.allowsBlank);
-    validation.show_input = switched(rule.showsPrompt);
-    validation.show_error = switched(rule.showsRefusal);
-    validation.dropdown = switched(rule.showsList);
-    validation.error_type = static_cast<std::uint8_t>(rule.refusal);
-    validation.input_title = own.promptTitle.data();
-    validation.input_message = own.prompt.data();
-    validation.error_title = own.refusalTitle.data();
-    validation.error_message = own.refusalText.data();
+    setCondition(validation, own);
+    setMessages(validation, own);
     const Area& area = rule.area;
     check(worksheet_data_validation_range(target, rowIndex(area.top), columnIndex(area.left),
                                           rowIndex(area.bottom), columnIndex(area.right),
