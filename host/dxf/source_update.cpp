@@ -8,19 +8,17 @@
 #include "db/database.h"
 #include "db/dictionary.h"
 #include "db/drawing_roots.h"
-#include "db/layer_table.h"
 #include "db/opaque.h"
 #include "db/residence.h"
 #include "dxf/fetch_ahead.h"
 #include "dxf/header_settings.h"
+#include "dxf/renamed_records.h"
 #include "dxf/table_order.h"
 #include "dxf/version_limits.h"
-#include "win/casing.h"
 
 namespace headless {
 namespace {
 
-constexpr int kName = 2;
 constexpr int kVariableName = 9;
 constexpr int kHandle = 5;
 
@@ -50,6 +48,7 @@ SourceUpdate::SourceUpdate(AcDbDatabase& db, const DxfSource& source, DxfWriteRe
     : db_(db), source_(source), result_(result), form_(formOf(source)), changes_(db),
       groups_(source.input->bytes()), map_(source, groups_),
       writer_(db, &source, form_, *this, edits_.buffer()),
+      sections_(edits_, map_, writer_.groups()), header_(edits_, map_, groups_, sections_),
       parts_(changes_, edits_, writer_, [this] { return newHandle(); }) {
     form_.handles = form_.hasSubclasses() || statesHandles(db, groups_);
 }
@@ -107,7 +106,9 @@ void SourceUpdate::prepare() {
     result_.version = source_.version;
     removeRecords();
     admitAdded();
-    findRenamed();
+    RenamedRecords renamed = findRenamed(changes_, source_, groups_);
+    renamed_ = renamed.records;
+    writer_.setRenamed(std::move(renamed.records), std::move(renamed.layers));
     moveSheets();
     parts_.updateAll();
     rewriteChanged();
@@ -142,30 +143,6 @@ void SourceUpdate::admitAdded() {
     for (const AcDbObject* const object : changes_.added()) {
         if (hasPlaceFor(*object)) written_.insert(object->objectId());
     }
-}
-
-void SourceUpdate::findRenamed() {
-    std::map<std::wstring, std::wstring> layers;
-    for (const AcDbObject* const object : changes_.changedBesideEntities()) {
-        const auto* const record = AcDbSymbolTableRecord::cast(object);
-        if (record == nullptr || !groups_.read(Residence::source(*record))) continue;
-        const DxfTag* const name = DxfRecord(groups_.record().tags).find(kName);
-        if (name == nullptr) continue;
-        const std::wstring before = source_.decoder.decode(name->text());
-        if (before == record->nameOf()) continue;
-        renamed_.insert(record->objectId());
-        if (AcDbLayerTableRecord::cast(record) != nullptr)
-            layers.emplace(upperCased(before), record->nameOf());
-    }
-    for (const AcDbObject* const object : changes_.added()) {
-        const auto* const block = AcDbBlockTableRecord::cast(object);
-        if (block == nullptr || block->isSpace() || !changes_.beginsInFile(*block)) continue;
-        groups_.read(block->beginSource());
-        const DxfTag* const name = DxfRecord(groups_.record().tags).find(kName);
-        if (name != nullptr && source_.decoder.decode(name->text()) != block->nameOf())
-            renamed_.insert(block->objectId());
-    }
-    writer_.setRenamed(renamed_, std::move(layers));
 }
 
 /// The entities of the sheet that is shown, which its name tells, stand in the section of entities,
@@ -380,7 +357,7 @@ void SourceUpdate::put(const AcDbBlockTableRecord& block, std::vector<Text>* lis
 void SourceUpdate::assemble() {
     assembleTables();
     assembleBlocks();
-    putIntoSection("ENTITIES", entities_);
+    sections_.put("ENTITIES", entities_);
     assembleClasses();
     assembleObjects();
 }
@@ -397,10 +374,10 @@ void SourceUpdate::assembleTables() {
         } else if (!records.empty()) {
             newTables.push_back(tableHead(table, records.size()));
             newTables.insert(newTables.end(), records.begin(), records.end());
-            newTables.push_back(lines({{0, "ENDTAB"}}));
+            newTables.push_back(sections_.lines({{0, "ENDTAB"}}));
         }
     }
-    putIntoSection("TABLES", newTables);
+    sections_.put("TABLES", newTables);
 }
 
 /// The head of a table tells how many records it has, if not always the truth.
@@ -444,7 +421,7 @@ void SourceUpdate::assembleBlocks() {
         writer_.writeBlockEnd(*added.block, {{}, newHandle()});
         texts.push_back(edits_.takeText());
     }
-    putIntoSection("BLOCKS", texts);
+    sections_.put("BLOCKS", texts);
 }
 
 void SourceUpdate::assembleObjects() {
@@ -453,7 +430,7 @@ void SourceUpdate::assembleObjects() {
         edits_.insert(inFile->begin, root_.front());
     else
         objects_.insert(objects_.begin(), root_.begin(), root_.end());
-    putIntoSection("OBJECTS", objects_);
+    sections_.put("OBJECTS", objects_);
 }
 
 void SourceUpdate::assembleClasses() {
@@ -467,28 +444,7 @@ void SourceUpdate::assembleClasses() {
         if (holdsWord(known, name)) continue;
         if (writeClass(writer_.groups(), name)) texts.push_back(edits_.takeText());
     }
-    if (form_.hasSubclasses()) putIntoSection("CLASSES", texts);
-}
-
-SourceUpdate::Text
-SourceUpdate::lines(std::initializer_list<std::pair<int, std::string_view>> groups) {
-    for (const auto& [code, value] : groups)
-        writer_.groups().name(code, value);
-    return edits_.takeText();
-}
-
-void SourceUpdate::putIntoSection(std::string_view name, const std::vector<Text>& texts) {
-    if (texts.empty()) return;
-    if (const FileStretch* const section = map_.section(name)) {
-        for (const Text text : texts)
-            edits_.insert(section->end, text);
-        return;
-    }
-    const std::uint64_t place = map_.placeFor(name);
-    edits_.insert(place, lines({{0, "SECTION"}, {kName, name}}));
-    for (const Text text : texts)
-        edits_.insert(place, text);
-    edits_.insert(place, lines({{0, "ENDSEC"}}));
+    if (form_.hasSubclasses()) sections_.put("CLASSES", texts);
 }
 
 void SourceUpdate::updateSettings() {
@@ -499,7 +455,7 @@ void SourceUpdate::updateSettings() {
         if (tag.code == kVariableName) result_.variables.emplace_back(tag.chunk());
         if (tag.kind == DxfOutTag::Kind::kSymbol) mentioned(tag.id());
     }
-    setVariables(variables);
+    header_.set(variables);
 }
 
 void SourceUpdate::updateHandleSeed() {
@@ -511,45 +467,7 @@ void SourceUpdate::updateHandleSeed() {
     DxfOutput variables(form_.version);
     variables.name(kVariableName, "$HANDSEED");
     variables.handleNumber(kHandle, seed);
-    setVariables(variables);
-}
-
-void SourceUpdate::setVariables(const DxfOutput& variables) {
-    if (const FileStretch* const header = map_.section("HEADER")) groups_.read(header->head);
-    std::vector<Text> missing;
-    const auto tags = variables.tags();
-    std::size_t begin = 0;
-    while (begin < tags.size()) {
-        std::size_t end = begin + 1;
-        while (end < tags.size() && tags[end].code != kVariableName)
-            ++end;
-        setVariable(tags.subspan(begin, end - begin), missing);
-        begin = end;
-    }
-    putIntoSection("HEADER", missing);
-}
-
-void SourceUpdate::setVariable(std::span<const DxfOutTag> variable, std::vector<Text>& missing) {
-    const std::string_view name = variable.front().chunk();
-    std::size_t at = 0;
-    const std::size_t size = map_.section("HEADER") == nullptr ? 0 : groups_.size();
-    while (at < size && !(groups_[at].code == kVariableName && groups_[at].text() == name))
-        ++at;
-    if (at == size) {
-        for (const DxfOutTag& tag : variable)
-            writer_.groups().tag(tag);
-        missing.push_back(edits_.takeText());
-        return;
-    }
-    for (const DxfOutTag& tag : variable.subspan(1)) {
-        for (std::size_t i = at + 1; i < size && groups_[i].code != kVariableName; ++i) {
-            if (groups_[i].code != tag.code) continue;
-            writer_.groups().tag(tag);
-            edits_.replace(
-                {groups_.offset(i), static_cast<std::uint32_t>(groups_.bytes(i, i + 1).size())},
-                edits_.takeText());
-        }
-    }
+    header_.set(variables);
 }
 
 std::uint64_t SourceUpdate::newHandle() {

@@ -12,8 +12,10 @@
 #include "dxf/drawing_edits.h"
 #include "dxf/drawing_form.h"
 #include "dxf/file_map.h"
+#include "dxf/header_update.h"
 #include "dxf/part_updates.h"
 #include "dxf/record_writer.h"
+#include "dxf/section_edits.h"
 #include "dxf/writer.h"
 
 class AcDbSymbolTable;
@@ -51,7 +53,6 @@ private:
     bool hasPlaceFor(const AcDbSymbolTableRecord& record) const;
     bool isNewBlock(const AcDbBlockTableRecord& block) const;
 
-    void findRenamed();
     void moveSheets();
     void rewriteWhatNamesThem();
     void rewriteChanged();
@@ -80,14 +81,9 @@ private:
     void assembleBlocks();
     void assembleObjects();
     void assembleClasses();
-    /// Puts the texts at the section's end; a section that the file lacks is made.
-    void putIntoSection(std::string_view name, const std::vector<Text>& texts);
-    Text lines(std::initializer_list<std::pair<int, std::string_view>> groups);
 
     void updateSettings();
     void updateHandleSeed();
-    void setVariables(const DxfOutput& variables);
-    void setVariable(std::span<const DxfOutTag> variable, std::vector<Text>& missing);
     std::uint64_t newHandle();
 
     AcDbDatabase& db_;
@@ -99,6 +95,8 @@ private:
     FileMap map_;
     DrawingEdits edits_;
     RecordWriter writer_;
+    SectionEdits sections_;
+    HeaderUpdate header_;
     PartUpdates parts_;
 
     std::unordered_set<AcDbStub*> written_; // added or implied objects that get a record
