@@ -19,17 +19,14 @@ protected:
         return std::unique_ptr<T>(T::cast(object->clone()));
     }
     static AcDbObjectId append(AcDbDatabase& to, AcDbEntity* entity) {
-        AcDbObjectPointer<AcDbBlockTableRecord> space(to.modelSpaceId(), AcDb::kForWrite);
-        EXPECT_EQ(space->appendAcDbEntity(entity), Acad::eOk);
-        entity->close();
-        return entity->objectId();
+        return put(to.modelSpaceId(), entity)->objectId();
     }
 };
 
 TEST_F(Clones, TakeTheStateAndNotThePlace) {
     auto* const line = new AcDbLine({0.1, 0.2, 0.3}, {1e-17, -4, 5e300});
     const AcDbObjectId id = append(db, line);
-    archive.put(id, {{100, "AcDbEntity"}, {1001, "APP"}, {1070, "7"}});
+    archive.put(id, "100=AcDbEntity|1001=APP|1070=7");
     {
         AcDbObjectPointer<AcDbLine> opened(id, AcDb::kForWrite);
         opened->setColorIndex(3);
@@ -104,7 +101,7 @@ TEST_F(Clones, KeepValuesThatAreStillInTheFile) {
     auto* const record = new AcDbXrecord;
     ASSERT_EQ(db.addAcDbObject(id, record), Acad::eOk);
     record->close();
-    archive.put(id, {{100, "AcDbXrecord"}, {280, "1"}, {1, "text"}, {70, "7"}});
+    archive.put(id, "100=AcDbXrecord|280=1|1=text|70=7");
     const auto clone = cloneOf<AcDbXrecord>(id);
     resbuf* values = nullptr;
     ASSERT_EQ(clone->rbChain(&values), Acad::eOk);

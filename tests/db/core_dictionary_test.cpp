@@ -233,12 +233,11 @@ protected:
 };
 
 TEST_F(DrawOrder, MovesTogetherKeepingTheirOwnOrder) {
-    struct Case {
+    const struct {
         const char* name;
         std::function<Acad::ErrorStatus()> move;
         const char* expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"to top", [this] { return table->moveToTop(pick("ca")); }, "bdeac"},
         {"to bottom", [this] { return table->moveToBottom(pick("ce")); }, "ecbda"},
         {"above", [this] { return table->moveAbove(pick("c"), ids[1]); }, "ebcda"},
@@ -249,7 +248,7 @@ TEST_F(DrawOrder, MovesTogetherKeepingTheirOwnOrder) {
          [this] { return table->setRelativeDrawOrder(pick("abcde")); }, "abcde"},
     };
     EXPECT_EQ(order(), "abcde");
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(c.move(), Acad::eOk);
         EXPECT_EQ(order(), c.expected);

@@ -22,29 +22,23 @@ protected:
 };
 
 TEST_F(Opening, RefusesWhatOpenersExclude) {
-    struct Case {
+    const auto notified = Acad::eWasOpenForNotify;
+    const struct {
         const char* name;
         std::vector<AcDb::OpenMode> before;
-        Acad::ErrorStatus read;
-        Acad::ErrorStatus write;
-        Acad::ErrorStatus notify;
-    };
-    const Case cases[] = {
+        Acad::ErrorStatus read, write, notify;
+    } cases[] = {
         {"closed", {}, Acad::eOk, Acad::eOk, Acad::eOk},
         {"a reader", {AcDb::kForRead}, Acad::eOk, Acad::eWasOpenForRead, Acad::eOk},
         {"a writer", {AcDb::kForWrite}, Acad::eWasOpenForWrite, Acad::eWasOpenForWrite, Acad::eOk},
-        {"notified",
-         {AcDb::kForNotify},
-         Acad::eWasOpenForNotify,
-         Acad::eWasOpenForNotify,
-         Acad::eWasOpenForNotify},
+        {"notified", {AcDb::kForNotify}, notified, notified, notified},
         {"a writer and notified",
          {AcDb::kForWrite, AcDb::kForNotify},
-         Acad::eWasOpenForNotify,
-         Acad::eWasOpenForNotify,
-         Acad::eWasOpenForNotify},
+         notified,
+         notified,
+         notified},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         AcDbObject* object = nullptr;
         for (const AcDb::OpenMode mode : c.before)
@@ -150,21 +144,16 @@ TEST_F(Opening, ErasesAndBringsBack) {
 }
 
 TEST_F(Opening, CountsChangesByTheWriter) {
-    struct Case {
+    const struct {
         const char* name;
         void (*act)(AcDbPoint&);
         bool modified;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"looking", [](AcDbPoint& point) { (void)point.position(); }, false},
-        {"moving",
-         [](AcDbPoint& point) {
-             point.setPosition({1, 2, 3});
-         },
-         true},
+        {"moving", [](AcDbPoint& point) { point.setPosition(AcGePoint3d(1, 2, 3)); }, true},
         {"declared", [](AcDbPoint& point) { point.assertWriteEnabled(true, false); }, false},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         AcDbObjectPointer<AcDbPoint> point(id, AcDb::kForWrite);
         EXPECT_FALSE(point->isModified());

@@ -31,13 +31,12 @@ protected:
 };
 
 TEST(DxfValues, AreReadFromTheirText) {
-    struct Case {
+    const struct {
         const char* text;
         double real;
         std::int64_t integer;
         std::uint64_t handle;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"  12 ", 12.0, 12, 0x12},
         {"-7\r", -7.0, -7, 0},
         {"+3.5", 3.5, 3, 3},
@@ -51,7 +50,7 @@ TEST(DxfValues, AreReadFromTheirText) {
         {"99999999999999999999", 99999999999999999999.0, 0, 0},
         {"-1.#IND", -1.0, -1, 0},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.text);
         DxfTag tag;
         tag.bytes = c.text;
@@ -80,8 +79,7 @@ TEST(DxfValues, OfBinaryFilesAreNumbersAlready) {
 }
 
 TEST_F(Reading, SubclassesEndAtTheNextMarker) {
-    const auto tags =
-        filer.tagsOf({{5, "1F"}, {100, "A"}, {40, "1"}, {40, "2"}, {100, "B"}, {40, "3"}});
+    const auto tags = filer.tagsOf("5=1F|100=A|40=1|40=2|100=B|40=3");
     const headless::DxfRecord record(tags);
     EXPECT_EQ(record.subclass("A").size(), 2U);
     ASSERT_EQ(record.subclass("B").size(), 1U);
@@ -92,8 +90,7 @@ TEST_F(Reading, SubclassesEndAtTheNextMarker) {
 }
 
 TEST_F(Reading, OwnerStandsBeforeTheSubclasses) {
-    const auto sorter = read<AcDbSortentsTable>(
-        {{330, "A1"}, {100, "AcDbSortentsTable"}, {330, "A2"}, {331, "A3"}, {5, "A4"}});
+    const auto sorter = read<AcDbSortentsTable>("330=A1|100=AcDbSortentsTable|330=A2|331=A3|5=A4");
     EXPECT_EQ(sorter->ownerId(), idOf(0xA1));
     EXPECT_EQ(sorter->blockId(), idOf(0xA2));
     EXPECT_EQ(sorter->sortHandleOf(idOf(0xA3)), 0xA4U);
@@ -101,28 +98,26 @@ TEST_F(Reading, OwnerStandsBeforeTheSubclasses) {
 }
 
 TEST_F(Reading, LayerStates) {
-    struct Case {
+    const struct {
         const char* name;
         Groups groups;
         const char* states; // off, frozen, new-viewport-frozen, locked, plotted, hidden
-        int color;
-        int lineWeight;
-    };
-    const Case cases[] = {
-        {"plain R12", {{2, "W"}, {70, "0"}, {62, "3"}, {6, "CONTINUOUS"}}, "p", 3, -3},
-        {"off by negative colour", {{2, "W"}, {70, "0"}, {62, "-5"}}, "op", 5, -3},
-        {"frozen", {{2, "W"}, {70, "1"}, {62, "7"}}, "fp", 7, -3},
-        {"frozen in new viewports", {{2, "W"}, {70, "2"}, {62, "7"}}, "vp", 7, -3},
-        {"locked", {{2, "W"}, {70, "68"}, {62, "7"}}, "lp", 7, -3},
-        {"all", {{2, "W"}, {70, "7"}, {62, "-7"}, {290, "0"}}, "ofvl", 7, -3},
-        {"lineweight", {{2, "W"}, {62, "1"}, {370, "50"}}, "p", 1, 50},
-        {"odd lineweight", {{2, "W"}, {62, "1"}, {370, "51"}}, "p", 1, -3},
+        int color, lineWeight;
+    } cases[] = {
+        {"plain R12", "2=W|70=0|62=3|6=CONTINUOUS", "p", 3, -3},
+        {"off by negative colour", "2=W|70=0|62=-5", "op", 5, -3},
+        {"frozen", "2=W|70=1|62=7", "fp", 7, -3},
+        {"frozen in new viewports", "2=W|70=2|62=7", "vp", 7, -3},
+        {"locked", "2=W|70=68|62=7", "lp", 7, -3},
+        {"all", "2=W|70=7|62=-7|290=0", "ofvl", 7, -3},
+        {"lineweight", "2=W|62=1|370=50", "p", 1, 50},
+        {"odd lineweight", "2=W|62=1|370=51", "p", 1, -3},
         {"no such colour", {{2, "W"}, {62, "999"}}, "p", 7, -3},
         {"colour 0", {{2, "W"}, {62, "0"}}, "p", 7, -3},
         {"measuring points of old files", {{2, "DEFPOINTS"}, {62, "7"}}, "", 7, -3},
         {"a program's own", {{2, "*ADSK_SYSTEM_LIGHTS"}, {62, "7"}}, "ph", 7, -3},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const auto layer = read<AcDbLayerTableRecord>(c.groups);
         std::string states;
@@ -137,7 +132,7 @@ TEST_F(Reading, LayerStates) {
         EXPECT_EQ(layer->lineWeight(), c.lineWeight);
     }
     EXPECT_EQ(filer.reports.size(), 3U);
-    const auto painted = read<AcDbLayerTableRecord>({{2, "W"}, {420, "1122867"}, {62, "-1"}});
+    const auto painted = read<AcDbLayerTableRecord>("2=W|420=1122867|62=-1");
     EXPECT_TRUE(painted->isOff());
     EXPECT_EQ(painted->color().red(), 0x11);
     EXPECT_EQ(painted->color().green(), 0x22);
@@ -147,17 +142,9 @@ TEST_F(Reading, LayerStates) {
 }
 
 TEST_F(Reading, TextStyles) {
-    const auto style = read<AcDbTextStyleTableRecord>({{100, "AcDbSymbolTableRecord"},
-                                                       {100, "AcDbTextStyleTableRecord"},
-                                                       {2, "HZ"},
-                                                       {70, "4"},
-                                                       {40, "3.5"},
-                                                       {41, "0.7"},
-                                                       {50, "15"},
-                                                       {71, "2"},
-                                                       {42, "2.5"},
-                                                       {3, "txt.shx"},
-                                                       {4, "hztxt.shx"}});
+    const auto style = read<AcDbTextStyleTableRecord>(
+        "100=AcDbSymbolTableRecord|100=AcDbTextStyleTableRecord|2=HZ|70=4|40=3.5|"
+        "41=0.7|50=15|71=2|42=2.5|3=txt.shx|4=hztxt.shx");
     EXPECT_EQ(style->nameOf(), L"HZ");
     EXPECT_EQ(style->textSize(), 3.5);
     EXPECT_EQ(style->xScale(), 0.7);
@@ -173,10 +160,8 @@ TEST_F(Reading, TextStyles) {
 
     style->readFont(L"SimSun", 0x2008602);
     ACHAR* face = nullptr;
-    bool bold = false;
-    bool italic = true;
-    int charset = 0;
-    int family = 0;
+    bool bold = false, italic = true;
+    int charset = 0, family = 0;
     style->font(face, bold, italic, charset, family);
     EXPECT_STREQ(face, L"SimSun");
     acutDelString(face);
@@ -185,39 +170,22 @@ TEST_F(Reading, TextStyles) {
     EXPECT_EQ(charset, 134);
     EXPECT_EQ(family, 2);
 
-    const auto flat = read<AcDbTextStyleTableRecord>({{2, ""}, {70, "1"}, {41, "0"}});
+    const auto flat = read<AcDbTextStyleTableRecord>("2=|70=1|41=0");
     EXPECT_TRUE(flat->isShapeFile());
     EXPECT_EQ(flat->xScale(), 1.0);
 }
 
 TEST_F(Reading, LinetypesAndDimensionStyles) {
-    const auto dashed = read<AcDbLinetypeTableRecord>({{2, "DASHED"},
-                                                       {70, "0"},
-                                                       {3, "Dashed __ __"},
-                                                       {72, "65"},
-                                                       {73, "2"},
-                                                       {40, "0.75"},
-                                                       {49, "0.5"},
-                                                       {74, "0"},
-                                                       {49, "-0.25"},
-                                                       {74, "0"}});
+    const auto dashed = read<AcDbLinetypeTableRecord>(
+        "2=DASHED|70=0|3=Dashed __ __|72=65|73=2|40=0.75|49=0.5|74=0|49=-0.25|74=0");
     EXPECT_EQ(dashed->patternLength(), 0.75);
     ASSERT_EQ(dashed->numDashes(), 2);
     EXPECT_EQ(dashed->dashLengthAt(0), 0.5);
     EXPECT_EQ(dashed->dashLengthAt(1), -0.25);
     EXPECT_EQ(dashed->setDashLengthAt(2, 1.0), Acad::eInvalidIndex);
 
-    const auto style = read<AcDbDimStyleTableRecord>({{2, "D"},
-                                                      {70, "0"},
-                                                      {3, "<>mm"},
-                                                      {40, "100"},
-                                                      {41, "3"},
-                                                      {44, "1.5"},
-                                                      {140, "3.5"},
-                                                      {147, "0.9"},
-                                                      {271, "0"},
-                                                      {176, "1"},
-                                                      {340, "11"}});
+    const auto style = read<AcDbDimStyleTableRecord>(
+        "2=D|70=0|3=<>mm|40=100|41=3|44=1.5|140=3.5|147=0.9|271=0|176=1|340=11");
     EXPECT_EQ(style->dimscale(), 100.0);
     EXPECT_EQ(style->dimasz(), 3.0);
     EXPECT_EQ(style->dimexe(), 1.5);
@@ -230,43 +198,17 @@ TEST_F(Reading, LinetypesAndDimensionStyles) {
 }
 
 TEST_F(Reading, ViewsHaveTheirOwnPoints) {
-    const auto view = read<AcDbViewTableRecord>({{2, "V"},
-                                                 {70, "1"},
-                                                 {40, "10"},
-                                                 {10, "1"},
-                                                 {20, "2"},
-                                                 {41, "16"},
-                                                 {11, "0"},
-                                                 {21, "0"},
-                                                 {31, "1"},
-                                                 {12, "7"},
-                                                 {22, "8"},
-                                                 {32, "9"},
-                                                 {50, "180"}});
+    const auto view =
+        read<AcDbViewTableRecord>("2=V|70=1|40=10|10=1,2|41=16|11=0,0,1|12=7,8,9|50=180");
     EXPECT_EQ(view->centerPoint(), AcGePoint2d(1, 2));
     EXPECT_EQ(view->target(), AcGePoint3d(7, 8, 9));
     EXPECT_EQ(view->width(), 16.0);
     EXPECT_NEAR(view->viewTwist(), std::numbers::pi, 1e-15);
     EXPECT_TRUE(view->isPaperspaceView());
 
-    const auto port = read<AcDbViewportTableRecord>({{2, "*Active"},
-                                                     {10, "0.5"},
-                                                     {20, "0"},
-                                                     {11, "1"},
-                                                     {21, "0.5"},
-                                                     {12, "100"},
-                                                     {22, "200"},
-                                                     {16, "1"},
-                                                     {26, "0"},
-                                                     {36, "0"},
-                                                     {17, "5"},
-                                                     {27, "6"},
-                                                     {37, "7"},
-                                                     {40, "30"},
-                                                     {41, "2"},
-                                                     {43, "8"},
-                                                     {44, "-9"},
-                                                     {71, "19"}});
+    const auto port = read<AcDbViewportTableRecord>(
+        "2=*Active|10=0.5,0|11=1,0.5|12=100,200|16=1,0,0|17=5,6,7|40=30|41=2|43=8|"
+        "44=-9|71=19");
     EXPECT_EQ(port->lowerLeftCorner(), AcGePoint2d(0.5, 0));
     EXPECT_EQ(port->upperRightCorner(), AcGePoint2d(1, 0.5));
     EXPECT_EQ(port->centerPoint(), AcGePoint2d(100, 200));
@@ -281,24 +223,14 @@ TEST_F(Reading, ViewsHaveTheirOwnPoints) {
     EXPECT_FALSE(port->backClipEnabled());
     EXPECT_FALSE(port->frontClipAtEye());
 
-    const auto ucs = read<AcDbUCSTableRecord>({{2, "U"},
-                                               {10, "1"},
-                                               {20, "2"},
-                                               {30, "3"},
-                                               {11, "0"},
-                                               {21, "1"},
-                                               {31, "0"},
-                                               {12, "-1"},
-                                               {22, "0"},
-                                               {32, "0"}});
+    const auto ucs = read<AcDbUCSTableRecord>("2=U|10=1,2,3|11=0,1,0|12=-1,0,0");
     EXPECT_EQ(ucs->origin(), AcGePoint3d(1, 2, 3));
     EXPECT_EQ(ucs->xAxis(), AcGeVector3d(0, 1, 0));
     EXPECT_EQ(ucs->yAxis(), AcGeVector3d(-1, 0, 0));
 }
 
 TEST_F(Reading, BlocksFromTwoRecords) {
-    auto record = read<AcDbBlockTableRecord>(
-        {{100, "AcDbBlockTableRecord"}, {2, "*U7"}, {340, "22"}, {70, "4"}, {280, "0"}});
+    auto record = read<AcDbBlockTableRecord>("100=AcDbBlockTableRecord|2=*U7|340=22|70=4|280=0");
     EXPECT_TRUE(record->isAnonymous());
     EXPECT_EQ(record->blockInsertUnits(), 4);
     EXPECT_FALSE(record->explodable());
@@ -308,16 +240,7 @@ TEST_F(Reading, BlocksFromTwoRecords) {
     const AcDbObjectId id = Residence::admitRecord(
         *Residence::peek<AcDbBlockTable>(db.blockTableId()), std::move(record));
 
-    filer.give({{8, "0"},
-                {100, "AcDbBlockBegin"},
-                {2, "X"},
-                {70, "4"},
-                {10, "1"},
-                {20, "2"},
-                {30, "3"},
-                {3, "X"},
-                {1, "ref.dwg"},
-                {4, "a comment"}});
+    filer.give("8=0|100=AcDbBlockBegin|2=X|70=4|10=1,2,3|3=X|1=ref.dwg|4=a comment");
     EXPECT_EQ(Residence::peek<AcDbBlockTableRecord>(id)->readBegin(filer), Acad::eOk);
     const AcDbObjectPointer<AcDbBlockTableRecord> block(id);
     EXPECT_EQ(block->origin(), AcGePoint3d(1, 2, 3));
@@ -335,15 +258,8 @@ TEST_F(Reading, BlocksFromTwoRecords) {
 
 TEST_F(Reading, DictionariesWithDanglingEntries) {
     const AcDbObjectId present = Residence::admit(db, std::make_unique<AcDbXrecord>(), {}, 0xB1);
-    auto dictionary = read<AcDbDictionary>({{100, "AcDbDictionary"},
-                                            {280, "1"},
-                                            {281, "1"},
-                                            {3, "HERE"},
-                                            {350, "B1"},
-                                            {3, "NEVER"},
-                                            {360, "B2"},
-                                            {350, "B3"},
-                                            {3, "HALF"}});
+    auto dictionary = read<AcDbDictionary>(
+        "100=AcDbDictionary|280=1|281=1|3=HERE|350=B1|3=NEVER|360=B2|350=B3|3=HALF");
     AcDbObjectPointer<AcDbDictionary> open(Residence::admit(db, std::move(dictionary)));
     EXPECT_TRUE(open->isTreatElementsAsHard());
     EXPECT_EQ(open->numEntries(), 1U);
@@ -355,20 +271,9 @@ TEST_F(Reading, DictionariesWithDanglingEntries) {
 }
 
 TEST_F(Reading, MlineStyleElements) {
-    const auto style = read<AcDbMlineStyle>({{100, "AcDbMlineStyle"},
-                                             {2, "WALL"},
-                                             {70, "3"},
-                                             {3, "two lines"},
-                                             {62, "256"},
-                                             {51, "90"},
-                                             {52, "45"},
-                                             {71, "2"},
-                                             {49, "0.5"},
-                                             {62, "1"},
-                                             {6, "BYLAYER"},
-                                             {49, "-0.5"},
-                                             {62, "2"},
-                                             {6, "Continuous"}});
+    const auto style = read<AcDbMlineStyle>(
+        "100=AcDbMlineStyle|2=WALL|70=3|3=two lines|62=256|51=90|52=45|71=2|49=0.5|"
+        "62=1|6=BYLAYER|49=-0.5|62=2|6=Continuous");
     EXPECT_STREQ(style->name(), L"WALL");
     EXPECT_TRUE(style->filled());
     EXPECT_TRUE(style->showMiters());
@@ -384,10 +289,9 @@ TEST_F(Reading, MlineStyleElements) {
 }
 
 TEST_F(Reading, XrecordTakesOnlyItsFirstGroupForItself) {
-    EXPECT_EQ(read<AcDbXrecord>({{100, "AcDbXrecord"}, {280, "5"}, {280, "2"}})->mergeStyle(),
+    EXPECT_EQ(read<AcDbXrecord>("100=AcDbXrecord|280=5|280=2")->mergeStyle(),
               AcDb::kDrcUnmangleName);
-    EXPECT_EQ(read<AcDbXrecord>({{100, "AcDbXrecord"}, {1, "x"}, {280, "2"}})->mergeStyle(),
-              AcDb::kDrcIgnore);
+    EXPECT_EQ(read<AcDbXrecord>("100=AcDbXrecord|1=x|280=2")->mergeStyle(), AcDb::kDrcIgnore);
 }
 
 TEST_F(Reading, HeaderSetsWhatItNames) {
@@ -403,8 +307,8 @@ TEST_F(Reading, HeaderSetsWhatItNames) {
     set("$TEXTSIZE", {{40, "5"}});
     set("$INSUNITS", {{70, "6"}});
     set("$ANGBASE", {{50, "90"}});
-    set("$EXTMIN", {{10, "-1"}, {20, "-2"}, {30, "-3"}});
-    set("$LIMMAX", {{10, "10"}, {20, "20"}, {30, "0"}});
+    set("$EXTMIN", "10=-1,-2,-3");
+    set("$LIMMAX", "10=10,20,0");
     set("$TILEMODE", {{70, "0"}});
     set("$HANDSEED", {{5, "F000"}});
     set("$CMLSTYLE", {{2, "STANDARD"}});

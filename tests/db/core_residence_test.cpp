@@ -30,19 +30,16 @@ protected:
 };
 
 TEST_F(ResidenceTest, HandlesAreFoundHoweverTheyAreSpread) {
-    struct Case {
+    const struct {
         const char* name;
-        Adesk::UInt64 first;
-        Adesk::UInt64 factor;
-        Adesk::UInt64 step;
-    };
-    const Case cases[] = {
+        Adesk::UInt64 first, factor, step;
+    } cases[] = {
         {"counting up", 0x1000, 1, 1},
         {"counting down", 0x40000, 1, std::numeric_limits<Adesk::UInt64>::max()},
         {"doubling", 1, 2, 0},
         {"far apart", 0x100000000, 1, 0x123456789},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         AcDbDatabase drawing(false);
         std::vector<AcDbStub*> stubs;
@@ -120,12 +117,11 @@ TEST_F(ResidenceTest, AnswersIdsByHandle) {
 }
 
 TEST(Handles, ReadAndWriteHexadecimalText) {
-    struct Case {
+    const struct {
         const ACHAR* text;
         Adesk::UInt64 value;
         const ACHAR* written;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"1F", 0x1F, L"1F"},
         {L"00ab", 0xAB, L"AB"},
         {L"", 0, L"0"},
@@ -135,7 +131,7 @@ TEST(Handles, ReadAndWriteHexadecimalText) {
         {L"FFFFFFFFFFFFFFFF", 0xFFFFFFFFFFFFFFFF, L"FFFFFFFFFFFFFFFF"},
         {L"123456789", 0x123456789, L"123456789"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(testing::PrintToString(std::wstring(c.text)));
         const AcDbHandle handle(c.text);
         EXPECT_EQ(handle, c.value);

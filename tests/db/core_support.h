@@ -40,14 +40,18 @@ using headless::Residence;
 using test_support::GroupFiler;
 using test_support::Groups;
 
+/// Appends a new entity and closes it.
+template <class T>
+T* put(AcDbObjectId blockId, T* entity) {
+    AcDbObjectPointer<AcDbBlockTableRecord> block(blockId, AcDb::kForWrite);
+    EXPECT_EQ(block->appendAcDbEntity(entity), Acad::eOk);
+    entity->close();
+    return entity;
+}
+
 /// A new point in model space, closed.
 inline AcDbObjectId addPoint(AcDbDatabase& db) {
-    AcDbObjectPointer<AcDbBlockTableRecord> space(db.modelSpaceId(), AcDb::kForWrite);
-    auto* const point = new AcDbPoint;
-    EXPECT_EQ(space->appendAcDbEntity(point), Acad::eOk);
-    const AcDbObjectId id = point->objectId();
-    point->close();
-    return id;
+    return put(db.modelSpaceId(), new AcDbPoint)->objectId();
 }
 
 inline void erase(AcDbObjectId id) {

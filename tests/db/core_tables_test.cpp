@@ -40,12 +40,11 @@ TEST_F(Tables, AddRefusesWhatTheTableCannotHold) {
         return status;
     };
     const std::wstring longest(255, L'x');
-    struct Case {
+    const struct {
         const char* what;
         std::wstring name;
         Acad::ErrorStatus expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"plain", L"Wall", Acad::eOk},
         {"Chinese with blanks", L"\x5899 \x4F53 1", Acad::eOk},
         {"$ - _ #", L"A$-_#1", Acad::eOk},
@@ -58,10 +57,8 @@ TEST_F(Tables, AddRefusesWhatTheTableCannotHold) {
         {"star inside", L"a*b", Acad::eInvalidInput},
         {"control character", L"a\nb", Acad::eInvalidInput},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        EXPECT_EQ(tryName(c.name.c_str()), c.expected);
-    }
+    for (const auto& c : cases)
+        EXPECT_EQ(tryName(c.name.c_str()), c.expected) << c.what;
     for (const ACHAR bad : std::wstring_view(L"<>/\\\":;?|,=`"))
         EXPECT_EQ(tryName((std::wstring(L"a") + bad).c_str()), Acad::eInvalidInput) << int{bad};
 
@@ -167,14 +164,11 @@ TEST_F(Tables, IteratorsShowTheRecordsAskedFor) {
     erase(erased);
     erase(both);
 
-    struct Case {
+    const struct {
         const char* name;
-        bool forwards;
-        bool skipDeleted;
-        bool skipHidden;
+        bool forwards, skipDeleted, skipHidden;
         Names expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"plain", true, true, true, {L"0", L"A", L"B"}},
         {"backward", false, true, true, {L"B", L"A", L"0"}},
         {"erased too", true, false, true, {L"0", L"A", L"E", L"B"}},
@@ -182,7 +176,7 @@ TEST_F(Tables, IteratorsShowTheRecordsAskedFor) {
         {"all backward", false, false, false, {L"B", L"HE", L"E", L"H", L"A", L"0"}},
     };
     AcDbObjectPointer<AcDbLayerTable> layers(db.layerTableId());
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         AcDbLayerTableIterator* made = nullptr;
         ASSERT_EQ(layers->newIterator(made, c.forwards, c.skipDeleted), Acad::eOk);

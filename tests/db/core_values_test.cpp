@@ -12,13 +12,12 @@ static_assert(sizeof(AcCmEntityColor) == 4);
 static_assert(sizeof(AcDbStub) == 32);
 
 TEST(Colors, IndexStandsForTheMethod) {
-    struct Case {
+    const struct {
         int index;
         Acad::ErrorStatus status;
         AcCmEntityColor::ColorMethod method;
         int answered;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {0, Acad::eOk, AcCmEntityColor::kByBlock, 0},
         {1, Acad::eOk, AcCmEntityColor::kByACI, 1},
         {255, Acad::eOk, AcCmEntityColor::kByACI, 255},
@@ -27,7 +26,7 @@ TEST(Colors, IndexStandsForTheMethod) {
         {258, Acad::eBadColorIndex, AcCmEntityColor::kByColor, 7},
         {-1, Acad::eBadColorIndex, AcCmEntityColor::kByColor, 7},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.index);
         AcCmEntityColor color(1, 2, 3);
         EXPECT_EQ(color.setColorIndex(c.index), c.status);
@@ -44,33 +43,31 @@ TEST(Colors, IndexStandsForTheMethod) {
 }
 
 TEST(Colors, PaletteHasItsShades) {
-    struct Case {
+    const struct {
         Adesk::UInt8 index;
         Adesk::UInt32 rgb;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {1, 0xFF0000},   {3, 0x00FF00},   {7, 0xFFFFFF},   {10, 0xFF0000},  {11, 0xFF7F7F},
         {12, 0xA50000},  {20, 0xFF3F00},  {21, 0xFF9F7F},  {40, 0xFFBF00},  {60, 0xBFFF00},
         {90, 0x00FF00},  {130, 0x00FFFF}, {150, 0x007FFF}, {170, 0x0000FF}, {210, 0xFF00FF},
         {240, 0xFF003F}, {250, 0x333333}, {255, 0xFFFFFF},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(AcCmEntityColor::lookUpRGB(c.index), c.rgb) << int{c.index};
 }
 
 TEST(Transparencies, GoThroughFiles) {
-    struct Case {
+    const struct {
         const char* name;
         AcCmTransparency value;
         Adesk::UInt32 packed;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"by layer", AcCmTransparency(), 0},
         {"by block", AcCmTransparency(AcCmTransparency::kByBlock), 0x01000000},
         {"half", AcCmTransparency(Adesk::UInt8{127}), 0x0200007F},
         {"clear", AcCmTransparency(Adesk::UInt8{0}), 0x02000000},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(c.value.serializeOut(), c.packed);
         AcCmTransparency back(Adesk::UInt8{1});

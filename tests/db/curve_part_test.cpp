@@ -33,8 +33,7 @@ Acad::ErrorStatus split(const AcDbCurve& curve, std::initializer_list<double> pa
 }
 
 double lengthOf(const AcDbCurve& curve) {
-    double end = 0.0;
-    double length = -1.0;
+    double end = 0.0, length = -1.0;
     curve.getEndParam(end);
     curve.getDistAtParam(end, length);
     return length;
@@ -76,11 +75,7 @@ void fillOutline(AcDbPolyline& polyline, bool closed) {
 }
 
 AcGePoint3dArray zigzag() {
-    AcGePoint3dArray points;
-    for (const AcGePoint3d& p : {AcGePoint3d(0, 0, 0), AcGePoint3d(10, 0, 5), AcGePoint3d(10, 9, 0),
-                                 AcGePoint3d(3, 12, 1), AcGePoint3d(-4, 2, 8)})
-        points.append(p);
-    return points;
+    return enttest::points({{0, 0, 0}, {10, 0, 5}, {10, 9, 0}, {3, 12, 1}, {-4, 2, 8}});
 }
 
 TEST(CurveParts, RunAlongTheCurve) {
@@ -112,8 +107,7 @@ TEST(CurveParts, RunAlongTheCurve) {
           Case{"at a vertex", open, 1.0 / 3, 0.5}, Case{"old polyline", old, 0.1, 0.75},
           Case{"spatial polyline", spatial, 0.4, 0.5}, Case{"spline", spline, 0.2, 0.95}}) {
         SCOPED_TRACE(c.name);
-        double start = 0.0;
-        double end = 0.0;
+        double start = 0.0, end = 0.0;
         c.curve.getStartParam(start);
         c.curve.getEndParam(end);
         Curves parts;
@@ -178,8 +172,7 @@ TEST(CurveParts, KeepPropertiesAndWidths) {
     ASSERT_EQ(split(polyline, {0.25}, parts), Acad::eOk);
     const auto* const rest = AcDbPolyline::cast(parts[1].get());
     EXPECT_EQ(rest->colorIndex(), 3);
-    double first = 0.0;
-    double last = 0.0;
+    double first = 0.0, last = 0.0;
     rest->getWidthsAt(0, first, last);
     EXPECT_NEAR(first, 1.5, 1e-12); // a quarter of the way from 1 to 3
     EXPECT_NEAR(last, 3.0, 1e-12);

@@ -15,13 +15,6 @@ namespace {
 
 class DeepClones : public DataTest {
 protected:
-    template <class T>
-    static T* add(AcDbObjectId space, T* entity) {
-        AcDbObjectPointer<AcDbBlockTableRecord> block(space, AcDb::kForWrite);
-        EXPECT_EQ(block->appendAcDbEntity(entity), Acad::eOk);
-        entity->close();
-        return entity;
-    }
     static AcDbObjectIdArray list(std::initializer_list<AcDbObjectId> ids) {
         AcDbObjectIdArray array;
         for (const AcDbObjectId id : ids)
@@ -59,9 +52,9 @@ protected:
 };
 
 TEST_F(DeepClones, ReferToEachOther) {
-    const auto a = add(db.modelSpaceId(), new AcDbLine({0, 0, 0}, {1, 0, 0}))->objectId();
-    const auto b = add(db.modelSpaceId(), new AcDbLine({0, 0, 0}, {2, 0, 0}))->objectId();
-    const auto alone = add(db.modelSpaceId(), new AcDbLine)->objectId();
+    const auto a = put(db.modelSpaceId(), new AcDbLine({0, 0, 0}, {1, 0, 0}))->objectId();
+    const auto b = put(db.modelSpaceId(), new AcDbLine({0, 0, 0}, {2, 0, 0}))->objectId();
+    const auto alone = put(db.modelSpaceId(), new AcDbLine)->objectId();
     const AcDbObjectId group = addGroup(list({a, b, alone}));
     AcDbObjectId record;
     {
@@ -102,9 +95,9 @@ TEST_F(DeepClones, ReferToEachOther) {
 
 TEST_F(DeepClones, TakeBlocksWithTheirOrderAndNamesakes) {
     const auto blockId = addRecord<AcDbBlockTableRecord>(db.blockTableId(), L"*U");
-    add(blockId, new AcDbLine);
-    const auto upper = add(blockId, new AcDbLine({0, 0, 0}, {9, 0, 0}))->objectId();
-    add(blockId, new AcDbBlockReference({0, 0, 0}, blockId)); // Within itself.
+    put(blockId, new AcDbLine);
+    const auto upper = put(blockId, new AcDbLine({0, 0, 0}, {9, 0, 0}))->objectId();
+    put(blockId, new AcDbBlockReference({0, 0, 0}, blockId)); // Within itself.
     {
         AcDbObjectPointer<AcDbBlockTableRecord> block(blockId, AcDb::kForWrite);
         AcDbSortentsTable* order = nullptr;
@@ -138,13 +131,13 @@ protected:
         block = addRecord<AcDbBlockTableRecord>(db.blockTableId(), L"DOOR");
         auto* const line = new AcDbLine({0, 0, 0}, {4, 0, 0});
         line->setLayer(layer);
-        add(block, line);
+        put(block, line);
         auto* const made = new AcDbBlockReference({1, 2, 0}, block);
         auto* const attribute = new AcDbAttribute({0, 0, 0}, L"7", L"NUMBER");
         attribute->setLayer(layer);
         made->setLayer(db.layerZero());
         made->appendAttribute(attribute);
-        reference = add(db.modelSpaceId(), made)->objectId();
+        reference = put(db.modelSpaceId(), made)->objectId();
         AcDbObjectPointer<AcDbBlockReference>(reference, AcDb::kForWrite)
             ->setXData(chain(1001, L"Other", 1070, 1).get());
     }
@@ -164,9 +157,7 @@ protected:
         return db.wblockCloneObjects(list({reference}), other.modelSpaceId(), mapping, duplicates);
     }
 
-    AcDbObjectId layer;
-    AcDbObjectId block;
-    AcDbObjectId reference;
+    AcDbObjectId layer, block, reference;
     AcDbDatabase other;
     AcDbIdMapping mapping;
 };
@@ -187,7 +178,7 @@ TEST_F(OtherDrawing, GetsWhatTheClonesNeed) {
 
 TEST_F(OtherDrawing, KeepsReplacesOrRenamesWhatItHas) {
     const auto own = addRecord<AcDbBlockTableRecord>(other.blockTableId(), L"Door");
-    add(own, new AcDbLine);
+    put(own, new AcDbLine);
     ASSERT_EQ(copy(AcDb::kDrcIgnore), Acad::eOk);
     EXPECT_EQ(lineLayer(L"DOOR"), L"0");
     EXPECT_EQ(peek<AcDbBlockReference>(valueOf(mapping, reference))->blockOf(), own);
@@ -204,13 +195,11 @@ TEST_F(OtherDrawing, KeepsReplacesOrRenamesWhatItHas) {
 }
 
 TEST_F(OtherDrawing, IsLeftAloneByRefusals) {
-    struct Case {
+    const struct {
         const char* name;
-        AcDbObjectId id;
-        AcDbObjectId owner;
+        AcDbObjectId id, owner;
         Acad::ErrorStatus status;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"no owner", reference, {}, Acad::eNullObjectId},
         {"no object", {}, other.modelSpaceId(), Acad::eNullObjectId},
         {"an object of its own", other.layerZero(), other.layerTableId(), Acad::eWrongDatabase},
@@ -220,7 +209,7 @@ TEST_F(OtherDrawing, IsLeftAloneByRefusals) {
         {"an entity in a dictionary", reference, other.groupDictionaryId(), Acad::eWrongObjectType},
     };
     const long objects = other.approxNumObjects();
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         AcDbIdMapping none;
         EXPECT_EQ(db.wblockCloneObjects(list({c.id}), c.owner, none, AcDb::kDrcIgnore), c.status)
             << c.name;
@@ -231,19 +220,18 @@ TEST_F(OtherDrawing, IsLeftAloneByRefusals) {
 }
 
 TEST_F(OtherDrawing, TakesOneObjectByItself) {
-    struct Case {
+    const struct {
         const char* name;
         AcDbObjectId source;
         AcRxObject* owner;
         AcDbObjectId place;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"a block into a drawing, with what stands in it", block, &other, other.blockTableId()},
         {"an entity into its drawing's other space", reference, peek<AcDbObject>(db.paperSpaceId()),
          db.paperSpaceId()},
         {"an entity into a drawing", reference, &other, other.modelSpaceId()},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         AcDbIdMapping pairs;
         AcDbObjectPointer<AcDbObject> source(c.source);
@@ -277,15 +265,13 @@ TEST_F(OtherDrawing, LeavesWhatAnOwnerKnowsItselfUnlisted) {
 }
 
 TEST_F(OtherDrawing, TakesNoObjectWhereItDoesNotBelong) {
-    struct Case {
-        const char* name;
-        AcRxObject* owner;
-        Acad::ErrorStatus deep;
-        Acad::ErrorStatus wblock;
-    };
     const AcDbLine loose;
     AcDbLine nowhere;
-    const Case cases[] = {
+    const struct {
+        const char* name;
+        AcRxObject* owner;
+        Acad::ErrorStatus deep, wblock;
+    } cases[] = {
         {"no owner", nullptr, Acad::eNullObjectPointer, Acad::eNullObjectPointer},
         {"an owner in no drawing", &nowhere, Acad::eNotInDatabase, Acad::eNotInDatabase},
         {"a table", peek<AcDbObject>(db.layerTableId()), Acad::eWrongObjectType,
@@ -294,7 +280,7 @@ TEST_F(OtherDrawing, TakesNoObjectWhereItDoesNotBelong) {
          Acad::eWrongObjectType},
     };
     AcDbObjectPointer<AcDbObject> source(reference);
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         AcDbObject* clone = source.object();
         EXPECT_EQ(source->deepClone(AcDbObject::cast(c.owner), clone, mapping), c.deep) << c.name;
         EXPECT_EQ(clone, nullptr) << c.name;

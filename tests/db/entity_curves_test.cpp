@@ -17,6 +17,7 @@
 namespace {
 
 using enttest::Box;
+using enttest::points;
 using std::numbers::pi;
 
 const AcGeVector3d kSlanted(0.02, 0.32, 0.95);
@@ -35,20 +36,12 @@ std::unique_ptr<AcDbPolyline> polyline(const std::vector<std::array<double, 3>>&
     return made;
 }
 
-AcGePoint3dArray points(const std::vector<AcGePoint3d>& list) {
-    AcGePoint3dArray array;
-    for (const AcGePoint3d& point : list)
-        array.append(point);
-    return array;
-}
-
 std::unique_ptr<AcDbSpline> fitSpline() {
     return std::make_unique<AcDbSpline>(points({{0, 0, 0}, {10, 5, 1}, {20, -5, 3}, {30, 0, 0}}));
 }
 
 std::unique_ptr<AcDbSpline> rationalQuarter() {
-    AcGeDoubleArray knots;
-    AcGeDoubleArray weights;
+    AcGeDoubleArray knots, weights;
     for (const double knot : {0.0, 0.0, 0.0, 1.0, 1.0, 1.0})
         knots.append(knot);
     for (const double weight : {1.0, std::sqrt(0.5), 1.0})
@@ -112,8 +105,7 @@ TEST(Curves, AgreeWithTheirChords) {
     for (const Sample& sample : samples()) {
         SCOPED_TRACE(sample.name);
         const enttest::Chords chords = enttest::chordsOf(*sample.curve);
-        double end = 0.0;
-        double length = 0.0;
+        double end = 0.0, length = 0.0;
         ASSERT_EQ(sample.curve->getEndParam(end), Acad::eOk);
         ASSERT_EQ(sample.curve->getDistAtParam(end, length), Acad::eOk);
         EXPECT_NEAR(length, chords.length, 1e-6 * chords.length);
@@ -130,15 +122,13 @@ TEST(Curves, FindTheirOwnPointsAgain) {
     for (const Sample& sample : samples()) {
         SCOPED_TRACE(sample.name);
         const AcDbCurve& curve = *sample.curve;
-        double first = 0.0;
-        double last = 0.0;
+        double first = 0.0, last = 0.0;
         ASSERT_EQ(curve.getStartParam(first), Acad::eOk);
         ASSERT_EQ(curve.getEndParam(last), Acad::eOk);
         for (const double share : {0.0, 0.13, 0.5, 0.77}) {
             const double param = first + share * (last - first);
             AcGePoint3d point;
-            double found = -1.0;
-            double distance = -1.0;
+            double found = -1.0, distance = -1.0;
             AcGePoint3d again;
             ASSERT_EQ(curve.getPointAtParam(param, point), Acad::eOk);
             ASSERT_EQ(curve.getParamAtPoint(point, found), Acad::eOk) << share;
@@ -158,20 +148,16 @@ TEST(Curves, FindTheirOwnPointsAgain) {
 TEST(Curves, DerivativesAreTheSlopesOfTheirPoints) {
     for (const Sample& sample : samples()) {
         SCOPED_TRACE(sample.name);
-        double first = 0.0;
-        double last = 0.0;
+        double first = 0.0, last = 0.0;
         sample.curve->getStartParam(first);
         sample.curve->getEndParam(last);
         const double param = first + 0.37 * (last - first);
         const double step = 1e-4 * (last - first);
-        AcGePoint3d before;
-        AcGePoint3d here;
-        AcGePoint3d after;
+        AcGePoint3d before, here, after;
         sample.curve->getPointAtParam(param - step, before);
         sample.curve->getPointAtParam(param, here);
         sample.curve->getPointAtParam(param + step, after);
-        AcGeVector3d slope;
-        AcGeVector3d bend;
+        AcGeVector3d slope, bend;
         ASSERT_EQ(sample.curve->getFirstDeriv(param, slope), Acad::eOk);
         ASSERT_EQ(sample.curve->getSecondDeriv(param, bend), Acad::eOk);
         const AcGeVector3d wanted = (after - before) / (2.0 * step);

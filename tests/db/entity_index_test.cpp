@@ -19,10 +19,7 @@ using headless::Residence;
 class EntityIndexTest : public coretest::CoreTest {
 protected:
     AcDbObjectId put(AcDbObjectId blockId, AcDbEntity* entity) {
-        AcDbObjectPointer<AcDbBlockTableRecord> record(blockId, AcDb::kForWrite);
-        EXPECT_EQ(record->appendAcDbEntity(entity), Acad::eOk);
-        entity->close();
-        return entity->objectId();
+        return coretest::put(blockId, entity)->objectId();
     }
     AcDbObjectId block(const ACHAR* name) {
         return coretest::addRecord<AcDbBlockTableRecord>(db.blockTableId(), name);

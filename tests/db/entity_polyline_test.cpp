@@ -1,5 +1,4 @@
 // Lightweight and old polylines: vertices, segments, storage, reading.
-#include <cmath>
 #include <numbers>
 
 #include "db/polyface_mesh.h"
@@ -25,9 +24,7 @@ std::string described(const AcDbPolyline& polyline) {
     std::ostringstream text;
     for (unsigned i = 0; i < polyline.numVerts(); ++i) {
         AcGePoint2d point;
-        double bulge = -9;
-        double start = -9;
-        double end = -9;
+        double bulge = -9, start = -9, end = -9;
         EXPECT_EQ(polyline.getPointAt(i, point), Acad::eOk);
         EXPECT_EQ(polyline.getBulgeAt(i, bulge), Acad::eOk);
         EXPECT_EQ(polyline.getWidthsAt(i, start, end), Acad::eOk);
@@ -102,8 +99,7 @@ TEST_F(PolylineTest, ArcsOfSpaceFollowTheBulge) {
         polyline.setElevation(4.0);
         AcGeCircArc3d arc;
         ASSERT_EQ(polyline.getArcSegAt(0, arc), Acad::eOk);
-        AcGePoint3d middle;
-        AcGePoint3d end;
+        AcGePoint3d middle, end;
         ASSERT_EQ(polyline.getPointAtParam(0.5, middle), Acad::eOk);
         ASSERT_EQ(polyline.getPointAt(1, end), Acad::eOk);
         enttest::expectNear(arc.evalPoint((arc.startAng() + arc.endAng()) / 2.0), middle, 1e-9);
@@ -148,59 +144,19 @@ TEST_F(PolylineTest, ReadsRecordsHoweverTheirGroupsStand) {
         bool closed;
     } cases[] = {
         {"in order",
-         {{100, "AcDbEntity"},
-          {8, "0"},
-          {100, "AcDbPolyline"},
-          {90, "2"},
-          {70, "129"},
-          {43, "1.5"},
-          {10, "1"},
-          {20, "2"},
-          {10, "3"},
-          {20, "4"},
-          {42, "0.5"}},
-         "1,2,0,1.5,1.5 3,4,0.5,1.5,1.5 ",
-         true},
-        {"a count that lies",
-         {{100, "AcDbPolyline"}, {90, "2000000000"}, {10, "1"}, {20, "2"}, {10, "3"}, {20, "4"}},
-         "1,2,0,0,0 3,4,0,0,0 ",
-         false},
-        {"a count below zero",
-         {{100, "AcDbPolyline"}, {90, "-5"}, {10, "1"}, {20, "2"}},
-         "1,2,0,0,0 ",
-         false},
-        {"head behind the vertices and y missing",
-         {{100, "AcDbPolyline"}, {10, "1"}, {42, "2"}, {10, "3"}, {20, "4"}, {70, "1"}},
-         "1,0,2,0,0 3,4,0,0,0 ",
-         true},
-        {"values of no vertex",
-         {{100, "AcDbPolyline"}, {42, "2"}, {20, "4"}, {10, "1"}},
-         "1,0,0,0,0 ",
-         false},
-        {"own widths",
-         {{100, "AcDbPolyline"},
-          {10, "1"},
-          {20, "2"},
-          {40, "0"},
-          {41, "0"},
-          {10, "3"},
-          {20, "4"},
-          {40, "7"},
-          {41, "8"}},
-         "1,2,0,0,0 3,4,0,7,8 ",
+         "100=AcDbEntity|8=0|100=AcDbPolyline|90=2|70=129|43=1.5|10=1,2|10=3,4|"
+         "42=0.5",
+         "1,2,0,1.5,1.5 3,4,0.5,1.5,1.5 ", true},
+        {"a count that lies", "100=AcDbPolyline|90=2000000000|10=1,2|10=3,4",
+         "1,2,0,0,0 3,4,0,0,0 ", false},
+        {"a count below zero", "100=AcDbPolyline|90=-5|10=1,2", "1,2,0,0,0 ", false},
+        {"head behind the vertices and y missing", "100=AcDbPolyline|10=1|42=2|10=3,4|70=1",
+         "1,0,2,0,0 3,4,0,0,0 ", true},
+        {"values of no vertex", "100=AcDbPolyline|42=2|20=4|10=1", "1,0,0,0,0 ", false},
+        {"own widths", "100=AcDbPolyline|10=1,2|40=0|41=0|10=3,4|40=7|41=8", "1,2,0,0,0 3,4,0,7,8 ",
          false},
         {"widths that are all the same are constant",
-         {{100, "AcDbPolyline"},
-          {10, "1"},
-          {20, "2"},
-          {40, "7"},
-          {41, "7"},
-          {10, "3"},
-          {20, "4"},
-          {40, "7"},
-          {41, "7"}},
-         "1,2,0,7,7 3,4,0,7,7 ",
-         false},
+         "100=AcDbPolyline|10=1,2|40=7|41=7|10=3,4|40=7|41=7", "1,2,0,7,7 3,4,0,7,7 ", false},
         {"no vertices", {{100, "AcDbPolyline"}, {90, "0"}}, "", false},
     };
     for (const auto& c : cases) {
@@ -212,8 +168,7 @@ TEST_F(PolylineTest, ReadsRecordsHoweverTheirGroupsStand) {
 }
 
 TEST_F(PolylineTest, ConstantWidthStaysWhileVerticesAreAdded) {
-    const auto polyline =
-        enttest::read<AcDbPolyline>(db, {{100, "AcDbPolyline"}, {43, "2"}, {10, "1"}, {20, "2"}});
+    const auto polyline = enttest::read<AcDbPolyline>(db, "100=AcDbPolyline|43=2|10=1,2");
     double width = 0.0;
     ASSERT_EQ(polyline->getConstantWidth(width), Acad::eOk);
     EXPECT_EQ(width, 2.0);
@@ -272,15 +227,15 @@ TEST_F(PolylineTest, OldVerticesFollowTheirPolylineIntoTheDatabase) {
     polyline->close();
 }
 
-/// A polyline read with its vertices, whose flags (70) and positions (10) are given.
+/// A polyline read with its vertices.
 template <class Owner, class Vertex>
 AcDbObjectId readWithVertices(AcDbDatabase& db, const Groups& head,
-                              const std::vector<std::array<const char*, 3>>& vertices) {
+                              const std::vector<Groups>& vertices) {
     auto* const space = Residence::peek<AcDbBlockTableRecord>(db.modelSpaceId());
     const AcDbObjectId id = Residence::admitEntity(*space, enttest::read<Owner>(db, head));
     auto* const owner = Residence::peek<Owner>(id);
-    for (const auto& [flags, x, y] : vertices) {
-        auto vertex = enttest::read<Vertex>(db, {{10, x}, {20, y}, {30, "0"}, {70, flags}});
+    for (const Groups& groups : vertices) {
+        auto vertex = enttest::read<Vertex>(db, groups);
         EXPECT_TRUE(owner->takesSubentity(*vertex));
         owner->subentities().admit(*owner, std::move(vertex), 0);
     }
@@ -290,17 +245,12 @@ AcDbObjectId readWithVertices(AcDbDatabase& db, const Groups& head,
 
 TEST_F(PolylineTest, ControlPointsOfSmoothedPolylinesAreNotDrawn) {
     const AcDbObjectId id = readWithVertices<AcDb2dPolyline, AcDb2dVertex>(
-        db, {{66, "1"}, {30, "5"}, {70, "5"}, {75, "6"}},
-        {{"16", "100", "100"},
-         {"8", "0", "0"},
-         {"8", "4", "0"},
-         {"8", "4", "3"},
-         {"16", "-100", "0"}});
+        db, "66=1|30=5|70=5|75=6",
+        {"70=16|10=100,100", "70=8|10=0,0", "70=8|10=4,0", "70=8|10=4,3", "70=16|10=-100,0"});
     AcDbObjectPointer<AcDb2dPolyline> polyline(id, AcDb::kForRead);
     EXPECT_EQ(polyline->polyType(), AcDb::k2dCubicSplinePoly);
     enttest::expectNear(enttest::boxOf(*polyline), {{0, 0, 5}, {4, 3, 5}});
-    double length = 0.0;
-    double area = 0.0;
+    double length = 0.0, area = 0.0;
     ASSERT_EQ(polyline->length(length), Acad::eOk);
     ASSERT_EQ(polyline->getArea(area), Acad::eOk);
     EXPECT_NEAR(length, 12.0, 1e-12);
@@ -309,14 +259,10 @@ TEST_F(PolylineTest, ControlPointsOfSmoothedPolylinesAreNotDrawn) {
 
 TEST_F(PolylineTest, MeshesReachAsFarAsTheirVertices) {
     const AcDbObjectId mesh = readWithVertices<AcDbPolygonMesh, AcDbPolygonMeshVertex>(
-        db, {{70, "16"}, {71, "2"}, {72, "2"}},
-        {{"64", "0", "0"},
-         {"64", "4", "0"},
-         {"64", "0", "3"},
-         {"64", "4", "3"},
-         {"80", "99", "99"}});
+        db, "70=16|71=2|72=2",
+        {"70=64|10=0,0", "70=64|10=4,0", "70=64|10=0,3", "70=64|10=4,3", "70=80|10=99,99"});
     const AcDbObjectId faceless = readWithVertices<AcDbPolyFaceMesh, AcDbPolyFaceMeshVertex>(
-        db, {{70, "64"}}, {{"192", "-1", "0"}, {"192", "4", "7"}});
+        db, {{70, "64"}}, {"70=192|10=-1,0", "70=192|10=4,7"});
     AcDbObjectPointer<AcDbEntity> a(mesh, AcDb::kForRead);
     AcDbObjectPointer<AcDbPolyFaceMesh> b(faceless, AcDb::kForRead);
     enttest::expectNear(enttest::boxOf(*a), {{0, 0, 0}, {4, 3, 0}});

@@ -14,6 +14,7 @@
 namespace {
 
 using coretest::CoreTest;
+using coretest::put;
 using enttest::Box;
 using headless::Residence;
 using std::numbers::pi;
@@ -25,13 +26,6 @@ protected:
         AcDbObjectPointer<AcDbBlockTableRecord> record(id, AcDb::kForWrite);
         record->setOrigin(origin);
         return id;
-    }
-    template <class T>
-    T* put(AcDbObjectId blockId, T* entity) {
-        AcDbObjectPointer<AcDbBlockTableRecord> record(blockId, AcDb::kForWrite);
-        EXPECT_EQ(record->appendAcDbEntity(entity), Acad::eOk);
-        entity->close();
-        return entity;
     }
     static AcDbBlockReference* reference(AcDbObjectId blockId, const AcGePoint3d& position,
                                          const AcGeScale3d& scale = {}, double rotation = 0.0) {
@@ -196,18 +190,8 @@ TEST_F(ReferenceTest, ChangesWithinTheBlockShowAtOnce) {
 TEST_F(ReferenceTest, ReadsItsPlaceInObjectCoordinates) {
     const AcDbObjectId dot = block(L"DOT", {1, 0, 0});
     put(dot, new AcDbLine({1, 0, 0}, {2, 0, 0}));
-    const auto ref = enttest::read<AcDbBlockReference>(db, {{100, "AcDbBlockReference"},
-                                                            {2, "dot"},
-                                                            {10, "10"},
-                                                            {20, "5"},
-                                                            {30, "2"},
-                                                            {41, "3"},
-                                                            {42, "-1"},
-                                                            {43, "0"},
-                                                            {50, "90"},
-                                                            {210, "0"},
-                                                            {220, "0"},
-                                                            {230, "-1"}});
+    const auto ref = enttest::read<AcDbBlockReference>(
+        db, "100=AcDbBlockReference|2=dot|10=10,5,2|41=3|42=-1|43=0|50=90|210=0,0,-1");
     EXPECT_EQ(ref->blockTableRecord(), dot);
     enttest::expectNear(ref->position(), {-10, 5, -2}, 1e-12);
     enttest::expectNear(enttest::boxOf(*ref), {{-10, 5, -2}, {-10, 8, -2}});
@@ -216,13 +200,8 @@ TEST_F(ReferenceTest, ReadsItsPlaceInObjectCoordinates) {
 TEST_F(ReferenceTest, DimensionsShowTheirBlock) {
     const AcDbObjectId drawn = block(L"*D1");
     put(drawn, new AcDbLine({0, 0, 0}, {4, 2, 0}));
-    const auto dimension = enttest::read<AcDbRotatedDimension>(db, {{100, "AcDbDimension"},
-                                                                    {2, "*D1"},
-                                                                    {12, "10"},
-                                                                    {22, "1"},
-                                                                    {32, "0"},
-                                                                    {1, "<>"},
-                                                                    {42, "4"}});
+    const auto dimension =
+        enttest::read<AcDbRotatedDimension>(db, "100=AcDbDimension|2=*D1|12=10,1,0|1=<>|42=4");
     enttest::expectNear(enttest::boxOf(*dimension), {{10, 1, 0}, {14, 3, 0}});
     double value = 0.0;
     EXPECT_EQ(dimension->measurement(value), Acad::eOk);

@@ -23,10 +23,16 @@ std::unique_ptr<T> read(AcDbDatabase& db, const Groups& groups) {
     return entity;
 }
 
+inline AcGePoint3dArray points(const std::vector<AcGePoint3d>& list) {
+    AcGePoint3dArray array;
+    for (const AcGePoint3d& point : list)
+        array.append(point);
+    return array;
+}
+
 /// A box as the six numbers of its corners.
 struct Box {
-    AcGePoint3d min;
-    AcGePoint3d max;
+    AcGePoint3d min, max;
 };
 
 inline Box boxOf(const AcDbEntity& entity) {
@@ -55,19 +61,16 @@ inline void expectNear(const Box& actual, const Box& wanted, double tolerance = 
 /// A curve measured by chords between many of its points, another road to the same numbers. The
 /// count is a multiple of the samples' numbers of segments, so that all joints are among them.
 struct Chords {
-    double length = 0.0;
-    double area = 0.0;
+    double length = 0.0, area = 0.0;
     AcDbExtents box;
 };
 
 inline Chords chordsOf(const AcDbCurve& curve, int count = 24000) {
-    double first = 0.0;
-    double last = 0.0;
+    double first = 0.0, last = 0.0;
     EXPECT_EQ(curve.getStartParam(first), Acad::eOk);
     EXPECT_EQ(curve.getEndParam(last), Acad::eOk);
     Chords chords;
-    AcGePoint3d start;
-    AcGePoint3d previous;
+    AcGePoint3d start, previous;
     AcGeVector3d area;
     for (int i = 0; i <= count; ++i) {
         AcGePoint3d point;

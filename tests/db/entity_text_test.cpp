@@ -1,6 +1,5 @@
 // Texts: where they lie for each alignment, and what multiline contents say without their codes.
 #include <algorithm>
-#include <cmath>
 #include <numbers>
 
 #include "db/attribute.h"
@@ -77,39 +76,17 @@ TEST_F(TextTest, TransformsTakeTheBoxAlong) {
 }
 
 TEST_F(TextTest, ReadsTextsAndAttributesByTheirOwnGroups) {
-    const auto text = enttest::read<AcDbText>(db, {{100, "AcDbText"},
-                                                   {10, "1"},
-                                                   {20, "2"},
-                                                   {40, "5"},
-                                                   {1, "abc"},
-                                                   {72, "1"},
-                                                   {11, "9"},
-                                                   {21, "8"},
-                                                   {210, "0"},
-                                                   {220, "0"},
-                                                   {230, "-1"},
-                                                   {100, "AcDbText"},
-                                                   {73, "3"}});
+    const auto text = enttest::read<AcDbText>(
+        db, "100=AcDbText|10=1,2|40=5|1=abc|72=1|11=9,8|210=0,0,-1|100=AcDbText|73=3");
     EXPECT_STREQ(text->textStringConst(), L"abc");
     EXPECT_EQ(text->horizontalMode(), AcDb::kTextCenter);
     EXPECT_EQ(text->verticalMode(), AcDb::kTextTop);
     enttest::expectNear(text->alignmentPoint(), {-9, 8, 0}, 1e-12);
 
     // In attributes 73 is the field length; what follows belongs to another object.
-    const auto attribute = enttest::read<AcDbAttribute>(db, {{100, "AcDbText"},
-                                                             {10, "1"},
-                                                             {20, "2"},
-                                                             {40, "5"},
-                                                             {1, "value"},
-                                                             {100, "AcDbAttribute"},
-                                                             {2, "TAG"},
-                                                             {70, "1"},
-                                                             {73, "12"},
-                                                             {74, "2"},
-                                                             {100, "AcDbXrecord"},
-                                                             {70, "0"},
-                                                             {10, "77"},
-                                                             {2, "other"}});
+    const auto attribute = enttest::read<AcDbAttribute>(
+        db, "100=AcDbText|10=1,2|40=5|1=value|100=AcDbAttribute|2=TAG|70=1|73=12|74=2|"
+            "100=AcDbXrecord|70=0|10=77|2=other");
     EXPECT_STREQ(attribute->tagConst(), L"TAG");
     EXPECT_TRUE(attribute->isInvisible());
     EXPECT_EQ(attribute->fieldLength(), 12);
@@ -134,8 +111,7 @@ TEST_F(TextTest, AttributesTakeTheirPlaceFromTheBlock) {
 
 TEST_F(TextTest, MultilineContentsReadPlain) {
     const struct {
-        const wchar_t* contents;
-        const wchar_t* plain;
+        const wchar_t *contents, *plain;
     } cases[] = {
         {L"one\\Ptwo", L"one\ntwo"},
         {L"{\\fArial|b1|i0|c0|p0;bold} plain", L"bold plain"},

@@ -1,5 +1,4 @@
 // What entities are taken apart into: the parts together are the whole.
-#include <cmath>
 #include <numbers>
 
 #include "db/arc.h"
@@ -25,6 +24,7 @@ namespace {
 
 using coretest::CoreTest;
 using coretest::Groups;
+using coretest::put;
 using enttest::boxOf;
 using std::numbers::pi;
 
@@ -50,8 +50,7 @@ protected:
         return {all.minPoint(), all.maxPoint()};
     }
     static double lengthOf(const AcDbCurve& curve) {
-        double end = 0.0;
-        double length = 0.0;
+        double end = 0.0, length = 0.0;
         EXPECT_EQ(curve.getEndParam(end), Acad::eOk);
         EXPECT_EQ(curve.getDistAtParam(end, length), Acad::eOk);
         return length;
@@ -75,13 +74,6 @@ protected:
 
     AcDbObjectId block(const ACHAR* name) {
         return coretest::addRecord<AcDbBlockTableRecord>(db.blockTableId(), name);
-    }
-    template <class T>
-    T* put(AcDbObjectId blockId, T* entity) {
-        AcDbObjectPointer<AcDbBlockTableRecord> record(blockId, AcDb::kForWrite);
-        EXPECT_EQ(record->appendAcDbEntity(entity), Acad::eOk);
-        entity->close();
-        return entity;
     }
     AcDbPolyline* bulged() {
         auto* const polyline = new AcDbPolyline;
@@ -107,8 +99,7 @@ TEST_F(Explode, LightPolylinesBecomeLinesAndArcs) {
     expectSameCurve(*whole, parts);
     const auto* const arc = AcDbArc::cast(parts[2].get());
     EXPECT_EQ(arc->thickness(), 2.0);
-    AcGePoint3d corner;
-    AcGePoint3d end;
+    AcGePoint3d corner, end;
     ASSERT_EQ(whole->getPointAt(2, corner), Acad::eOk);
     ASSERT_EQ(arc->getEndPoint(end), Acad::eOk);
     enttest::expectNear(end, corner, 1e-9); // It ran clockwise: its end is the segment's start.
@@ -122,7 +113,7 @@ TEST_F(Explode, OldPolylinesLeaveTheirFrameOut) {
     for (const double bulge : {1.0, 0.0, -0.5})
         bulges.append(bulge);
     AcDb2dPolyline flat(AcDb::k2dSimplePoly, vertices, 7.0, true, 0, 0, &bulges);
-    const auto frame = enttest::read<AcDb2dVertex>(db, {{10, "99"}, {20, "99"}, {70, "16"}});
+    const auto frame = enttest::read<AcDb2dVertex>(db, "10=99,99|70=16");
     flat.appendVertex(AcDb2dVertex::cast(frame->clone()));
     const Parts parts = partsOf(flat);
     EXPECT_EQ(count<AcDbArc>(parts), 2U);
@@ -147,8 +138,7 @@ TEST_F(Explode, ReferencesGiveTheirContentsInPlace) {
     struct Case {
         const char* name;
         AcGeScale3d scale;
-        std::size_t ellipses;
-        std::size_t arcs;
+        std::size_t ellipses, arcs;
     };
     for (const Case& c : {Case{"even", {2, 2, 2}, 0, 3}, Case{"mirrored", {-2, 2, 2}, 0, 3},
                           Case{"uneven", {3, -1, 1}, 4, 0}}) {
@@ -253,11 +243,9 @@ TEST_F(Explode, PiecesOfMultilineTextLookAsTheirRunsDid) {
     const AcDbObjectId family = style(L"FAMILY", L"", L"Arial", false);
     const AcDbObjectId bold = style(L"BOLD", L"", L"Arial", true);
     const struct {
-        const ACHAR* contents;
-        const ACHAR* text;
+        const ACHAR *contents, *text;
         AcDbObjectId style;
-        double width = 1.0;
-        double oblique = 0.0;
+        double width = 1.0, oblique = 0.0;
     } cases[] = {
         {L"plain", L"plain", own},
         {L"{\\Fromans|c134;x}", L"x", strokes},
@@ -296,13 +284,9 @@ TEST_F(Explode, PiecesOfMultilineTextLookAsTheirRunsDid) {
 TEST_F(Explode, MultilinesGiveTheirLinesAndBreaks) {
     // Two lines 10 apart around a corner; the upper one breaks between 30 and 40.
     const auto whole = enttest::read<AcDbMline>(
-        db, {{100, "AcDbMline"}, {11, "0"},  {21, "0"}, {12, "1"},   {22, "0"},  {13, "0"},
-             {23, "1"},          {74, "4"},  {41, "5"}, {41, "0"},   {41, "30"}, {41, "40"},
-             {74, "2"},          {41, "-5"}, {41, "0"}, {11, "100"}, {21, "0"},  {12, "0"},
-             {22, "1"},          {13, "-1"}, {23, "1"}, {74, "2"},   {41, "5"},  {41, "0"},
-             {74, "2"},          {41, "-5"}, {41, "0"}, {11, "100"}, {21, "50"}, {12, "0"},
-             {22, "1"},          {13, "-1"}, {23, "0"}, {74, "2"},   {41, "5"},  {41, "0"},
-             {74, "2"},          {41, "-5"}, {41, "0"}});
+        db, "100=AcDbMline|11=0,0|12=1,0|13=0,1|74=4|41=5|41=0|41=30|41=40|74=2|41=-5|"
+            "41=0|11=100,0|12=0,1|13=-1,1|74=2|41=5|41=0|74=2|41=-5|41=0|11=100,50|"
+            "12=0,1|13=-1,0|74=2|41=5|41=0|74=2|41=-5|41=0");
     const Parts parts = partsOf(*whole);
     const std::pair<AcGePoint3d, AcGePoint3d> wanted[] = {{{0, 5, 0}, {30, 5, 0}},
                                                           {{40, 5, 0}, {95, 5, 0}},

@@ -64,13 +64,12 @@ protected:
 
 TEST_F(GroupTest, KeepTheOrderOfTheirMembers) {
     using Change = std::function<Acad::ErrorStatus(AcDbGroup&)>;
-    struct Case {
+    const struct {
         const char* name;
         Change change;
         Acad::ErrorStatus status;
         const char* members;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"append", [&](AcDbGroup& g) { return g.append(pick("ca")); }, Acad::eOk, "ca"},
         {"prepend", [&](AcDbGroup& g) { return g.prepend(points[1]); }, Acad::eOk, "bca"},
         {"again", [&](AcDbGroup& g) { return g.append(pick("db")); }, Acad::eDuplicateKey, "bca"},
@@ -91,7 +90,7 @@ TEST_F(GroupTest, KeepTheOrderOfTheirMembers) {
         {"reverse", [&](AcDbGroup& g) { return g.reverse(); }, Acad::eOk, "ab"},
         {"clear", [&](AcDbGroup& g) { return g.clear(); }, Acad::eOk, ""},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(c.change(*AcDbObjectPointer<AcDbGroup>(group, AcDb::kForWrite)), c.status);
         EXPECT_EQ(members(), c.members);

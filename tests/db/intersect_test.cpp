@@ -58,18 +58,12 @@ EntityPtr polyline(const std::vector<std::array<double, 3>>& vertices, bool clos
     made->setClosed(closed);
     return made;
 }
-AcGePoint3dArray array(const Points& points) {
-    AcGePoint3dArray made;
-    for (const AcGePoint3d& point : points)
-        made.append(point);
-    return made;
-}
 EntityPtr polyline2d(const Points& points) {
-    AcGePoint3dArray vertices = array(points);
+    AcGePoint3dArray vertices = enttest::points(points);
     return std::make_unique<AcDb2dPolyline>(AcDb::k2dSimplePoly, vertices, 0.0, false);
 }
 EntityPtr polyline3d(const Points& points) {
-    AcGePoint3dArray vertices = array(points);
+    AcGePoint3dArray vertices = enttest::points(points);
     return std::make_unique<AcDb3dPolyline>(AcDb::k3dSimplePoly, vertices, false);
 }
 /// A parabola: y = x (4 - x) / 4 from (0, 0) over (2, 1) to (4, 0).
@@ -77,8 +71,9 @@ EntityPtr parabola() {
     AcGeDoubleArray knots;
     for (const double knot : {0.0, 0.0, 0.0, 1.0, 1.0, 1.0})
         knots.append(knot);
-    return std::make_unique<AcDbSpline>(
-        2, false, false, false, array({{0, 0, 0}, {2, 2, 0}, {4, 0, 0}}), knots, AcGeDoubleArray());
+    return std::make_unique<AcDbSpline>(2, false, false, false,
+                                        enttest::points({{0, 0, 0}, {2, 2, 0}, {4, 0, 0}}), knots,
+                                        AcGeDoubleArray());
 }
 
 Points sorted(Points points) {
@@ -106,8 +101,7 @@ void expectPoints(const Points& actual, const Points& wanted, double tolerance =
 TEST(Intersections, OfPairsAreWhereHandFiguresPutThem) {
     struct Case {
         const char* name;
-        EntityPtr a;
-        EntityPtr b;
+        EntityPtr a, b;
         AcDb::Intersect type;
         Points points;
         double tolerance = 1e-9;
@@ -250,7 +244,8 @@ EntityPtr randomCurve(std::mt19937& random, int kind) {
         return ellipse(point(), point().asVector(), 0.1 + angle(random) / 7.0, from,
                        from + 0.2 + angle(random) * 0.9);
     case 5:
-        return std::make_unique<AcDbSpline>(array({point(), point(), point(), point(), point()}));
+        return std::make_unique<AcDbSpline>(
+            enttest::points({point(), point(), point(), point(), point()}));
     default:
         return polyline({{place(random), place(random), place(random) / 5},
                          {place(random), place(random), place(random) / 5},
@@ -261,8 +256,7 @@ EntityPtr randomCurve(std::mt19937& random, int kind) {
 }
 
 Points chordPoints(const AcDbCurve& curve, int count) {
-    double first = 0.0;
-    double last = 0.0;
+    double first = 0.0, last = 0.0;
     curve.getStartParam(first);
     curve.getEndParam(last);
     Points points;

@@ -106,19 +106,18 @@ TEST_F(Transactions, RefuseWhatTheyCannotDo) {
     manager().startTransaction();
     AcDbObjectPointer<AcDbPoint> reader(point);
     get(point, AcDb::kForWrite, Acad::eWasOpenForRead);
-    struct Case {
+    const struct {
         const char* name;
         AcDbObject* object;
         bool add;
         Acad::ErrorStatus status;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"no object", nullptr, true, Acad::eNullObjectPointer},
         {"in no drawing", &loose, true, Acad::eNotInDatabase},
         {"open for reading", reader.object(), true, Acad::eNotOpenForWrite},
         {"none of its objects", reader.object(), false, Acad::eKeyNotFound},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(manager().addNewlyCreatedDBRObject(c.object, c.add), c.status) << c.name;
     {
         AcDbDatabase gone;

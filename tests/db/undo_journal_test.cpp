@@ -1,7 +1,6 @@
 // Undo and redo: every state comes back as it was.
 #include <random>
 
-#include "db/block_memory.h"
 #include "undo_support.h"
 
 using namespace undotest;
@@ -342,28 +341,6 @@ TEST_F(Undo, RecordsOnlyWhenAsked) {
     journal().undo(1);
     expectAsTold(db, before);
     EXPECT_EQ(journal().undo(1).front().kind, Kind::kNothing);
-}
-
-TEST_F(Undo, PicksFindWhatIsThere) {
-    const auto countAt = [&](const AcGePoint3d& place) {
-        const auto& space = *Residence::peek<AcDbBlockTableRecord>(db.modelSpaceId());
-        headless::Extents3d box;
-        box.add(place);
-        return space.memory().index(space).find(box).size();
-    };
-    EXPECT_EQ(countAt({0, 0, 0}), 0U);
-    const AcDbObjectId id = addPoint(db);
-    EXPECT_EQ(countAt({0, 0, 0}), 1U);
-    journal().mark();
-    AcDbObjectPointer<AcDbPoint>(id, AcDb::kForWrite)->setPosition({5, 0, 0});
-    EXPECT_EQ(countAt({5, 0, 0}), 1U);
-    journal().undoToMark();
-    EXPECT_EQ(countAt({5, 0, 0}), 0U);
-    EXPECT_EQ(countAt({0, 0, 0}), 1U);
-    journal().undo(1);
-    EXPECT_EQ(countAt({0, 0, 0}), 0U);
-    journal().redo();
-    EXPECT_EQ(countAt({0, 0, 0}), 1U);
 }
 
 TEST_F(Undo, NamesFindTheOldestOfTheirRecordsAgain) {

@@ -39,8 +39,7 @@ TEST_F(Turned, DirectionsAndLengthsGoAlong) {
                               AcGeMatrix3d::rotation(std::numbers::pi / 2, AcGeVector3d::kZAxis);
     const struct {
         const AcRxClass* kind;
-        WrittenGroups before;
-        WrittenGroups after;
+        WrittenGroups before, after;
     } cases[] = {
         // An arc from 0 to 90 degrees, counted either way, then a half ellipse; a pattern of lines
         // upwards one apart, and a seed.
@@ -88,8 +87,7 @@ TEST_F(Turned, DimensionsGoAlongWithAllTheirPoints) {
         const char* name;
         const AcRxClass* kind;
         AcGeMatrix3d transform;
-        std::string before;
-        std::string after;
+        std::string before, after;
     } cases[] = {
         {"moved, seen from below", AcDb2LineAngularDimension::desc(),
          AcGeMatrix3d::translation({10, 0, 0}),
@@ -131,10 +129,8 @@ TEST_F(Turned, DimensionsGoAlongWithAllTheirPoints) {
 TEST_F(Turned, ImagesReachAsFarAsTheirBoundary) {
     // A picture of 100 by 50 pixels of 0.1, at the origin.
     const struct {
-        const char* name;
-        const char* boundary;
-        AcGePoint3d least;
-        AcGePoint3d greatest;
+        const char *name, *boundary;
+        AcGePoint3d least, greatest;
     } cases[] = {
         {"whole", "280=0|71=1|91=2|14=9.5,9.5|14=19.5,19.5", {0, 0, 0}, {10, 5, 0}},
         {"rectangle", "280=1|71=1|91=2|14=9.5,9.5|14=19.5,29.5", {1, 2, 0}, {2, 4, 0}},

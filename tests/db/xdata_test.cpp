@@ -51,12 +51,11 @@ TEST_F(Xdata, RefusesWhatFilesCannotHold) {
     const std::wstring longText(kLongestText + 1, L'x');
     std::vector<char> bytes(128);
     const ads_binary chunk{128, bytes.data()};
-    struct Case {
+    const struct {
         const char* name;
         Chain data;
         Acad::ErrorStatus status;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"nothing", nullptr, Acad::eInvalidResBuf},
         {"no application", chain(1070, 1), Acad::eInvalidResBuf},
         {"nameless application", chain(1001, L""), Acad::eInvalidResBuf},
@@ -75,7 +74,7 @@ TEST_F(Xdata, RefusesWhatFilesCannotHold) {
         {"long chunk", chain(1001, L"APP", 1004, chunk), Acad::eOutOfRange},
     };
     ASSERT_EQ(set(chain(1001, L"APP", 1070, 9)), Acad::eOk);
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(set(c.data), c.status);
         EXPECT_EQ(get(), L"1001=APP 1070=9");
@@ -119,21 +118,8 @@ TEST_F(Xdata, HasRoomForSixteenThousandBytes) {
 
 TEST_F(Xdata, IsReadFromTheFileUntilItChanges) {
     id = Residence::admit(db, std::make_unique<AcDbPoint>());
-    archive.put(id, {{8, "0"},
-                     {100, "AcDbPoint"},
-                     {1000, "stray"},
-                     {1001, "APP "},
-                     {1000, "two words"},
-                     {1010, "1"},
-                     {1020, "2"},
-                     {1030, "3"},
-                     {1011, "4"},
-                     {1040, "0.5"},
-                     {1030, "9"},
-                     {1070, "7"},
-                     {1004, "4142"},
-                     {1001, "Gone"},
-                     {1071, "8"}});
+    archive.put(id, "8=0|100=AcDbPoint|1000=stray|1001=APP |1000=two words|1010=1|1020=2|"
+                    "1030=3|1011=4|1040=0.5|1030=9|1070=7|1004=4142|1001=Gone|1071=8");
     EXPECT_EQ(get(L"app"),
               L"1001=APP 1000=two words 1010=1 2 3 1011=4 0 0 1040=0.5 1070=7 1004=AB");
     EXPECT_EQ(get(L"Gone"), L"1001=Gone 1071=8") << "unregistered data of a file show too";

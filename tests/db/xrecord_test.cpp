@@ -53,11 +53,10 @@ TEST_F(Xrecords, RefuseWhatFilesCannotHold) {
         const AcDbDatabase other;
         acdbGetAdsName(stranger, other.layerZero());
     }
-    struct Case {
+    const struct {
         const char* name;
         Chain data;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"a name of a record", chain(1, L"x", RTDXF0, L"LINE")},
         {"its own handle", chain(5, L"2F")},
         {"its own handle, elsewhere", chain(105, L"2F")},
@@ -70,7 +69,7 @@ TEST_F(Xrecords, RefuseWhatFilesCannotHold) {
         {"no text", chain(1, static_cast<ACHAR*>(nullptr))},
     };
     ASSERT_EQ(set(chain(90, 1)), Acad::eOk);
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         ASSERT_NE(c.data, nullptr);
         EXPECT_EQ(set(c.data), Acad::eInvalidResBuf);
@@ -79,41 +78,23 @@ TEST_F(Xrecords, RefuseWhatFilesCannotHold) {
 }
 
 TEST_F(Xrecords, AreReadFromTheFileUntilTheyChange) {
-    struct Case {
+    const struct {
         const char* name;
         Groups groups;
         std::wstring values;
-    };
-    const Case cases[] = {
-        {"the first 280 is the merge style",
-         {{5, "1"}, {330, "C"}, {100, "AcDbXrecord"}, {280, "1"}, {280, "2"}},
-         L"280=2"},
-        {"old records have none", {{100, "AcDbXrecord"}, {1, "a"}, {280, "2"}}, L"1=a 280=2"},
-        {"braces are values",
-         {{100, "AcDbXrecord"}, {102, "{ACAD_REACTORS"}, {330, "0"}, {102, "}"}},
+    } cases[] = {
+        {"the first 280 is the merge style", "5=1|330=C|100=AcDbXrecord|280=1|280=2", L"280=2"},
+        {"old records have none", "100=AcDbXrecord|1=a|280=2", L"1=a 280=2"},
+        {"braces are values", "100=AcDbXrecord|102={ACAD_REACTORS|330=0|102=}",
          L"102={ACAD_REACTORS 330=0 102=}"},
-        {"extended data are not",
-         {{100, "AcDbXrecord"}, {1000, "mine"}, {1001, "APP"}, {1000, "its"}},
-         L"1000=mine"},
-        {"points take their three groups",
-         {{100, "AcDbXrecord"},
-          {10, "1"},
-          {20, "2"},
-          {30, "3"},
-          {11, "4"},
-          {21, "5"},
-          {40, "6"},
-          {20, "7"}},
+        {"extended data are not", "100=AcDbXrecord|1000=mine|1001=APP|1000=its", L"1000=mine"},
+        {"points take their three groups", "100=AcDbXrecord|10=1,2,3|11=4,5|40=6|20=7",
          L"10=1 2 3 11=4 5 0 40=6 20=7"},
-        {"numbers out of range are 0",
-         {{100, "AcDbXrecord"}, {70, "70000"}, {90, "x"}},
-         L"70=0 90=0"},
-        {"odd digits of chunks",
-         {{100, "AcDbXrecord"}, {310, "41424"}, {310, "zz"}},
-         L"310=AB 310="},
+        {"numbers out of range are 0", "100=AcDbXrecord|70=70000|90=x", L"70=0 90=0"},
+        {"odd digits of chunks", "100=AcDbXrecord|310=41424|310=zz", L"310=AB 310="},
         {"nothing", {{100, "AcDbXrecord"}}, L""},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         archive.put(id, c.groups);
         EXPECT_EQ(get(), c.values);

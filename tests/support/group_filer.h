@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,7 +16,24 @@
 namespace test_support {
 
 /// The groups of a record as codes and texts.
-using Groups = std::vector<std::pair<int, std::string>>;
+class Groups : public std::vector<std::pair<int, std::string>> {
+public:
+    using vector::vector;
+    Groups() = default;
+    /// "40=2.5|10=1,2,3|1=text" and so on, a point with its two or three codes.
+    Groups(const char* list) {
+        std::istringstream parts(list);
+        for (std::string part; std::getline(parts, part, '|');) {
+            const std::size_t sign = part.find('=');
+            int code = std::stoi(part);
+            const bool isPoint = (code >= 10 && code <= 18) || (code >= 210 && code <= 213);
+            std::istringstream values(part.substr(sign + 1));
+            if (!isPoint) emplace_back(code, values.str());
+            for (std::string value; isPoint && std::getline(values, value, ','); code += 10)
+                emplace_back(code, value);
+        }
+    }
+};
 
 /// Reads records given as groups; texts are UTF-8, names are looked up in the database's tables.
 class GroupFiler : public AcDbDxfFiler {
