@@ -48,8 +48,7 @@ protected:
         double sum = 0.0;
         for (const auto& part : shown(std::move(curve), clip)) {
             const auto* const left = AcDbCurve::cast(part.get());
-            double end = 0.0;
-            double length = 0.0;
+            double end = 0.0, length = 0.0;
             left->getEndParam(end);
             left->getDistAtParam(end, length);
             sum += length;
@@ -109,11 +108,7 @@ TEST_F(ClippedEntities, AreCutAtTheBoundary) {
         {"circle through the square", circle(0, 0, 2 / std::sqrt(3.0)), square,
          4 * pi / std::sqrt(3.0), 4 * pi / std::sqrt(3.0) / 3},
         {"whole circle", circle(0, 0, 0.5), square, pi, pi},
-        {"arc",
-         make(new AcDbArc(AcGePoint3d(), AcGeVector3d::kZAxis, 2, 0, pi)),
-         {{{0, -5}, {5, 5}}},
-         2 * pi,
-         pi},
+        {"arc", make(new AcDbArc(AcGePoint3d(), 2, 0, pi)), {{{0, -5}, {5, 5}}}, 2 * pi, pi},
         {"polyline with an arc", roundedSquare(), {{{1, -5}, {5, 5}}}, 6 + pi, pi},
         {"polyline across its start", roundedSquare(), {{{-5, -5}, {0, 0}}}, 6 + pi, 2.0},
     };
@@ -148,8 +143,7 @@ TEST_F(ClippedEntities, OfAnyKindOfCurveAddUp) {
     };
     for (auto& curve : curves) {
         SCOPED_TRACE(curve->isA()->name());
-        double end = 0.0;
-        double whole = 0.0;
+        double end = 0.0, whole = 0.0;
         AcDbCurve::cast(curve.get())->getEndParam(end);
         AcDbCurve::cast(curve.get())->getDistAtParam(end, whole);
         Clip clip{{{-2, -1}, {3, -1}, {1, 2}}};
@@ -182,12 +176,11 @@ TEST_F(ClippedEntities, ThatAreNoCurvesStayWholeWhereTheyShow) {
         return std::make_unique<AcDbSolid>(AcGePoint3d(x, -0.1, 0), AcGePoint3d(x + size, -0.1, 0),
                                            AcGePoint3d(x, 0.1, 0), AcGePoint3d(x + size, 0.1, 0));
     };
-    struct Case {
+    const struct {
         const char* name;
         double x, size;
         std::size_t inside, outside;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"within", -0.5, 1, 1, 0},
         {"overlapping", 0.5, 1, 1, 1},
         {"beside", 2, 1, 0, 1},
@@ -195,7 +188,7 @@ TEST_F(ClippedEntities, ThatAreNoCurvesStayWholeWhereTheyShow) {
     };
     const Clip square{{{-1, -1}, {1, 1}}};
     const Clip hole{{{-1, -1}, {1, 1}}, true};
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(shown(solid(c.x, c.size), square).size(), c.inside);
         EXPECT_EQ(shown(solid(c.x, c.size), hole).size(), c.outside);

@@ -12,10 +12,8 @@
 /// A clip in the block's coordinates, seen from above.
 struct Clip {
     std::vector<AcGePoint2d> points; // two corners of a rectangle, or a polygon
-    bool inverted = false;
-    bool enabled = true;
-    double front = ACDB_INFINITE_XCLIP_DEPTH;
-    double back = -ACDB_INFINITE_XCLIP_DEPTH;
+    bool inverted = false, enabled = true;
+    double front = ACDB_INFINITE_XCLIP_DEPTH, back = -ACDB_INFINITE_XCLIP_DEPTH;
 };
 
 class ClippedReferences : public BlocksTest {

@@ -100,19 +100,18 @@ TEST_F(BlockParts, AreLookedForByTheirOwnLayersAtAnyDepth) {
     }
     addReference(id, {}, L"LOOP", L"DEEP"); // a damaged drawing: a block that holds itself
     const AcDbObjectId top = addReference(id, {}, L"TOP");
-    struct Case {
+    const struct {
         const char* name;
         std::vector<CString> layers;
         bool used;
-    };
-    const Case cases[] = {{"in any case, thirty levels down", {L"NONE", L"WALL"}, true},
-                          {"a nested reference's own layer", {L"hold"}, true},
-                          {"in the circle", {L"LOOP"}, true},
-                          {"layer 0 as it is", {L"0"}, true},
-                          {"not the reference itself", {L"TOP"}, false},
-                          {"part of a name", {L"WAL"}, false},
-                          {"no layer", {}, false}};
-    for (const Case& c : cases)
+    } cases[] = {{"in any case, thirty levels down", {L"NONE", L"WALL"}, true},
+                 {"a nested reference's own layer", {L"hold"}, true},
+                 {"in the circle", {L"LOOP"}, true},
+                 {"layer 0 as it is", {L"0"}, true},
+                 {"not the reference itself", {L"TOP"}, false},
+                 {"part of a name", {L"WAL"}, false},
+                 {"no layer", {}, false}};
+    for (const auto& c : cases)
         EXPECT_EQ(uses(top, c.layers), c.used) << c.name;
     EXPECT_FALSE(uses(AcDbObjectId::kNull, {L"WALL"}));
 }

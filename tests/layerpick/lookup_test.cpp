@@ -94,11 +94,10 @@ TEST_F(Lookup, TextStylesWithoutThoseOfShapes) {
 TEST_F(Lookup, DimensionStylesByTheRuleOfTheirNames) {
     EXPECT_EQ(Common::GetDimensionName(100, 3), L"VANT_100_3");
     EXPECT_EQ(Common::GetDimensionName(-1, 0), L"VANT_-1_0");
-    struct Case {
+    const struct {
         const wchar_t* name;
         const wchar_t* style; // empty: none
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"VANT_100_3", L"VANT_100_3"},
         {L"ABC_VANT_1", L"VANT_0_1"}, // the mark anywhere; VANT is the number 0
         {L"VANT_100_3_1", L""},
@@ -110,7 +109,7 @@ TEST_F(Lookup, DimensionStylesByTheRuleOfTheirNames) {
         {L"vant_100_3", L"VANT_100_3"}, // no mark, but by now there is a style of that name
         {L"vant_0_2", L""},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(CStringA(c.name).GetString());
         EXPECT_EQ(nameOf(Common::GetDimensionId(c.name)), c.style);
     }

@@ -38,8 +38,7 @@ private:
 };
 
 struct Click {
-    double x;
-    double y;
+    double x, y;
     bool shift = false;
 };
 constexpr Click kWall{150, 100};
@@ -93,15 +92,14 @@ TEST_F(PickLayers, AddTakeOutAndEndAsTheUserWishes) {
     const auto escape = [this] { session().pressKey(VK_ESCAPE); };
     const auto pressEnter = [this] { enter(); };
     const auto typeEnter = [this] { session().typeLine(L""); };
-    struct Case {
+    const struct {
         const char* name;
         const wchar_t* before;
         std::vector<Click> clicks;
         std::function<void()> end;
         int answer;
         const wchar_t* after;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"one", L"", {kWall}, pressEnter, 1, L"WALL"},
         {"twice the same", L"", {kWall, kWall}, pressEnter, 1, L"WALL"},
         {"on a locked layer", L"", {kLocked}, typeEnter, 1, L"LOCKED"},
@@ -122,7 +120,7 @@ TEST_F(PickLayers, AddTakeOutAndEndAsTheUserWishes) {
         {"Escape", L"X", {kWall, kLocked}, escape, 0, L"X"},
         {"no more input", L"X", {kWall}, [] {}, 0, L"X"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         click(c.clicks);
         c.end();
@@ -187,8 +185,7 @@ TEST_F(PickLayers, TellHowThePickedEntityLooks) {
         polyline->setLinetype(L"Continuous");
         polyline->setLinetypeScale(1.5);
     }
-    int color = -1;
-    int width = -1;
+    int color = -1, width = -1;
     CString linetype;
     double scale = -1.0;
     const auto pick = [&] {

@@ -1,31 +1,24 @@
 // Which layer lies under a point: at the top level, in nested references, under clips.
-#include <cmath>
 #include <numbers>
 
 #include <gmock/gmock.h>
 
-#include <dbdict.h>
 #include <dbdim.h>
 #include <dbents.h>
-#include <dbhatch.h>
-#include <dbspfilt.h>
-#include <dbxline.h>
 
-#include "OrnCore/zel_dwg.h"
+#include "../blocks/clipped_reference.h"
 #include "ed/state.h"
 #include "ed/user_coordinates.h"
 #include "ed/viewports.h"
-#include "frame/object_handle.h"
 #include "layerpick/layer_sets.h"
 #include "layerpick/pick_layer.h"
 #include "square_hatch.h"
-#include "support/session_fixture.h"
 
 namespace {
 
 using std::numbers::pi;
 
-class LayerPick : public test_support::SessionTest {
+class LayerPick : public ClippedReferences {
 protected:
     // A unit a pixel, so that the pick square has sides of 7 and reaches 3.5 to either side.
     LayerPick() { setViewHeight(900.0); }
@@ -41,26 +34,14 @@ protected:
         owned->setLayer(addLayer(layer));
         return add(std::move(owned), block);
     }
-    AcDbObjectId line(const AcGePoint3d& a, const AcGePoint3d& b, const wchar_t* layer,
-                      const wchar_t* block = ACDB_MODEL_SPACE) {
-        return put(new AcDbLine(a, b), layer, block);
-    }
     AcDbObjectId text(const AcGePoint3d& at, double height, const wchar_t* layer,
                       const wchar_t* block) {
         return put(new AcDbText(at, L"HH", AcDbObjectId::kNull, height), layer, block);
     }
-    void block(const wchar_t* name, const AcGePoint3d& origin = AcGePoint3d::kOrigin) {
-        const WriteHandle<AcDbBlockTable> table(database()->blockTableId());
-        auto* const record = new AcDbBlockTableRecord;
-        record->setName(name);
-        record->setOrigin(origin);
-        ASSERT_EQ(table->add(record), Acad::eOk);
-        record->close();
-    }
     AcDbObjectId blockId(const wchar_t* name) {
-        const ReadHandle<AcDbBlockTable> table(database()->blockTableId());
         AcDbObjectId id;
-        EXPECT_EQ(table->getAt(name, id), Acad::eOk);
+        EXPECT_EQ(ReadHandle<AcDbBlockTable>(database()->blockTableId())->getAt(name, id),
+                  Acad::eOk);
         return id;
     }
     AcDbObjectId refer(const wchar_t* name, const AcGePoint3d& at, const wchar_t* layer,
@@ -79,24 +60,6 @@ protected:
     AcDbObjectId hatch(const enttest::Groups& loop, const wchar_t* layer, const wchar_t* in) {
         return put(hatchOf(*database(), loop).release(), layer, in);
     }
-    static void clip(AcDbObjectId reference, const std::vector<AcGePoint2d>& polygon) {
-        const WriteHandle<AcDbBlockReference> opened(reference);
-        ASSERT_EQ(opened->createExtensionDictionary(), Acad::eOk);
-        const WriteHandle<AcDbDictionary> extension(opened->extensionDictionary());
-        AcGePoint2dArray points;
-        for (const AcGePoint2d& point : polygon)
-            points.append(point);
-        auto* const filter = new AcDbSpatialFilter;
-        filter->setDefinition(points, AcGeVector3d::kZAxis, 0.0, ACDB_INFINITE_XCLIP_DEPTH,
-                              -ACDB_INFINITE_XCLIP_DEPTH, true);
-        auto* const filters = new AcDbDictionary;
-        AcDbObjectId id;
-        ASSERT_EQ(extension->setAt(L"ACAD_FILTER", filters, id), Acad::eOk);
-        ASSERT_EQ(filters->setAt(L"SPATIAL", filter, id), Acad::eOk);
-        filter->close();
-        filters->close();
-    }
-
     std::wstring pick(double x, double y, int mode = 0, int hatches = 0, int descend = 1) const {
         return std::wstring(
             kelmor::GetEntLayerByPt(AcGePoint3d(x, y, 0), excluded_, descend, mode, hatches));
@@ -106,17 +69,17 @@ protected:
 };
 
 TEST_F(LayerPick, PlainEntitiesComeFirstThenReferencesThenHatches) {
-    block(L"B");
-    line({0, 0, 0}, {10, 0, 0}, L"IN", L"B");
+    addBlock(L"B");
+    addLine({0, 0, 0}, {10, 0, 0}, L"IN", L"B");
     refer(L"B", {0, 0, 0}, L"WALL");
     EXPECT_EQ(pick(5, 1), L"IN");
     EXPECT_EQ(pick(5, 1, 0, 0, 0), L"WALL") << "the reference itself, not looked into";
     hatch(-50, -50, 100, L"AREA");
     EXPECT_EQ(pick(5, 1), L"IN");
     EXPECT_EQ(pick(30, 30), L"AREA") << "whether or not hatches in blocks count";
-    line({0, 2, 0}, {10, 2, 0}, L"OLD");
+    addLine({0, 2, 0}, {10, 2, 0}, L"OLD");
     EXPECT_EQ(pick(5, 1), L"OLD");
-    line({0, 3, 0}, {10, 3, 0}, L"0");
+    addLine({0, 3, 0}, {10, 3, 0}, L"0");
     EXPECT_EQ(pick(5, 1), L"0") << "the newest, as it is";
     excluded_ = {L"0", L"OLD"};
     EXPECT_EQ(pick(5, 1), L"0") << "exclusion is for what is inside references";
@@ -124,12 +87,12 @@ TEST_F(LayerPick, PlainEntitiesComeFirstThenReferencesThenHatches) {
 }
 
 TEST_F(LayerPick, HeapsOfReferencesAreLookedIntoOnce) {
-    block(L"HEAP0");
+    addBlock(L"HEAP0");
     put(new AcDbCircle({0, 0, 0}, AcGeVector3d::kZAxis, 50.0), L"RING", L"HEAP0");
     for (int level = 1; level <= 12; ++level) {
         const std::wstring below = L"HEAP" + std::to_wstring(level - 1);
         const std::wstring name = L"HEAP" + std::to_wstring(level);
-        block(name.c_str());
+        addBlock(name.c_str());
         for (int i = 0; i < 10; ++i)
             refer(below.c_str(), {0, 0, 0}, L"0", name.c_str());
     }
@@ -139,16 +102,16 @@ TEST_F(LayerPick, HeapsOfReferencesAreLookedIntoOnce) {
 }
 
 TEST_F(LayerPick, TheAreaOfThePickIsAnOctagon) {
-    line({3.4, 3.4, 0}, {50, 3.4, 0}, L"CORNER"); // starts inside the square's corner
+    addLine({3.4, 3.4, 0}, {50, 3.4, 0}, L"CORNER"); // starts inside the square's corner
     EXPECT_EQ(pick(0, 0), L"CORNER");
-    line({-50, 4.8, 0}, {50, 4.8, 0}, L"ABOVE"); // 3.5 times the root of 2 is 4.95
+    addLine({-50, 4.8, 0}, {50, 4.8, 0}, L"ABOVE"); // 3.5 times the root of 2 is 4.95
     EXPECT_EQ(pick(0, 0), L"ABOVE");
 }
 
 TEST_F(LayerPick, LayerZeroTakesTheLayerOfWhatHoldsIt) {
-    block(L"INNER");
-    line({0, 0, 0}, {10, 0, 0}, L"0", L"INNER");
-    block(L"OUTER");
+    addBlock(L"INNER");
+    addLine({0, 0, 0}, {10, 0, 0}, L"0", L"INNER");
+    addBlock(L"OUTER");
     refer(L"INNER", {100, 0, 0}, L"0", L"OUTER");
     refer(L"INNER", {200, 0, 0}, L"DOOR", L"OUTER");
     refer(L"OUTER", {0, 0, 0}, L"WALL");
@@ -163,22 +126,21 @@ TEST_F(LayerPick, LayerZeroTakesTheLayerOfWhatHoldsIt) {
 }
 
 TEST_F(LayerPick, ThePointIsCarriedDownAndTheApertureShrinks) {
-    block(L"B", {5, 5, 0});
-    line({5, 15, 0}, {25, 15, 0}, L"IN", L"B");
-    struct Case {
+    WriteHandle<AcDbBlockTableRecord>(addBlock(L"B"))->setOrigin({5, 5, 0});
+    addLine({5, 15, 0}, {25, 15, 0}, L"IN", L"B");
+    const struct {
         const char* name;
         AcGeScale3d scale;
         double rotation;
         AcGePoint3d on; // a point on the line as it is drawn
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"plain", {1, 1, 1}, 0.0, {1010, 10, 0}},
         {"turned about the base point", {1, 1, 1}, pi / 2, {990, 10, 0}},
         {"larger", {3, 3, 3}, 0.0, {1030, 30, 0}},
         {"larger and turned", {2, 2, 2}, pi / 2, {980, 20, 0}},
         {"mirrored", {-1, 1, 1}, 0.0, {990, 10, 0}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const AcDbObjectId id =
             refer(L"B", {1000, 0, 0}, L"0", ACDB_MODEL_SPACE, c.scale, c.rotation);
@@ -198,8 +160,8 @@ TEST_F(LayerPick, ThePointIsCarriedDownAndTheApertureShrinks) {
 }
 
 TEST_F(LayerPick, UnevenScalesAreUndoneBeforeTheRotation) {
-    block(L"B");
-    line({10, 0, 0}, {20, 0, 0}, L"IN", L"B");
+    addBlock(L"B");
+    addLine({10, 0, 0}, {20, 0, 0}, L"IN", L"B");
     const AcDbObjectId id = refer(L"B", {0, 0, 0}, L"0", ACDB_MODEL_SPACE, {2, 0.5, 1}, pi / 2);
     const auto at = [&](double x, double y) {
         const ReadHandle<AcDbEntity> reference(id);
@@ -212,9 +174,9 @@ TEST_F(LayerPick, UnevenScalesAreUndoneBeforeTheRotation) {
 }
 
 TEST_F(LayerPick, CurvesAreHitByTheSquaresEdges) {
-    block(L"B");
-    line({-1, 0, 0}, {1, 0, 0}, L"SHORT", L"B"); // wholly inside the square
-    line({20, 0, 7}, {40, 0, 7}, L"HIGH", L"B");
+    addBlock(L"B");
+    addLine({-1, 0, 0}, {1, 0, 0}, L"SHORT", L"B"); // wholly inside the square
+    addLine({20, 0, 7}, {40, 0, 7}, L"HIGH", L"B");
     put(new AcDbCircle({100, 0, 0}, AcGeVector3d::kZAxis, 20), L"RING", L"B");
     refer(L"B", {0, 0, 0}, L"0");
     EXPECT_EQ(pick(0, 0), L"");
@@ -225,11 +187,11 @@ TEST_F(LayerPick, CurvesAreHitByTheSquaresEdges) {
 }
 
 TEST_F(LayerPick, ModesChooseWhatIsLookedAtInside) {
-    block(L"INNER");
-    line({0, 0, 0}, {10, 0, 0}, L"NESTED", L"INNER");
-    block(L"B");
+    addBlock(L"INNER");
+    addLine({0, 0, 0}, {10, 0, 0}, L"NESTED", L"INNER");
+    addBlock(L"B");
     text({0, -1, 0}, 2, L"TEXT", L"B");
-    line({0, 2, 0}, {10, 2, 0}, L"LINE", L"B");
+    addLine({0, 2, 0}, {10, 2, 0}, L"LINE", L"B");
     refer(L"INNER", {100, 0, 0}, L"0", L"B");
     refer(L"B", {0, 0, 0}, L"0");
     EXPECT_EQ(pick(1, 0), L"TEXT") << "the first in the block's order";
@@ -241,8 +203,8 @@ TEST_F(LayerPick, ModesChooseWhatIsLookedAtInside) {
 }
 
 TEST_F(LayerPick, AttributesStandWhereTheReferenceDoes) {
-    block(L"B");
-    line({0, 50, 0}, {10, 50, 0}, L"IN", L"B");
+    addBlock(L"B");
+    addLine({0, 50, 0}, {10, 50, 0}, L"IN", L"B");
     const AcDbObjectId id = refer(L"B", {1000, 0, 0}, L"WALL", ACDB_MODEL_SPACE, {5, 5, 5});
     {
         const WriteHandle<AcDbBlockReference> reference(id);
@@ -262,7 +224,7 @@ TEST_F(LayerPick, AttributesStandWhereTheReferenceDoes) {
 }
 
 TEST_F(LayerPick, TheSmallestAreaAroundThePointWins) {
-    block(L"B");
+    addBlock(L"B");
     hatch(0, 0, 100, L"LARGE", L"B");
     hatch(20, 20, 40, L"SMALL", L"B");
     hatch(10, 10, 60, L"0", L"B");
@@ -277,30 +239,10 @@ TEST_F(LayerPick, TheSmallestAreaAroundThePointWins) {
 }
 
 TEST_F(LayerPick, LoopsOfEdgesAreAreasToo) {
-    block(L"B");
+    addBlock(L"B");
     // A circle of radius 50, and of radius 20 as an ellipse.
-    hatch({{92, "1"},
-           {93, "1"},
-           {72, "2"},
-           {10, "0"},
-           {20, "0"},
-           {40, "50"},
-           {50, "0"},
-           {51, "360"},
-           {73, "1"}},
-          L"DISC", L"B");
-    hatch({{92, "1"},
-           {93, "1"},
-           {72, "3"},
-           {10, "0"},
-           {20, "0"},
-           {11, "20"},
-           {21, "0"},
-           {40, "1"},
-           {50, "0"},
-           {51, "360"},
-           {73, "1"}},
-          L"OVAL", L"B");
+    hatch("92=1|93=1|72=2|10=0,0|40=50|50=0|51=360|73=1", L"DISC", L"B");
+    hatch("92=1|93=1|72=3|10=0,0|11=20,0|40=1|50=0|51=360|73=1", L"OVAL", L"B");
     refer(L"B", {1000, 0, 0}, L"0");
     EXPECT_EQ(pick(1000, 0, 0, 1), L"OVAL");
     EXPECT_EQ(pick(1030, 30, 0, 1), L"DISC");
@@ -309,7 +251,7 @@ TEST_F(LayerPick, LoopsOfEdgesAreAreasToo) {
 
 TEST_F(LayerPick, TextsAndDimensionsAreHitByTheirPieces) {
     setViewHeight(90.0); // The square has sides of 0.7.
-    block(L"B");
+    addBlock(L"B");
     auto* const note = new AcDbMText;
     note->setLocation({0, 0, 0});
     note->setTextHeight(10.0);
@@ -320,8 +262,8 @@ TEST_F(LayerPick, TextsAndDimensionsAreHitByTheirPieces) {
     EXPECT_EQ(pick(1004, -22), L"NOTE");
     EXPECT_EQ(pick(1050, -22), L"") << "right of the short second line";
 
-    block(L"D7");
-    line({0, 100, 0}, {50, 100, 0}, L"0", L"D7");
+    addBlock(L"D7");
+    addLine({0, 100, 0}, {50, 100, 0}, L"0", L"D7");
     text({20, 110, 0}, 5.0, L"0", L"D7");
     auto* const dimension = new AcDbAlignedDimension;
     dimension->setDimBlockId(blockId(L"D7"));
@@ -332,18 +274,18 @@ TEST_F(LayerPick, TextsAndDimensionsAreHitByTheirPieces) {
 }
 
 TEST_F(LayerPick, ClipsHideWhatLiesBeyondThem) {
-    block(L"B");
-    line({-100, 0, 0}, {100, 0, 0}, L"IN", L"B");
+    addBlock(L"B");
+    addLine({-100, 0, 0}, {100, 0, 0}, L"IN", L"B");
     const AcDbObjectId id = refer(L"B", {1000, 0, 0}, L"0");
     EXPECT_EQ(pick(1060, 0), L"IN");
-    clip(id, {{-50, -50}, {50, 50}});
+    clip(id, {{{-50, -50}, {50, 50}}});
     EXPECT_EQ(pick(1060, 0), L"");
     EXPECT_EQ(pick(1040, 0), L"IN");
 }
 
 TEST_F(LayerPick, UserCoordinatesAreCarriedToTheWorldInsideReferencesOnly) {
-    block(L"B");
-    line({0, 0, 0}, {10, 0, 0}, L"IN", L"B");
+    addBlock(L"B");
+    addLine({0, 0, 0}, {10, 0, 0}, L"IN", L"B");
     const AcDbObjectId id = refer(L"B", {1000, 0, 0}, L"0");
     AcGeMatrix3d moved;
     moved.setToTranslation({1000, 0, 0});
@@ -356,8 +298,8 @@ TEST_F(LayerPick, UserCoordinatesAreCarriedToTheWorldInsideReferencesOnly) {
 
 TEST_F(LayerPick, NeverFailsOnWhatIsDamaged) {
     EXPECT_TRUE(kelmor::GetBlockInsideLayerByPt(nullptr, {}, excluded_, 0, 0).IsEmpty());
-    block(L"SELF");
-    line({0, 0, 0}, {10, 0, 0}, L"IN", L"SELF");
+    addBlock(L"SELF");
+    addLine({0, 0, 0}, {10, 0, 0}, L"IN", L"SELF");
     refer(L"SELF", {1, 1, 0}, L"0", L"SELF");
     const AcDbObjectId id = refer(L"SELF", {0, 0, 0}, L"0");
     EXPECT_EQ(pick(5, 1), L"IN");
