@@ -1,8 +1,6 @@
 // Characters of two bytes whose second one means something to JSON, a backslash above all.
 #include "style_file.h"
 
-#include <random>
-
 #include "text/conversions.h"
 
 namespace {
@@ -61,31 +59,6 @@ TEST_F(CodePageNames, OfEveryCharacterAreKept) {
         std::wstring name;
         for (std::size_t j = i; j < i + kPerName; ++j)
             name += characters[j];
-        addEverywhere(name);
-    }
-    expectAllKept();
-}
-
-TEST_F(CodePageNames, OfRandomMixturesAreKept) {
-    const std::vector<std::wstring> characters = charactersWithTrail(0x40, 0xFE);
-    const std::vector<std::wstring> backslashes = charactersWithTrail(0x5C, 0x5C);
-    std::mt19937 random(936);
-    const auto one = [&](const std::vector<std::wstring>& of) { return of[random() % of.size()]; };
-    for (int i = 0; i < 2000; ++i) {
-        std::wstring name;
-        for (auto length = 1 + random() % 12; length > 0; --length) {
-            switch (random() % 3) {
-            case 0:
-                name += one(characters);
-                break;
-            case 1:
-                name += one(backslashes);
-                break;
-            default:
-                name += static_cast<wchar_t>(1 + random() % 127);
-                break;
-            }
-        }
         addEverywhere(name);
     }
     expectAllKept();

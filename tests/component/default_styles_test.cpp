@@ -45,12 +45,11 @@ TEST_F(DefaultStyles, OneIsChosenByItsNames) {
     const auto file = product_.path() / "prg" / "componentDefaultData.json";
     ComponentFunc::SaveComponentInfo(components_, file.wstring().c_str());
 
-    struct Case {
+    const struct {
         const char* name;
         const wchar_t* names[3];
         const wchar_t* key; // empty: none
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"by all three", {L"梁", L"t", L"中"}, L"梁-t-中"},
         {"the first in byte order", {L"梁", L"t", L""}, L"梁-t-板"},
         {"the one without a name comes first", {L"梁", L"u", L""}, L"梁-u-"},
@@ -59,7 +58,7 @@ TEST_F(DefaultStyles, OneIsChosenByItsNames) {
         {"unknown group", {L"墙", L"t", L""}, L""},
         {"no names", {L"", L"", L""}, L""},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         for (const bool fileOnly : {true, false}) {
             const ComponentInfo found =

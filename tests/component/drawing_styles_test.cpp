@@ -15,11 +15,9 @@ namespace {
 constexpr const wchar_t* kDictionary = L"KELMOR-LAYER";
 
 TEST(RecordKeys, KeepWhatADictionaryDoesNotAllowAsWords) {
-    struct Case {
-        const wchar_t* plain;
-        const wchar_t* fixed;
-    };
-    const Case cases[] = {
+    const struct {
+        const wchar_t *plain, *fixed;
+    } cases[] = {
         {L"a<b>c", L"aorn(左箭头)ornborn(右箭头)ornc"},
         {L"1/2", L"1orn(斜杠)orn2"},
         {L"1\\2", L"1orn(反斜杠)orn2"},
@@ -34,7 +32,7 @@ TEST(RecordKeys, KeepWhatADictionaryDoesNotAllowAsWords) {
         {L"梁-叠合梁*-200x400 ", L"梁-叠合梁*-200x400 "},
         {L"", L""},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(CStringA(c.plain).GetString());
         CString key = c.plain;
         EXPECT_EQ(Common::FixRecordKey(CString(c.plain)), c.fixed);
@@ -43,36 +41,6 @@ TEST(RecordKeys, KeepWhatADictionaryDoesNotAllowAsWords) {
         Common::RecoverRecordKey(key);
         EXPECT_EQ(key, c.plain);
     }
-}
-
-/// A style in which no two fields have the same value, nor that of a new style.
-ComponentInfo distinct(const wchar_t* group, const wchar_t* type, const wchar_t* style) {
-    ComponentInfo info = named(group, type, style);
-    info.attributeName = L"厚度";
-    info.attributeValue1 = 2;
-    info.attributeValue2 = 3;
-    info.attributeValue3 = 4;
-    info.attributeValue4 = -2147483647 - 1;
-    info.lineColorIndex = 6;
-    info.lineType = L"DASHED";
-    info.lineScale = 0.1;
-    info.lineWidth = 8;
-    info.simpleLineColorIndex = 9;
-    info.simpleLineType = L"";
-    info.simpleLineScale = 1e-300;
-    info.simpleLineWidth = 11;
-    info.setSimpleLineRealWidth = 0;
-    info.setHatch = 2;
-    info.hatchName = L"|a=\"b\"";
-    info.hatchColorIndex = 14;
-    info.hatchScale = 15;
-    info.expressionStyle = 16;
-    info.lineLayerInfo = {L"梁线", 17, L"L1", 18, 19, 0, 1};
-    info.hatchLayerInfo = {L"梁填充", 20, L"L2", 21, 22, 3, 4};
-    info.simpleLineLayerInfo = {L"梁单线", 23, L"L3", 24, 25, 5, 6};
-    info.useFloorHeight = 0;
-    info.dryConstructionMethod = 26;
-    return info;
 }
 
 class DrawingStyles : public test_support::SessionTest {
@@ -121,7 +89,13 @@ protected:
 };
 
 TEST_F(DrawingStyles, ComeBackFieldByField) {
-    add(distinct(L"梁", L"a/b", L"<200\\x|400>"));
+    ComponentInfo extreme = distinct(L"梁", L"a/b", L"<200\\x|400>");
+    extreme.attributeValue4 = -2147483647 - 1;
+    extreme.setHatch = 2;
+    extreme.hatchLayerInfo.print = 3;
+    extreme.simpleLineType = L"";
+    extreme.simpleLineScale = 1e-300;
+    add(extreme);
     add(distinct(L"梁", L"*?", L"`=,;:\""));
     add(ComponentInfo());
     save();
@@ -151,13 +125,12 @@ TEST_F(DrawingStyles, StandInTheirRecordInTheAgreedOrder) {
         ++count;
         if (item->restype == 1) text += item->resval.rstring;
         if (item->restype == 90) text += std::to_wstring(item->resval.rlong);
-        if (item->restype == 40) text += item->resval.rreal == 0.1 ? L"real1" : L"real2";
+        if (item->restype == 40) text += item->resval.rreal == 0.5 ? L"half" : L"two";
         text += L" ";
     }
     EXPECT_EQ(count, 46);
-    EXPECT_EQ(text,
-              L"0 G T S 厚度 2 3 4 -2147483648 6 DASHED real1 8 9  real2 11 0 2 |a=\"b\" 14 15 "
-              L"16 梁线 17 L1 18 19 0 1 梁填充 20 L2 21 22 3 4 梁单线 23 L3 24 25 5 6 0 26 ");
+    EXPECT_EQ(text, L"0 G T S n 1 2 3 -4 5 l half 6 7 sl two 8 0 1 中/\"h 9 10 11 A 12 a 13 14 0 1 "
+                    L"B 15 b 16 17 1 0 C 18 c 19 20 1 1 0 21 ");
 }
 
 TEST_F(DrawingStyles, ReplaceThoseThatWereThere) {

@@ -126,15 +126,4 @@ TEST_F(StyleFile, LineEndsDoNotMatter) {
     EXPECT_EQ(read("{\r\n \"g\":{\n\"t\":\r\n{\"s\":{}}}\r\n\r\n}").size(), 1U);
 }
 
-TEST_F(StyleFile, AMillionStylesAreRead) {
-    constexpr int kMillion = 1'000'000;
-    std::string document = "{\"g\":{\"t\":{";
-    for (int i = 0; i < kMillion; ++i)
-        document += "\"" + std::to_string(i) + "\":{\"lineWidth\":" + std::to_string(i) + "},";
-    document.back() = '}';
-    const Components styles = read(document + "}}");
-    ASSERT_EQ(styles.size(), static_cast<std::size_t>(kMillion));
-    EXPECT_EQ(styles.at(L"g-t-654321").lineWidth, 654321);
-}
-
 } // namespace

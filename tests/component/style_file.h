@@ -36,6 +36,22 @@ inline ComponentInfo named(const wchar_t* group, const wchar_t* type, const wcha
     return info;
 }
 
+/// A record in which no two fields of a kind have the same value, nor that of a new record.
+inline ComponentInfo distinct(const wchar_t* group, const wchar_t* type, const wchar_t* style) {
+    ComponentInfo c = named(group, type, style);
+    c.attributeName = L"n";
+    c.attributeValue1 = 1, c.attributeValue2 = 2, c.attributeValue3 = 3, c.attributeValue4 = -4;
+    c.lineColorIndex = 5, c.lineType = L"l", c.lineScale = 0.5, c.lineWidth = 6;
+    c.simpleLineColorIndex = 7, c.simpleLineType = L"sl", c.simpleLineScale = 2;
+    c.simpleLineWidth = 8, c.setSimpleLineRealWidth = 0, c.setHatch = 1, c.hatchName = L"中/\"h";
+    c.hatchColorIndex = 9, c.hatchScale = 10, c.expressionStyle = 11;
+    c.lineLayerInfo = {L"A", 12, L"a", 13, 14, 0, 1};
+    c.hatchLayerInfo = {L"B", 15, L"b", 16, 17, 1, 0};
+    c.simpleLineLayerInfo = {L"C", 18, L"c", 19, 20, 1, 1};
+    c.useFloorHeight = 0, c.dryConstructionMethod = 21;
+    return c;
+}
+
 class StyleFile : public testing::Test {
 protected:
     CString path(const char* name = "styles.json") const {

@@ -7,24 +7,8 @@
 
 namespace {
 
-/// A record in which no two fields of a kind are the same.
-ComponentInfo distinct() {
-    ComponentInfo c = named(L"g", L"t", L"s");
-    c.attributeName = L"n";
-    c.attributeValue1 = 1, c.attributeValue2 = 2, c.attributeValue3 = 3, c.attributeValue4 = -4;
-    c.lineColorIndex = 5, c.lineType = L"l", c.lineScale = 0.5, c.lineWidth = 6;
-    c.simpleLineColorIndex = 7, c.simpleLineType = L"sl", c.simpleLineScale = 2;
-    c.simpleLineWidth = 8, c.setSimpleLineRealWidth = 0, c.setHatch = 1, c.hatchName = L"中/\"h";
-    c.hatchColorIndex = 9, c.hatchScale = 10, c.expressionStyle = 11;
-    c.lineLayerInfo = {L"A", 12, L"a", 13, 14, 0, 1};
-    c.hatchLayerInfo = {L"B", 15, L"b", 16, 17, 1, 0};
-    c.simpleLineLayerInfo = {L"C", 18, L"c", 19, 20, 1, 1};
-    c.useFloorHeight = 0, c.dryConstructionMethod = 21;
-    return c;
-}
-
 TEST_F(StyleFile, IsOneLineOfSortedMembersInTheCodePage) {
-    add(distinct());
+    add(distinct(L"g", L"t", L"s"));
     const Components back = savedAndRead();
     EXPECT_EQ(bytes(),
               R"({"g":{"t":{"s":{"attributeName":"n","attributeValue1":1,"attributeValue2":2,)"
@@ -45,7 +29,7 @@ TEST_F(StyleFile, IsOneLineOfSortedMembersInTheCodePage) {
               "\r\n");
     ASSERT_EQ(back.size(), 1U);
     EXPECT_EQ(back.begin()->first, L"g-t-s");
-    EXPECT_TRUE(fields(back.begin()->second) == fields(distinct()));
+    EXPECT_TRUE(fields(back.begin()->second) == fields(distinct(L"g", L"t", L"s")));
 }
 
 TEST_F(StyleFile, RecordsGoUnderTheNamesTheyCarry) {
