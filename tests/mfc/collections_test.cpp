@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <memory>
-#include <numeric>
 #include <vector>
 
 #include <afxtempl.h>
@@ -175,8 +173,7 @@ TEST(CMap, FindsByKey) {
     numbers.InitHashTable(101);
     for (int i = 1; i <= 20; ++i)
         numbers.SetAt(i, L"x");
-    int sum = 0;
-    int visits = 0;
+    int sum = 0, visits = 0;
     for (POSITION at = numbers.GetStartPosition(); at != nullptr; ++visits) {
         int key = 0;
         numbers.GetNextAssoc(at, key, value);

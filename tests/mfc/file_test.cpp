@@ -55,15 +55,14 @@ protected:
 };
 
 TEST_F(Files, TextIsWrittenInTheAnsiPageWithCrLf) {
-    struct Case {
+    const UINT text = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
+    const struct {
         const char* name;
         unsigned page;
         UINT flags;
         const wchar_t* text;
         std::string bytes;
-    };
-    const UINT text = CFile::modeCreate | CFile::modeWrite | CFile::typeText;
-    const Case cases[] = {
+    } cases[] = {
         {"936", 936, text, L"中\n文", "\xD6\xD0\r\n\xCE\xC4"},
         {"what the page lacks", 1252, text, L"é中", "\xE9?"},
         {"UTF-8", 65001, text, L"中\n", "\xE4\xB8\xAD\r\n"},
@@ -72,7 +71,7 @@ TEST_F(Files, TextIsWrittenInTheAnsiPageWithCrLf) {
         {"binary", 936, CFile::modeCreate | CFile::modeWrite | CFile::typeBinary, L"中\n\U0001F600",
          "\x2D\x4E\n\0\x3D\xD8\x00\xDE"s},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         headless::WinState session;
         session.ansiCodePage = c.page;
@@ -85,13 +84,12 @@ TEST_F(Files, TextIsWrittenInTheAnsiPageWithCrLf) {
 }
 
 TEST_F(Files, LinesAreReadWithoutTheirEnds) {
-    struct Case {
+    const struct {
         const char* name;
         std::string bytes;
         UINT type;
         std::vector<std::wstring> lines;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"CR LF", "ab\r\ncd\r\n", CFile::typeText, {L"ab", L"cd"}},
         {"LF, the last line open", "ab\n\ncd", CFile::typeText, {L"ab", L"", L"cd"}},
         {"a lone CR stays", "a\rb\n", CFile::typeText, {L"a\rb"}},
@@ -100,7 +98,7 @@ TEST_F(Files, LinesAreReadWithoutTheirEnds) {
         {"empty file", "", CFile::typeText, {}},
         {"binary", "a\0\r\0\n\0\x3D\xD8\x00\xDE"s, CFile::typeBinary, {L"a\r", L"\U0001F600"}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         store("in.txt", c.bytes);
         CStdioFile file(path(L"in.txt"), CFile::modeRead | c.type);
@@ -130,14 +128,12 @@ TEST_F(Files, ShortBuffersTakeALineInPieces) {
 }
 
 TEST_F(Files, OpenFlags) {
-    struct Case {
+    const struct {
         const char* name;
         UINT flags;
-        bool exists;
-        bool opens;
+        bool exists, opens;
         const char* after;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"create empties", CFile::modeCreate | CFile::modeWrite, true, true, "x"},
         {"no truncate keeps", CFile::modeCreate | CFile::modeNoTruncate | CFile::modeWrite, true,
          true, "xld"},
@@ -147,7 +143,7 @@ TEST_F(Files, OpenFlags) {
          true, "x"},
         {"read needs the file", CFile::modeRead, false, false, ""},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         fs::remove(folder_ / "f");
         if (c.exists) store("f", "old");

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 #include <afxdisp.h>
 
@@ -117,20 +116,19 @@ TEST_F(Automation, FailuresAreExceptionsWithTheirReasons) {
         EXPECT_EQ(exception->m_scError, E_FAIL);
         exception->Delete();
     }
-    struct Case {
+    const struct {
         const char* name;
         DISPID member;
         WORD flags;
         const char* kinds;
         SCODE status;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"no such member", 99, DISPATCH_METHOD, nullptr, DISP_E_MEMBERNOTFOUND},
         {"a method is no property", 3, DISPATCH_PROPERTYGET, nullptr, DISP_E_MEMBERNOTFOUND},
         {"read-only", 4, DISPATCH_PROPERTYPUT, VTS_BSTR, DISP_E_MEMBERNOTFOUND},
         {"not a number", 1, DISPATCH_PROPERTYPUT, VTS_BSTR, DISP_E_TYPEMISMATCH},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         try {
             driver.InvokeHelper(c.member, c.flags, VT_EMPTY, nullptr,

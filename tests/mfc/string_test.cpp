@@ -25,13 +25,12 @@ bool raises(Action action) {
 }
 
 TEST(CString, MakingAndConverting) {
-    struct Case {
+    const wchar_t* const kNull = nullptr;
+    const struct {
         const char* name;
         CString text;
         std::wstring expected;
-    };
-    const wchar_t* const kNull = nullptr;
-    const Case cases[] = {
+    } cases[] = {
         {"empty", CString(), L""},
         {"from null", CString(kNull), L""},
         {"wide", CString(L"中文"), L"中文"},
@@ -45,7 +44,7 @@ TEST(CString, MakingAndConverting) {
         {"from the other width", CString(CStringA("\xCE\xC4")), L"文"},
         {"narrow from wide", CString(CStringA(L"é中\U0001F600")), L"é中??"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         EXPECT_EQ(std::wstring(c.text.GetString(), static_cast<std::size_t>(c.text.GetLength())),
                   c.expected)
             << c.name;
@@ -193,12 +192,11 @@ TEST(CString, Comparing) {
 
 TEST(CString, PartsAreClamped) {
     const CString text = L"abcdef";
-    struct Case {
+    const struct {
         const char* name;
         CString part;
         const wchar_t* expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"middle", text.Mid(2, 3), L"cde"},
         {"to the end", text.Mid(4), L"ef"},
         {"more than there is", text.Mid(4, 99), L"ef"},
@@ -218,18 +216,16 @@ TEST(CString, PartsAreClamped) {
         {"up to a member", text.SpanExcluding(L"xed"), L"abc"},
         {"no member", text.SpanExcluding(L"x"), L"abcdef"},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_STREQ(c.part, c.expected) << c.name;
 }
 
 TEST(CString, Searching) {
     const CString text = L"abcabc";
-    struct Case {
+    const struct {
         const char* name;
-        int found;
-        int expected;
-    };
-    const Case cases[] = {
+        int found, expected;
+    } cases[] = {
         {"character", text.Find(L'b'), 1},
         {"from a position", text.Find(L'b', 2), 4},
         {"at the position", text.Find(L'b', 1), 1},
@@ -246,19 +242,18 @@ TEST(CString, Searching) {
         {"one of", text.FindOneOf(L"xcb"), 1},
         {"none of", text.FindOneOf(L"x"), -1},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(c.found, c.expected) << c.name;
 }
 
 TEST(CString, Changing) {
-    struct Case {
+    const struct {
         const char* name;
         const wchar_t* before;
         int (*change)(CString&);
         int result;
         const wchar_t* after;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"replace characters", L"abab", [](CString& s) { return s.Replace(L'a', L'x'); }, 2,
          L"xbxb"},
         {"replace by the same", L"abab", [](CString& s) { return s.Replace(L'a', L'a'); }, 0,
@@ -282,7 +277,7 @@ TEST(CString, Changing) {
         {"delete beyond the end", L"abcd", [](CString& s) { return s.Delete(4); }, 4, L"abcd"},
         {"delete nothing", L"abcd", [](CString& s) { return s.Delete(1, -1); }, 4, L"abcd"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         CString text = c.before;
         const CString kept = text;
         EXPECT_EQ(c.change(text), c.result) << c.name;
@@ -309,19 +304,17 @@ TEST(CString, TrimmingAndCase) {
 }
 
 TEST(CString, Tokenizing) {
-    struct Case {
+    const struct {
         const char* name;
-        const wchar_t* text;
-        const wchar_t* separators;
+        const wchar_t *text, *separators;
         std::vector<std::wstring> pieces;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"separators in runs and at both ends", L",a;,b,", L",;", {L"a", L"b"}},
         {"one piece", L"abc", L",", {L"abc"}},
         {"separators only", L",,", L",", {}},
         {"empty", L"", L",", {}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         std::vector<std::wstring> pieces;
         const CString text = c.text;
         int start = 0;
