@@ -55,13 +55,12 @@ TEST(ArcLine, TellsTheSideOfAPoint) {
     const ZelArcLine line({0, 0, 0}, {10, 0, 0});
     const ZelArcLine arc({10, 0, 0}, {0, 10, 0}, kQuarter);
     const ZelArcLine clockwise = arc.GetReverse();
-    struct Case {
+    const struct {
         const char* name;
         const ZelArcLine& piece;
         AcGePoint3d point;
         int side;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"left", line, {5, 2, 0}, 2},
         {"right", line, {5, -2, 0}, -2},
         {"right beyond the end", line, {50, -2, 0}, -2},
@@ -79,10 +78,8 @@ TEST(ArcLine, TellsTheSideOfAPoint) {
         {"inside a clockwise circle", clockwise, {1, 1, 0}, -2},
         {"outside a clockwise circle", clockwise, {20, 20, 0}, 2},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(c.piece.PtInLine(c.point, 1.0), c.side);
-    }
+    for (const auto& c : cases)
+        EXPECT_EQ(c.piece.PtInLine(c.point, 1.0), c.side) << c.name;
 }
 
 TEST(ArcLine, FindsTangents) {

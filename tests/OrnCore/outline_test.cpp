@@ -27,13 +27,12 @@ Vertices reversed(const Vertices& outline) {
 }
 
 TEST(SignedArea, FollowsDirectionAndArcs) {
-    struct Case {
+    const struct {
         const char* name;
         Vertices outline;
         double area;
         double tolerance = 1e-9;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"counter-clockwise square", kSquare, 100.0},
         {"clockwise square", reversed(kSquare), -100.0},
         {"disc of two half circles", kDisc, 25.0 * pi},
@@ -51,20 +50,17 @@ TEST(SignedArea, FollowsDirectionAndArcs) {
         {"one vertex", {{{3, 4}, 1}}, 0.0},
         {"no vertices", {}, 0.0},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_NEAR(orncore::signedArea(c.outline), c.area, c.tolerance);
-    }
+    for (const auto& c : cases)
+        EXPECT_NEAR(orncore::signedArea(c.outline), c.area, c.tolerance) << c.name;
 }
 
 TEST(LengthOf, CountsArcsAndTheClosingSegmentOnlyWhenClosed) {
-    struct Case {
+    const struct {
         const char* name;
         Vertices outline;
         bool closed;
         double length;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"closed square", kSquare, true, 40.0},
         {"open square", kSquare, false, 30.0},
         {"circle", kDisc, true, 10.0 * pi},
@@ -72,13 +68,12 @@ TEST(LengthOf, CountsArcsAndTheClosingSegmentOnlyWhenClosed) {
         {"clockwise quarter", {{{0, 0}, -std::tan(pi / 8)}, {{1, 1}}}, false, pi / 2},
         {"three quarters", {{{0, 0}, std::tan(3 * pi / 8)}, {{1, 1}}}, false, 3 * pi / 2},
         {"nearly straight arc", {{{0, 0}, 1e-9}, {{1000, 0}}}, false, 1000.0},
+        {"repeated vertices", {{{0, 0}}, {{0, 0}, 1}, {{0, 0}}, {{3, 4}}}, false, 5.0},
         {"one vertex", {{{3, 4}, 1}}, false, 0.0},
         {"no vertices", {}, true, 0.0},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_NEAR(orncore::lengthOf(c.outline, c.closed), c.length, 1e-9);
-    }
+    for (const auto& c : cases)
+        EXPECT_NEAR(orncore::lengthOf(c.outline, c.closed), c.length, 1e-9) << c.name;
 }
 
 TEST(AreaAndLength, AgreeWithChordsOfRandomOutlines) {
@@ -86,8 +81,7 @@ TEST(AreaAndLength, AgreeWithChordsOfRandomOutlines) {
     for (int round = 0; round < 60; ++round) {
         const double greatestBulge = round % 3 == 0 ? 0.1 : (round % 3 == 1 ? 0.6 : 3.0);
         const Vertices outline = test_support::randomStar(random, 3 + round % 7, greatestBulge);
-        double twice = 0.0;
-        double length = 0.0;
+        double twice = 0.0, length = 0.0;
         const std::vector<AcGePoint2d> chords = test_support::flattened(outline);
         for (std::size_t i = 0; i < chords.size(); ++i) {
             const AcGePoint2d& a = chords[i];
@@ -102,20 +96,16 @@ TEST(AreaAndLength, AgreeWithChordsOfRandomOutlines) {
 }
 
 TEST(TurningNumber, CountsWholeTurnsOfTheDirection) {
-    struct Case {
+    const double quarter = std::tan(pi / 8);
+    const struct {
         const char* name;
         Vertices outline;
         int turns;
         bool closed = true;
-    };
-    const double quarter = std::tan(pi / 8);
-    const Case cases[] = {
+    } cases[] = {
         {"counter-clockwise square", kSquare, 1},
         {"clockwise square", reversed(kSquare), -1},
-        {"square back at its start but not closed",
-         {{{0, 0}}, {{10, 0}}, {{10, 10}}, {{0, 10}}, {{0, 0}, 0.7}},
-         1,
-         false},
+        {"meets its start", {{{0, 0}}, {{10, 0}}, {{10, 10}}, {{0, 10}}, {{0, 0}, 0.7}}, 1, false},
         {"counter-clockwise circle", kDisc, 1},
         {"clockwise circle", reversed(kDisc), -1},
         {"circle of one great and one small arc", {{{0, 0}, 40.0}, {{10, 0}, 1.0 / 40.0}}, 1},
@@ -152,10 +142,8 @@ TEST(TurningNumber, CountsWholeTurnsOfTheDirection) {
         {"one vertex", {{{1, 1}, 0.5}}, 0},
         {"no vertices", {}, 0},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(orncore::turningNumber(c.outline, c.closed), c.turns);
-    }
+    for (const auto& c : cases)
+        EXPECT_EQ(orncore::turningNumber(c.outline, c.closed), c.turns) << c.name;
 }
 
 TEST(TurningNumber, IsTheSameTurnedToAnyAngle) {

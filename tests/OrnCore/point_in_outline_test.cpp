@@ -37,14 +37,13 @@ TEST(PlaceOf, StandsToStraightOutlines) {
                              {10, 10, 0}, {0, 10, 0}, {0, 10, 0}, {0, 0, 0}};
     const Points collinear = {{0, 0, 0},   {5, 0, 0},  {10, 0, 0}, {10, 5, 0},
                               {10, 10, 0}, {0, 10, 0}, {0, 5, 0}};
-    struct Case {
+    const struct {
         const char* name;
         const Points& outline;
         AcGePoint2d point;
         double tolerance;
         Place place;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"inside", square, {5, 5}, 0, kInside},
         {"right of it", square, {11, 5}, 0, kOutside},
         {"left of it, so that the ray passes through", square, {-1, 5}, 0, kOutside},
@@ -79,7 +78,7 @@ TEST(PlaceOf, StandsToStraightOutlines) {
         {"point that is no number", square, {kNan, 5}, 1, kOutside},
         {"tolerance that is no number", square, {5, 5}, kNan, kInside},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(placeOf(c.point, c.outline, c.tolerance), c.place);
         EXPECT_EQ(placeOf(c.point, straight(c.outline), c.tolerance), c.place);
@@ -106,14 +105,13 @@ TEST(PlaceOf, StandsToArcsExactly) {
     // Three quarters of a circle about (0, 0) with radius 10, from (0, -10) round to (-10, 0).
     const Vertices keyhole = {{{0, -10}, std::tan(3 * pi / 8)}, {{-10, 0}}};
     const double diagonal = 10.0 / std::numbers::sqrt2;
-    struct Case {
+    const struct {
         const char* name;
         const Vertices& outline;
         AcGePoint2d point;
         double tolerance;
         Place place;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"centre", disc, {0, 0}, 0, kInside},
         {"inside near the circle", disc, {7.07, 7.07}, 0, kInside},
         {"outside near the circle", disc, {7.08, 7.08}, 0, kOutside},
@@ -139,7 +137,7 @@ TEST(PlaceOf, StandsToArcsExactly) {
         {"great arc, where its circle goes on", keyhole, {-diagonal, -diagonal}, 0.1, kOutside},
         {"great arc, its end", keyhole, {-10, 0.05}, 0.1, kOn},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(placeOf(c.point, c.outline, c.tolerance), c.place);
         for (const double degree : {30.0, 90.0, 145.0, 180.0, 270.0}) {

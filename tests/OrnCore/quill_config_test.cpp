@@ -158,11 +158,10 @@ TEST_F(Configuration, SaysOnceThatTheFileIsMissing) {
 }
 
 TEST_F(Configuration, SaysWhatIsWrongWithTheFile) {
-    struct Case {
+    const struct {
         const char* document;
         const wchar_t* place;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"", L"Line 1"},
         {"{\"layers\": [}", L"Line 1"},
         {"[]", L"not an object"},
@@ -186,7 +185,7 @@ TEST_F(Configuration, SaysWhatIsWrongWithTheFile) {
          L"dimensionStyles[0].third"},
     };
     std::size_t count = 0;
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.document);
         configure(c.document);
         EXPECT_TRUE(g_pQuillCfgSet->GetLayers().empty());

@@ -1,7 +1,6 @@
 #include <numbers>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "OrnCore/bulge_segment.h"
 #include "OrnCore/segment_intersection.h"
@@ -26,13 +25,11 @@ TEST(Segment, ClosestPointAndDistance) {
     const Segment clockwise = {{0, 1}, {1, 0}, -kQuarterTurn};    // the same places
     const Segment great = {{0, 1}, {1, 0}, std::tan(3 * pi / 8)}; // the rest of that circle
     const Segment shallow = {{0, 0}, {1000, 0}, 1e-10};
-    struct Case {
+    const struct {
         const char* name;
         Segment segment;
-        AcGePoint2d point;
-        AcGePoint2d closest;
-    };
-    const Case cases[] = {
+        AcGePoint2d point, closest;
+    } cases[] = {
         {"beside a line", line, {3, 4}, {3, 0}},
         {"before a line", line, {-3, 4}, {0, 0}},
         {"behind a line", line, {13, -4}, {10, 0}},
@@ -45,14 +42,11 @@ TEST(Segment, ClosestPointAndDistance) {
         {"inside a clockwise arc", clockwise, {0.1, 0.1}, {diagonal, diagonal}},
         {"in the gap of a great arc", great, {3, 2.9}, {1, 0}},
         {"beside a great arc", great, {-2, -2}, {-diagonal, -diagonal}},
-        {"beside the end of a great arc",
-         great,
-         {1.5, -0.5},
-         {1.5 / std::sqrt(2.5), -0.5 / std::sqrt(2.5)}},
+        {"past a great arc", great, {1.5, -0.5}, {1.5 / std::sqrt(2.5), -0.5 / std::sqrt(2.5)}},
         {"beside a shallow arc", shallow, {500, 7}, {500, -5e-8}},
         {"without length", {{2, 2}, {2, 2}, 0.5}, {5, 6}, {2, 2}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         expectPoint(orncore::closestPoint(c.segment, c.point), c.closest);
         EXPECT_NEAR(orncore::distanceTo(c.segment, c.point),
@@ -89,16 +83,14 @@ TEST(Segment, PartsAddUpToTheWhole) {
 }
 
 TEST(Intersect, FindsEveryMeetingOnce) {
-    struct Case {
-        const char* name;
-        Segment first;
-        Segment second;
-        std::vector<AcGePoint2d> points;
-        double tolerance = 1e-6;
-    };
     const Segment upper = {{10, 0}, {-10, 0}, 1}; // half circle about (0, 0)
     const double root = std::sqrt(75.0);
-    const Case cases[] = {
+    const struct {
+        const char* name;
+        Segment first, second;
+        std::vector<AcGePoint2d> points;
+        double tolerance = 1e-6;
+    } cases[] = {
         {"crossing lines", {{0, 0}, {10, 10}}, {{0, 10}, {10, 0}}, {{5, 5}}},
         {"lines that would cross farther on", {{0, 0}, {4, 4}}, {{0, 10}, {10, 0}}, {}},
         {"lines meeting at an end", {{0, 0}, {5, 5}}, {{0, 10}, {10, 0}}, {{5, 5}}},
@@ -118,13 +110,9 @@ TEST(Intersect, FindsEveryMeetingOnce) {
         {"arcs touching", upper, {{-5, 15}, {5, 15}, 1}, {{0, 10}}},
         {"parts of one circle", upper, {{0, 10}, {0, -10}, 1}, {{0, 10}, {-10, 0}}},
         {"arcs about one centre", upper, {{5, 0}, {-5, 0}, 1}, {}},
-        {"shallow arc and line",
-         {{0, 0}, {1000, 0}, 1e-9},
-         {{500, -1}, {500, 1}},
-         {{500, -5e-7}},
-         1e-9},
+        {"shallow arc", {{0, 0}, {1000, 0}, 1e-9}, {{500, -1}, {500, 1}}, {{500, -5e-7}}, 1e-9},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const std::vector<AcGePoint2d> points = orncore::intersect(c.first, c.second, c.tolerance);
         ASSERT_EQ(points.size(), c.points.size());
@@ -156,10 +144,9 @@ TEST(Intersect, FindsTheCrossingsOfRandomArcsWithTheirChords) {
         };
         int expected = 0;
         for (std::size_t i = 0; i + 1 < a.size(); ++i) {
-            for (std::size_t k = 0; k + 1 < b.size(); ++k) {
+            for (std::size_t k = 0; k + 1 < b.size(); ++k)
                 expected += side(a[i], a[i + 1], b[k]) != side(a[i], a[i + 1], b[k + 1]) &&
                             side(b[k], b[k + 1], a[i]) != side(b[k], b[k + 1], a[i + 1]);
-            }
         }
         crossings += expected;
         const std::vector<AcGePoint2d> points = orncore::intersect(first, second, 1e-7);

@@ -13,15 +13,14 @@ namespace {
 using std::numbers::pi;
 
 TEST(ZelMath, ComparesWithinTolerances) {
-    struct Case {
+    const struct {
         double a, b;
         int equal, equalLess, equalMore, less, more;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {1.0, 1.0, 1, 1, 1, 0, 0},  {1.0, 1.5, 1, 1, 1, 0, 0},  {1.5, 1.0, 1, 1, 1, 0, 0},
         {1.0, 1.75, 0, 1, 0, 1, 0}, {1.75, 1.0, 0, 0, 1, 0, 1}, {1.0, 5.0, 0, 1, 0, 1, 0},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.a << " and " << c.b);
         EXPECT_EQ(CZelMath::EqualTo(c.a, c.b, 0.5), c.equal);
         EXPECT_EQ(CZelMath::EqualLess(c.a, c.b, 0.5), c.equalLess);
@@ -37,13 +36,12 @@ TEST(ZelMath, ComparesWithinTolerances) {
 }
 
 TEST(ZelDwgPoints, AreEqualAfterRounding) {
-    struct Case {
+    const struct {
         const char* name;
         AcGePoint3d a, b;
         int decimals;
         bool equal;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"same", {1, 2, 3}, {1, 2, 3}, 3, true},
         {"rounding to the same", {0.0004, 0, 0}, {-0.0004, 0, 0}, 3, true},
         {"near, but rounding apart", {0.0006, 0, 0}, {0.0004, 0, 0}, 3, false},
@@ -55,10 +53,8 @@ TEST(ZelDwgPoints, AreEqualAfterRounding) {
         {"more decimals than a number has", {1e10, 0, 0}, {1e10, 0, 0}, 1000, true},
         {"not a number", {std::nan(""), 0, 0}, {std::nan(""), 0, 0}, 3, false},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(CZelDwg::EqualPoint(c.a, c.b, c.decimals), c.equal);
-    }
+    for (const auto& c : cases)
+        EXPECT_EQ(CZelDwg::EqualPoint(c.a, c.b, c.decimals), c.equal) << c.name;
 }
 
 TEST(ZelDwgPoints, AreMeasuredAndMoved) {
@@ -73,27 +69,25 @@ TEST(ZelDwgPoints, AreMeasuredAndMoved) {
 }
 
 TEST(ZelDwgPoints, HaveDirections) {
-    struct Case {
+    const struct {
         AcGePoint3d to;
         double degrees;
-    };
-    const Case cases[] = {{{1, 0, 5}, 0},    {{1, 1, 0}, 45},   {{0, 2, 0}, 90},
-                          {{-3, 0, 0}, 180}, {{0, -1, 0}, 270}, {{1, -1, 0}, 315},
-                          {{0, 0, 9}, 0},    {{1, -0.0, 0}, 0}, {{1, -1e-300, 0}, 0}};
-    for (const Case& c : cases) {
+    } cases[] = {{{1, 0, 5}, 0},    {{1, 1, 0}, 45},   {{0, 2, 0}, 90},
+                 {{-3, 0, 0}, 180}, {{0, -1, 0}, 270}, {{1, -1, 0}, 315},
+                 {{0, 0, 9}, 0},    {{1, -0.0, 0}, 0}, {{1, -1e-300, 0}, 0}};
+    for (const auto& c : cases) {
         EXPECT_NEAR(CZelDwg::GetAngle({0, 0, 0}, c.to, 0), c.degrees, 1e-12);
         EXPECT_NEAR(CZelDwg::GetAngle({0, 0, 0}, c.to, 1), c.degrees * pi / 180, 1e-14);
     }
 }
 
 TEST(ZelDwgPoints, AreWhereSegmentsMeet) {
-    struct Case {
+    const struct {
         const char* name;
         AcGePoint3d start, end; // of the second; the first runs from 0 to 10 along x, 3 high
         int count;
         double x;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"crossing", {4, -1, 0}, {4, 1, 9}, 1, 4},
         {"ending on it", {4, 0, 0}, {4, 1, 0}, 1, 4},
         {"ending nearly on it", {4, 5e-7, 0}, {4, 1, 0}, 1, 4},
@@ -104,7 +98,7 @@ TEST(ZelDwgPoints, AreWhereSegmentsMeet) {
         {"beside it", {0, 1, 0}, {10, 1, 0}, 0, -1},
         {"a point on it", {3, 0, 0}, {3, 0, 0}, 1, 3},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         AcGePoint3d at(-1, 0, 3);
         EXPECT_EQ(CZelDwg::GetLineInterSect({0, 0, 3}, {10, 0, 3}, c.start, c.end, at), c.count);

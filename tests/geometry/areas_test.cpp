@@ -29,13 +29,12 @@ protected:
 };
 
 TEST_F(Areas, AreInSquareMetres) {
-    struct Case {
+    const struct {
         const char* name;
         std::vector<BulgeVertex> vertices;
         bool closed;
         double area;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"board", rectangle(3000, 2000), true, 6.0},
         {"drawn clockwise", {{{0, 0}}, {{0, 2000}}, {{3000, 2000}}, {{3000, 0}}}, true, 6.0},
         {"disc", {{{0, 0}, 1}, {{2000, 0}, 1}}, true, pi},
@@ -50,7 +49,7 @@ TEST_F(Areas, AreInSquareMetres) {
          0.0},
         {"smaller than the tolerance", rectangle(0.5, 0.5), true, 0.25e-6},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const AcDbObjectId id = addPolyline(c.vertices, c.closed);
         EXPECT_NEAR(plain(id) / std::max(c.area, 1e-6), c.area / std::max(c.area, 1e-6), 1e-9);
@@ -61,12 +60,11 @@ TEST_F(Areas, AreInSquareMetres) {
 
 TEST_F(Areas, PassBoundsThatExcludeTheLowerAndIncludeTheUpper) {
     const AcDbObjectId board = addPolyline(rectangle(3000, 2000)); // A = 3000, B = 2000
-    struct Case {
+    const struct {
         const char* name;
         double minB, maxB, minA, maxA;
         bool passes;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"no bounds", 0, kMost, 0, kMost, true},
         {"B too long", 0, 1000, 0, kMost, false},
         {"B at its upper bound", 0, 2000, 0, kMost, true},
@@ -81,11 +79,10 @@ TEST_F(Areas, PassBoundsThatExcludeTheLowerAndIncludeTheUpper) {
         {"both", 1500, 2500, 2500, 3500, true},
         {"bounds the other way round", 2500, 3500, 1500, 2500, false},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+    for (const auto& c : cases)
         EXPECT_NEAR(Common::GetPlineArea(board, c.minB, c.maxB, c.minA, c.maxA),
-                    c.passes ? 6.0 : 0.0, 1e-9);
-    }
+                    c.passes ? 6.0 : 0.0, 1e-9)
+            << c.name;
 }
 
 TEST_F(Areas, WithBoundsNeedFourCornersAndSidesOfOne) {
@@ -121,13 +118,11 @@ TEST_F(Areas, OnLayersMixPolylinesAndCircles) {
     const AcDbObjectId circle = addCircle({0, 0, 0}, 10, L"HOLES");
     const AcDbObjectId line = addLine({0, 0, 0}, {1, 1, 0}); // on layer 0
     const AcDbObjectIdArray all = list({board, other, circle, line, AcDbObjectId::kNull});
-    struct Case {
+    const struct {
         const char* name;
         const wchar_t* layers;
-        double squareMetres;
-        double circles;
-    };
-    const Case cases[] = {
+        double squareMetres, circles;
+    } cases[] = {
         {"name of any case in the drawing", L"BOARD", 6.0, 0.0},
         {"list in lower case matches nothing", L"board,other", 0.0, 0.0},
         {"several", L"BOARD,OTHER", 7.0, 0.0},
@@ -136,7 +131,7 @@ TEST_F(Areas, OnLayersMixPolylinesAndCircles) {
         {"part of a name", L"OTHERS,BOAR", 0.0, 0.0},
         {"no layers", L"", 0.0, 0.0},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_NEAR(Common::GetAllPlineArea(all, c.layers, 0, kMost), c.squareMetres + c.circles,
                     1e-9);
@@ -168,26 +163,11 @@ TEST_F(Areas, OfLayersThatCannotBeReadStayOut) {
 }
 
 TEST_F(Areas, LengthsFollowArcsAndTheClosingSegment) {
-    struct Case {
-        const char* name;
-        std::vector<BulgeVertex> vertices;
-        bool closed;
-        double length;
-    };
-    const Case cases[] = {
-        {"closed", rectangle(3000, 2000), true, 10000.0},
-        {"open", rectangle(3000, 2000), false, 8000.0},
-        {"circle", {{{0, 0}, 1}, {{10, 0}, 1}}, true, 10 * pi},
-        {"half circle", {{{0, 0}, -1}, {{10, 0}, -1}}, false, 5 * pi},
-        {"repeated vertices", {{{0, 0}}, {{0, 0}, 1}, {{0, 0}}, {{3, 4}}}, false, 5.0},
-        {"one vertex", {{{5, 5}}}, true, 0.0},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        const AcDbObjectId id = addPolyline(c.vertices, c.closed);
-        EXPECT_NEAR(LineTools::GetPlineLength(id), c.length, 1e-9);
-        EXPECT_NEAR(LineTools::GetPlineLength(loosePolyline(c.vertices, c.closed).get()), c.length,
-                    1e-9);
+    const std::vector<BulgeVertex> circle = {{{0, 0}, 1}, {{10, 0}, 1}};
+    for (const bool closed : {true, false}) {
+        const double length = closed ? 10 * pi : 5 * pi;
+        EXPECT_NEAR(LineTools::GetPlineLength(addPolyline(circle, closed)), length, 1e-9);
+        EXPECT_NEAR(LineTools::GetPlineLength(loosePolyline(circle, closed).get()), length, 1e-9);
     }
     EXPECT_EQ(LineTools::GetPlineLength(addLine({0, 0, 0}, {1, 1, 0})), 0.0);
 }
@@ -206,14 +186,11 @@ TEST_F(Areas, ColourOfTheCurrentLayer) {
 }
 
 TEST(DecimalText, ConvertsRoundsAndFormats) {
-    struct Case {
+    const struct {
         const char* name;
         double value;
-        const wchar_t* precision;
-        const wchar_t* unit;
-        const wchar_t* text;
-    };
-    const Case cases[] = {
+        const wchar_t *precision, *unit, *text;
+    } cases[] = {
         {"half upwards", 1234.5, L"0", L"毫米", L"1235"},
         {"below half", 1234.49, L"0", L"毫米", L"1234"},
         {"negative half is cut towards zero", -1234.5, L"0", L"毫米", L"-1234"},
@@ -228,10 +205,8 @@ TEST(DecimalText, ConvertsRoundsAndFormats) {
         {"pattern too short for decimals", 1.6, L"x", L"毫米", L"2"},
         {"beyond whole numbers", 1e300, L"0", L"毫米", L"2147483647"},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_STREQ(Common::GetDecimalText(c.value, c.precision, c.unit), c.text);
-    }
+    for (const auto& c : cases)
+        EXPECT_STREQ(Common::GetDecimalText(c.value, c.precision, c.unit), c.text) << c.name;
 }
 
 TEST(CoefficientOfVariation, IsThePopulationsInPercent) {

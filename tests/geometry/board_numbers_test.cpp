@@ -16,16 +16,6 @@ protected:
         outline_ = addPolyline({{{100, 100}}, {{200, 100}}, {{200, 200}}, {{100, 200}}});
     }
 
-    void addLayer(const wchar_t* name) {
-        AcDbLayerTable* table = nullptr;
-        ASSERT_EQ(database()->getLayerTable(table, AcDb::kForWrite), Acad::eOk);
-        auto layer = std::make_unique<AcDbLayerTableRecord>();
-        layer->setName(name);
-        EXPECT_EQ(table->add(layer.get()), Acad::eOk);
-        layer.release()->close();
-        table->close();
-    }
-
     AcDbObjectId addText(double x, double y, const wchar_t* layer = L"NUMBER") {
         auto text = std::make_unique<AcDbText>(AcGePoint3d(x, y, 0), L"7", AcDbObjectId(), 5.0);
         text->setLayer(layer);

@@ -1,6 +1,5 @@
 // The order in which boards are read.
 #include <algorithm>
-#include <memory>
 #include <random>
 
 #include "geometry/extent_order.h"

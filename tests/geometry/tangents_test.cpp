@@ -17,13 +17,12 @@ const double kQuarter = std::tan(pi / 8);
 
 TEST(GetPlineOutTangant, SharpensCorners) {
     const std::vector<AcGePoint3d> board = {{0, 0, 0}, {30, 0, 0}, {30, 20, 0}, {0, 20, 0}};
-    struct Case {
+    const struct {
         const char* name;
         std::vector<BulgeVertex> vertices;
         std::vector<AcGePoint3d> corners;
         bool closed = true;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"plain board", {{{0, 0}}, {{30, 0}}, {{30, 20}}, {{0, 20}}}, board},
         {"clockwise board keeps its direction",
          {{{0, 0}}, {{0, 20}}, {{30, 20}}, {{30, 0}}},
@@ -94,14 +93,11 @@ TEST(GetPlineOutTangant, SharpensCorners) {
           {20 + 2 * std::sqrt(3.0), 0, 0},
           {15 + std::sqrt(3.0), 3 + 5 * std::sqrt(3.0), 0}}},
         {"open board", {{{0, 0}}, {{30, 0}}, {{30, 20}}, {{0, 20}}}, board, false},
-        {"open board back at its start",
-         {{{0, 0}}, {{30, 0}}, {{30, 20}}, {{0, 20}}, {{0, 0}}},
-         board,
-         false},
+        {"back at its start", {{{0, 0}}, {{30, 0}}, {{30, 20}}, {{0, 20}}, {{0, 0}}}, board, false},
         {"one vertex", {{{3, 3}}}, {}},
         {"none", {}, {}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         expectPoints(LineTools::GetPlineOutTangant(loosePolyline(c.vertices, c.closed).get()),
                      c.corners, 1e-6);

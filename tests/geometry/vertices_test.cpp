@@ -21,8 +21,7 @@ protected:
         std::vector<double> widths;
         const ReadHandle<AcDbPolyline> polyline(id);
         for (unsigned i = 0; i < polyline->numVerts(); ++i) {
-            double start = 0.0;
-            double end = 0.0;
+            double start = 0.0, end = 0.0;
             polyline->getWidthsAt(i, start, end);
             widths.push_back(start);
         }
@@ -62,13 +61,11 @@ TEST_F(Vertices, TellArcs) {
 }
 
 TEST_F(Vertices, AreRewrittenWhateverTheirNumber) {
-    struct Case {
+    const struct {
         const char* name;
         AcGePoint3dArray points;
-        std::vector<double> bulges;
-        std::vector<double> expectedBulges;
-    };
-    const Case cases[] = {
+        std::vector<double> bulges, expectedBulges;
+    } cases[] = {
         {"as many",
          pointArray({{1, 1, 0}, {2, 2, 0}, {3, 3, 0}, {4, 4, 0}}),
          {1, 2, 3, 4},
@@ -85,7 +82,7 @@ TEST_F(Vertices, AreRewrittenWhateverTheirNumber) {
          {0, 0, 0, 0, 7}},
         {"none", AcGePoint3dArray(), {1}, {}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         CArray<double, double> bulges;
         for (const double bulge : c.bulges)
@@ -133,9 +130,7 @@ TEST_F(Vertices, OfOldPolylinesAndMeshesAreCollected) {
     const auto check = [&](const AcDb2dPolyline& flat) {
         AcGePoint3dArray points;
         AcArray<AcDb::Vertex2dType> types;
-        AcGeDoubleArray bulges;
-        AcGeDoubleArray startWidths;
-        AcGeDoubleArray endWidths;
+        AcGeDoubleArray bulges, startWidths, endWidths;
         AcUtDb::collectVertices(&flat, points, types, bulges, startWidths, endWidths);
         expectPoints(points, {{0, 0, 4}, {10, 0, 4}, {10, 10, 4}});
         EXPECT_EQ(bulges, bulgesIn);
@@ -161,8 +156,7 @@ TEST_F(Vertices, OfOldPolylinesAndMeshesAreCollected) {
     corners.append(AcGePoint3d(0, 10, 3));
     const ReadHandle<AcDbPolygonMesh> grid(add(std::make_unique<AcDbPolygonMesh>(
         AcDb::kSimpleMesh, Adesk::Int16{2}, Adesk::Int16{2}, corners)));
-    int m = 0;
-    int n = 0;
+    int m = 0, n = 0;
     points.removeAll();
     AcUtDb::collectVertices(grid.get(), points, m, n);
     EXPECT_EQ(points, corners);
@@ -202,20 +196,19 @@ TEST_F(Vertices, TellWidthsAndSegments) {
 }
 
 TEST_F(Vertices, TellClosedPolylines) {
-    struct Case {
+    const struct {
         const char* name;
         AcGePoint2d last;
         bool closed;
         int answer;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"marked closed", {0, 10}, true, 1},
         {"open", {0, 10}, false, 0},
         {"ending at the start", {0, 0}, false, 1},
         {"ending near the start", {0.04, 0}, false, 1},
         {"off in the first decimal", {0.06, 0}, false, 0},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const AcDbObjectId id = addPolyline({{{0, 0}}, {{10, 0}}, {c.last}}, c.closed);
         EXPECT_EQ(Common::PolyLineIsClose(id) != 0, c.answer != 0);
@@ -243,13 +236,12 @@ TEST(EqualBulges, ComparePairwiseWithinAThousandth) {
 TEST(CommonPtInClosePolygon, CountsVerticesAsOnTheOutline) {
     const AcGePoint3dArray square = pointArray({{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}});
     const auto arched = loosePolyline({{{0, 0}}, {{10, 0}, 1}, {{10, 10}}, {{0, 10}}});
-    struct Case {
+    const struct {
         const char* name;
         AcGePoint3d point;
         double tol;
         int place;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"vertex", {10, 10, 0}, 1e-6, 0},
         {"within rounding to whole units of a vertex", {9.6, 9.6, 0}, 1e-6, 0},
         {"at the next whole unit", {9.4, 9.6, 0}, 1e-6, 1},
@@ -260,7 +252,7 @@ TEST(CommonPtInClosePolygon, CountsVerticesAsOnTheOutline) {
         {"outside, not even by rounding to tens", {16, 5, 0}, -1.0, -1},
         {"vertex by rounding to tens", {6, 6, 0}, -1.0, 0},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(Common::PtInClosePolygon(square, c.point, c.tol), c.place);
         // Arcs are their chords here.
