@@ -1,7 +1,6 @@
 #include "OrnBoard/blocks.h"
 
 #include <dbents.h>
-#include <gtest/gtest.h>
 
 #include "frame/ac_ut_db.h"
 #include "frame/ac_ut_sym_tbl.h"
@@ -71,11 +70,10 @@ TEST_F(BoardBlocks, MayTakeThePlaceOfTheirEntities) {
 TEST_F(BoardBlocks, TellWhyNothingWasDone) {
     const AcDbObjectId wall = addSquare(L"WALL");
     ASSERT_EQ(board::makeBlock(database(), {.name = L"TAKEN", .layers = {L"WALL"}}).problem, L"");
-    struct Case {
+    const struct {
         const char* name;
         board::BlockRequest request;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"taken, in any case", {.name = L"taken", .layers = {L"WALL"}, .replace = true}},
         {"no name", {.layers = {L"WALL"}, .replace = true}},
         {"a name that is not allowed", {.name = L"a/b", .layers = {L"WALL"}, .replace = true}},
@@ -86,7 +84,7 @@ TEST_F(BoardBlocks, TellWhyNothingWasDone) {
         {"no entity",
          {.name = L"B", .handles = {handleOf(database()->layerZero())}, .replace = true}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_NE(board::makeBlock(database(), c.request).problem, L"");
         EXPECT_FALSE(wall.isErased());

@@ -2,7 +2,6 @@
 #include <functional>
 
 #include <dbents.h>
-#include <gtest/gtest.h>
 
 #include "OrnBoard/blocks.h"
 #include "OrnBoard/clean.h"
@@ -45,11 +44,10 @@ protected:
 };
 
 TEST_F(HostRefuses, AndNothingIsLeftBehind) {
-    struct Case {
+    const struct {
         const char* name;
         std::function<void()> run;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"measuring", [&] { board::measureBoards(database(), {}); }},
         {"numbering", [&] { board::numberBoards(database(), {}); }},
         {"clearing numbers", [&] { board::clearBoardNumbers(database(), {}, L""); }},
@@ -82,7 +80,7 @@ TEST_F(HostRefuses, AndNothingIsLeftBehind) {
         {"unlocking layers", [&] { const AutoOpenLockLayer unlocked; }},
         {"closed outlines on top", [&] { const AutoSetClosePlineToTop onTop; }},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const int calls = test_support::failEachCall(
             session(), [&] { draw(); }, c.run, [](const std::string&) {});

@@ -5,7 +5,6 @@
 #include <numbers>
 
 #include <dbents.h>
-#include <gtest/gtest.h>
 
 #include "OrnBoard/measure_report.h"
 #include "support/session_fixture.h"
@@ -92,12 +91,11 @@ TEST_F(Measure, FiltersBySideLengths) {
     addCircle(500, L"0");                                              // sides of 1000
     addPolyline({{{0, 0}}, {{3000, 0}}, {{3000, 2000}}}, false, L"0"); // open: has no sides
 
-    struct Case {
+    const struct {
         const char* name;
         board::SideRange a, b;
         std::size_t polylines, circles;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"first side within", {2999, 3001}, {}, 2, 0},
         {"upper bound counts", {0, 3000}, {0, 2000}, 2, 1},
         {"lower bound does not", {3000, 4000}, {}, 0, 0},
@@ -105,7 +103,7 @@ TEST_F(Measure, FiltersBySideLengths) {
         {"second side within", {}, {1999, 2000}, 2, 0},
         {"circle by its square", {999, 1000}, {999, 1000}, 0, 1},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const Measurement measured = measure({.a = c.a, .b = c.b});
         EXPECT_EQ(measured.polylines.size(), c.polylines);

@@ -5,7 +5,6 @@
 #include <iterator>
 
 #include <dbents.h>
-#include <gtest/gtest.h>
 
 #include "OrnBoard/tables_report.h"
 #include "support/session_fixture.h"

@@ -25,12 +25,11 @@ TEST(DrawGrid, KeepsWhatIsInsideOnly) {
 }
 
 TEST(DrawGrid, MergesRangesThatFit) {
-    struct Case {
+    const struct {
         const char* name;
         GridMerge merge;
         bool fits;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"inside", {1, 1, 1, 0}, true},
         {"to the last cell", {2, 1, 1, 1}, true},
         {"one cell", {1, 1, 0, 0}, false},
@@ -40,7 +39,7 @@ TEST(DrawGrid, MergesRangesThatFit) {
         {"backwards", {2, 2, -1, 1}, false},
         {"wide beyond numbers", {1, 1, 2147483647, 0}, false},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         CDrawGrid grid;
         grid.SetGridSize(3, 4);

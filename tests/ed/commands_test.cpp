@@ -76,13 +76,12 @@ TEST_F(CommandTest, RegistryRefusesDoublesWithinAGroup) {
 }
 
 TEST_F(CommandTest, InputRunsCommandsAndAnswersThem) {
-    struct Case {
+    const struct {
         const char* name;
         std::vector<const wchar_t*> typed;
         bool allKnown;
         const wchar_t* printed;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"answer on the next line", {L"askname", L"two words"}, true, L"Hello two words"},
         {"answer on the same line", {L"ASKNUMBER 7"}, true, L"Got 7"},
         {"Enter repeats the last", {L"ASKNUMBER 7", L"", L"8"}, true, L"Got 8"},
@@ -94,13 +93,12 @@ TEST_F(CommandTest, InputRunsCommandsAndAnswersThem) {
     };
     addCommand(L"ASKNAME", askName);
     addCommand(L"ASKNUMBER", askNumber);
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         ed_.output.clear();
         ed_.input.clear();
-        for (const wchar_t* line : c.typed) {
+        for (const wchar_t* line : c.typed)
             type(line);
-        }
         EXPECT_EQ(ed_.runner.runPending(false), c.allKnown);
         EXPECT_TRUE(printed(c.printed)) << testing::PrintToString(ed_.output.text());
     }

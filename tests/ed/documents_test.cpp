@@ -62,17 +62,16 @@ TEST_F(DocumentTest, SentTextIsTypedForTheDocument) {
 }
 
 TEST(Measures, AnglesGoOnceAround) {
-    struct Case {
-        double x, y, angle;
-    };
     constexpr double kPi = std::numbers::pi;
-    const Case cases[] = {
+    const struct {
+        double x, y, angle;
+    } cases[] = {
         {0, 0, 0},
         {1, 0, 0},
         {0, 1, kPi / 2},
         {-1, 0, kPi},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         const ads_point from = {5, 5, 3};
         const ads_point to = {5 + c.x, 5 + c.y, -8};
         EXPECT_NEAR(acutAngle(from, to), c.angle, 1e-15) << c.x << "," << c.y;

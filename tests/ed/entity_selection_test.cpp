@@ -91,16 +91,15 @@ TEST_F(UserSelection, SetsGrowAndShrinkByClicks) {
     const AcDbObjectId left = line({10, 10, 0}, {10, 20, 0});
     const AcDbObjectId middle = line({50, 10, 0}, {50, 90, 0});
     const AcDbObjectId right = line({90, 10, 0}, {90, 20, 0});
-    struct Case {
-        const char* name;
-        std::function<void()> input;
-        Ids chosen;
-    };
     const auto box = [&](double x1, double x2, bool shift = false) {
         click(x1, 5);
         click(x2, 30, shift);
     };
-    const Case cases[] = {
+    const struct {
+        const char* name;
+        std::function<void()> input;
+        Ids chosen;
+    } cases[] = {
         {"clicks, one of them twice",
          [&] { click(90, 15), click(10, 15), click(90, 15); },
          {right, left}},
@@ -118,7 +117,7 @@ TEST_F(UserSelection, SetsGrowAndShrinkByClicks) {
         {"nonsense is asked again", [&] { type(L"nonsense all"); }, {right, middle, left}},
         {"nothing", [] {}, {}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         ed_.input.clear();
         c.input();

@@ -1,7 +1,6 @@
 #include <numbers>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "ed/input_queue.h"
 #include "ed/keywords.h"
@@ -23,11 +22,10 @@ std::vector<std::wstring> words(InputQueue& queue) {
 }
 
 TEST(InputQueue, ABlankAndALineEndAreEnter) {
-    struct Case {
+    const struct {
         const wchar_t* typed;
         std::vector<std::wstring> answers;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"LINE 0,0 1,1\n\n", {L"LINE", L"0,0", L"1,1", L""}},
         {L"LINE  1,1\n", {L"LINE", L"", L"1,1"}},
         {L"LINE \n", {L"LINE", L""}},
@@ -36,7 +34,7 @@ TEST(InputQueue, ABlankAndALineEndAreEnter) {
         {L"\n", {L""}},
         {L"", {}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         InputQueue queue;
         queue.typeText(c.typed);
         EXPECT_EQ(words(queue), c.answers) << testing::PrintToString(c.typed);
@@ -81,12 +79,10 @@ TEST(InputQueue, ReaderIsAskedOnlyWhenNothingIsQueued) {
 }
 
 TEST(Keywords, MatchByTheirCapitals) {
-    struct Case {
-        const wchar_t* list;
-        const wchar_t* input;
+    const struct {
+        const wchar_t *list, *input;
         const wchar_t* keyword; // null: none
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"Close Undo", L"c", L"Close"},
         {L"Close Undo", L"CLO", L"Close"},
         {L"Close Undo", L"closed", nullptr},
@@ -109,7 +105,7 @@ TEST(Keywords, MatchByTheirCapitals) {
         {L"Ja Nein _Yes No", L"_y", L"Yes"},
         {L"Ja Nein _Yes No", L"_n", L"No"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         const auto keyword = Keywords(c.list).match(c.input);
         EXPECT_EQ(keyword.value_or(L"(none)"), c.keyword == nullptr ? L"(none)" : c.keyword)
             << testing::PrintToString(c.list) << " " << testing::PrintToString(c.input);
@@ -117,11 +113,10 @@ TEST(Keywords, MatchByTheirCapitals) {
 }
 
 TEST(ParseInput, ReadsNumbers) {
-    struct Case {
+    const struct {
         const wchar_t* text;
         std::optional<double> value;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"12.5", 12.5},        {L"-3", -3.0},          {L"+3", 3.0},
         {L".5", 0.5},           {L"1e3", 1000.0},       {L"1/4", 0.25},
         {L"-1/4", -0.25},       {L"3-1/4", 3.25},       {L"-3-1/4", -3.25},
@@ -129,9 +124,8 @@ TEST(ParseInput, ReadsNumbers) {
         {L"1x", std::nullopt},  {L"nan", std::nullopt}, {L"1e999", std::nullopt},
         {L"１", std::nullopt},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases)
         EXPECT_EQ(parseReal(c.text), c.value) << testing::PrintToString(c.text);
-    }
     EXPECT_EQ(parseInteger(L"32767"), 32767);
     EXPECT_EQ(parseInteger(L"32768"), std::nullopt);
     EXPECT_EQ(parseInteger(L"-32768"), -32768);
@@ -139,14 +133,13 @@ TEST(ParseInput, ReadsNumbers) {
 }
 
 TEST(ParseInput, ReadsPoints) {
-    struct Case {
-        const wchar_t* text;
-        std::optional<AcGePoint3d> point;
-    };
     // The user's x runs along the world's y.
     const PointFrame frame{AcGePoint3d(10, 20, 30), 7.0,
                            AcGeMatrix3d::rotation(-std::numbers::pi / 2, AcGeVector3d::kZAxis)};
-    const Case cases[] = {
+    const struct {
+        const wchar_t* text;
+        std::optional<AcGePoint3d> point;
+    } cases[] = {
         {L"1,2", AcGePoint3d(1, 2, 7)},
         {L"1,2,3", AcGePoint3d(1, 2, 3)},
         {L"@1,2", AcGePoint3d(11, 22, 30)},
@@ -165,7 +158,7 @@ TEST(ParseInput, ReadsPoints) {
         {L"<90", std::nullopt},
         {L"", std::nullopt},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(testing::PrintToString(c.text));
         const auto point = parsePoint(c.text, frame);
         ASSERT_EQ(point.has_value(), c.point.has_value());

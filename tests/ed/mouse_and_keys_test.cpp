@@ -23,8 +23,7 @@ struct Seen {
     UINT message;
     WPARAM wParam;
     LPARAM lParam;
-    bool shift;
-    bool button;
+    bool shift, button;
 
     bool operator==(const Seen&) const = default;
 };

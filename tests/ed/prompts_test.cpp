@@ -8,14 +8,13 @@ namespace {
 using PromptTest = EditorTest;
 
 TEST_F(PromptTest, NumbersObeyTheRules) {
-    struct Case {
+    const struct {
         const char* name;
         int flags;
         std::vector<const wchar_t*> typed;
         int result;
         double value;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"a plain answer", 0, {L"2.5"}, RTNORM, 2.5},
         {"Enter is an answer of its own", 0, {L""}, RTNONE, 0},
         {"Enter refused", RSG_NONULL, {L"", L"1"}, RTNORM, 1},
@@ -26,12 +25,11 @@ TEST_F(PromptTest, NumbersObeyTheRules) {
         {"a keyword", 0, {L"c"}, RTKWORD, 0},
         {"any other text", RSG_OTHER, {L"many"}, RTKWORD, 0},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         ed_.input.clear();
-        for (const wchar_t* line : c.typed) {
+        for (const wchar_t* line : c.typed)
             type(line);
-        }
         acedInitGet(c.flags, L"Close");
         double value = 0.0;
         EXPECT_EQ(acedGetReal(L"\nWidth: ", &value), c.result);

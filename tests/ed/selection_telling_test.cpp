@@ -36,8 +36,7 @@ protected:
         words << (id == low_ ? L"low " : id == high_ ? L"high " : L"? ");
     }
 
-    AcDbObjectId low_;
-    AcDbObjectId high_;
+    AcDbObjectId low_, high_;
 };
 
 TEST_F(SelectionTelling, GivesThePlaceOfTheMode) {
@@ -50,8 +49,7 @@ TEST_F(SelectionTelling, GivesThePlaceOfTheMode) {
                              L"( 0 [-1,6,0] ) ) ";
     const struct {
         const wchar_t* mode;
-        const void* point1;
-        const void* point2;
+        const void *point1, *point2;
         Adesk::Int32 index;
         std::wstring told;
     } cases[] = {

@@ -150,12 +150,11 @@ TEST_F(SelectionTest, FiltersCompareGroups) {
     const ads_point corner = {10, 20, 99};
     const ads_point middle = {2, 2, 2};
     const ads_point up = {0, 0, 1};
-    struct Case {
+    const struct {
         const char* name;
         Filter filter;
         std::vector<AcDbObjectId> wanted; // the newest first
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"type in any case", filter(RTDXF0, L"circle"), {circle}},
         {"alternatives and wildcards", filter(RTDXF0, L"LINE,*POLYLINE"), {outline, line}},
         {"layer", filter(8, L"walls-*,doors"), {line, circle}},
@@ -191,10 +190,8 @@ TEST_F(SelectionTest, FiltersCompareGroups) {
         {"not", filter(-4, L"<NOT", RTDXF0, L"*LINE", -4, L"NOT>"), {text, circle}},
         {"a group that the kind does not have", filter(-4, L"!=", 40, 1.0, RTDXF0, L"LINE"), {}},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(take(L"X", c.filter), c.wanted);
-    }
+    for (const auto& c : cases)
+        EXPECT_EQ(take(L"X", c.filter), c.wanted) << c.name;
 }
 
 TEST_F(SelectionTest, MalformedFiltersAreRefused) {
@@ -221,10 +218,8 @@ TEST_F(SelectionTest, MalformedFiltersAreRefused) {
         {"extended data's values", filter(-3, 1001, L"*", 1070, 7)},
         {"no group code", filter(RTSTR, L"CIRCLE")},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_THAT(take(L"X", c.filter), IsEmpty());
-    }
+    for (const auto& c : cases)
+        EXPECT_THAT(take(L"X", c.filter), IsEmpty()) << c.name;
     EXPECT_EQ(take(L"X").size(), 1U);
     resbuf* deep = nullptr;
     for (int i = 0; i < 100000; ++i) {
@@ -238,8 +233,7 @@ TEST_F(SelectionTest, MalformedFiltersAreRefused) {
 TEST_F(SelectionTest, SetsAreEdited) {
     const AcDbObjectId first = addCircle(1);
     const AcDbObjectId second = addCircle(2);
-    ads_name one;
-    ads_name two;
+    ads_name one, two;
     acdbGetAdsName(one, first);
     acdbGetAdsName(two, second);
     ads_name set;

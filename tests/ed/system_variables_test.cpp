@@ -40,11 +40,10 @@ resbuf pointValue(short type, double x, double y, double z) {
 }
 
 TEST_F(SystemVariableTest, AnswersHaveTheDocumentedTypes) {
-    struct Case {
+    const struct {
         const wchar_t* name;
         short type;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"cmdecho", RTSHORT},    {L"FileDia", RTSHORT},   {L"CVPORT", RTSHORT},
         {L"SNAPANG", RTREAL},     {L"VIEWSIZE", RTREAL},   {L"LTSCALE", RTREAL},
         {L"VIEWDIR", RT3DPOINT},  {L"VIEWCTR", RT3DPOINT}, {L"LASTPOINT", RT3DPOINT},
@@ -52,7 +51,7 @@ TEST_F(SystemVariableTest, AnswersHaveTheDocumentedTypes) {
         {L"UCSXDIR", RT3DPOINT},  {L"TILEMODE", RTSHORT},  {L"CELWEIGHT", RTSHORT},
         {L"errno", RTSHORT},      {L"INSUNITS", RTSHORT},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         resbuf buffer{};
         EXPECT_EQ(acedGetVar(c.name, &buffer), RTNORM) << testing::PrintToString(c.name);
         EXPECT_EQ(buffer.restype, c.type) << testing::PrintToString(c.name);
@@ -63,16 +62,14 @@ TEST_F(SystemVariableTest, AnswersHaveTheDocumentedTypes) {
 }
 
 TEST_F(SystemVariableTest, TextsOfAFreshDrawing) {
-    struct Case {
-        const wchar_t* name;
-        const wchar_t* text;
-    };
-    const Case cases[] = {
+    const struct {
+        const wchar_t *name, *text;
+    } cases[] = {
         {L"CLAYER", L"0"},           {L"CELTYPE", L"ByLayer"},      {L"CECOLOR", L"BYLAYER"},
         {L"TEXTSTYLE", L"Standard"}, {L"DIMSTYLE", L"Standard"},    {L"CTAB", L"Model"},
         {L"DWGPREFIX", L"/plans/"},  {L"DWGNAME", L"Storey 1.dxf"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         resbuf buffer{};
         ASSERT_EQ(acedGetVar(c.name, &buffer), RTNORM) << testing::PrintToString(c.name);
         ASSERT_EQ(buffer.restype, RTSTR);
@@ -83,14 +80,13 @@ TEST_F(SystemVariableTest, TextsOfAFreshDrawing) {
 }
 
 TEST_F(SystemVariableTest, SettingIsCheckedAndExplained) {
-    struct Case {
+    const struct {
         const char* name;
         const wchar_t* variable;
         resbuf value;
         int result;
         HostError error;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"in range", L"CMDECHO", shortValue(0), RTNORM, HostError::none},
         {"beyond its range", L"CMDECHO", shortValue(2), RTERROR, HostError::outOfRange},
         {"read-only", L"VIEWSIZE", realValue(5), RTERROR, HostError::readOnlyVariable},
@@ -111,7 +107,7 @@ TEST_F(SystemVariableTest, SettingIsCheckedAndExplained) {
          HostError::badColorName},
         {"a viewport that is not there", L"CVPORT", shortValue(5), RTERROR, HostError::outOfRange},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         headless::setHostError(HostError::none);
         EXPECT_EQ(acedSetVar(c.variable, &c.value), c.result);

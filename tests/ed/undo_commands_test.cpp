@@ -54,13 +54,12 @@ protected:
 };
 
 TEST_F(UndoCommandTest, ScriptsUndoAndRedo) {
-    struct Case {
+    const struct {
         const char* name;
         std::vector<const wchar_t*> lines;
         int points;
         const wchar_t* printed;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"each command is a step", {L"ADD", L"ADD", L"U"}, 1, L"ADD"},
         {"several at once", {L"ADD", L"ADD", L"ADD", L"UNDO 2"}, 1, L""},
         {"Enter means one", {L"ADD", L"ADD", L"_.UNDO", L""}, 1, L""},
@@ -82,7 +81,7 @@ TEST_F(UndoCommandTest, ScriptsUndoAndRedo) {
         {"turned on again", {L"UNDO C N", L"ADD", L"UNDO C A", L"ADD", L"UNDO 5"}, 1, L""},
         {"only one", {L"UNDO C O", L"ADD", L"ADD", L"UNDO 5"}, 1, L""},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         ed_.documents.open(std::make_unique<AcDbDatabase>(true, true), L"New.dwg", false);
         ed_.output.clear();

@@ -155,8 +155,7 @@ TEST_F(ViewsTest, FloatingViewports) {
 
 TEST_F(ViewsTest, TheSheetShownIsTheBlockPaperSpace) {
     const AcDbObjectId first = drawing().paperSpaceId();
-    AcDbObjectId second;
-    AcDbObjectId layout;
+    AcDbObjectId second, layout;
     {
         AcDbObjectPointer<AcDbBlockTable> blocks(drawing().blockTableId(), AcDb::kForWrite);
         auto* const block = new AcDbBlockTableRecord;
@@ -220,12 +219,11 @@ TEST_F(ViewsTest, Zoom) {
         space->appendAcDbEntity(line.get());
         line.release()->close();
     }
-    struct Case {
+    constexpr double kAspect = 1600.0 / 900.0;
+    const struct {
         const wchar_t* line;
         double x, y, height;
-    };
-    constexpr double kAspect = 1600.0 / 900.0;
-    const Case cases[] = {
+    } cases[] = {
         {L"ZOOM E", 250, 25, 500 / kAspect},
         {L"ZOOM 2X", 250, 25, 250 / kAspect},
         {L"zoom P", 250, 25, 500 / kAspect},
@@ -241,7 +239,7 @@ TEST_F(ViewsTest, Zoom) {
         {L"ZOOM what", 3, 4, 50},
         {L"ZOOM C 0,0 -5", 3, 4, 50},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(testing::PrintToString(c.line));
         run(c.line);
         expectView(c.x, c.y, c.height);

@@ -8,12 +8,10 @@
 namespace {
 
 TEST(Wildcard, FollowsTheDocumentedSigns) {
-    struct Case {
-        const wchar_t* text;
-        const wchar_t* pattern;
+    const struct {
+        const wchar_t *text, *pattern;
         bool matches;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"", L"", true},
         {L"", L"*", true},
         {L"a", L"", false},
@@ -51,19 +49,17 @@ TEST(Wildcard, FollowsTheDocumentedSigns) {
         {L"abcbd", L"a*b?", true},
         {L"abcbde", L"a*b?", false},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases)
         EXPECT_EQ(acutWcMatch(c.text, c.pattern), c.matches ? RTNORM : RTERROR)
             << testing::PrintToString(c.text) << " ~ " << testing::PrintToString(c.pattern);
-    }
     EXPECT_EQ(acutWcMatch(nullptr, L"*"), RTERROR);
     EXPECT_EQ(acutWcMatch(L"a", nullptr), RTERROR);
 }
 
 TEST(Wildcard, ManyStarsDoNotMultiplyTheWork) {
     std::wstring pattern;
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 200; ++i)
         pattern += L"*a";
-    }
     EXPECT_FALSE(headless::matchesWildcard(std::wstring(20000, L'a'), pattern + L"*b"));
 }
 

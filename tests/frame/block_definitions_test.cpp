@@ -72,8 +72,7 @@ TEST_F(BlockDefinitions, AreRefusedWithAMessage) {
 
 TEST_F(BlockDefinitions, WithoutANameGetOneOfTheHosts) {
     AcDbBlockTableRecord* block = nullptr;
-    AcDbObjectId first;
-    AcDbObjectId second;
+    AcDbObjectId first, second;
     ASSERT_EQ(AcUtSymTbl::defineNewAnonymousBlock(block, first, database()), Acad::eOk);
     EXPECT_TRUE(block->isWriteEnabled());
     block->close();

@@ -76,8 +76,7 @@ TEST_F(PlacingEntities, TellsLockedAndOffLayers) {
     constexpr const wchar_t* kMessage = L"\nSelected entity is on a locked layer.";
     struct Case {
         const wchar_t* layer;
-        bool locked;
-        bool off;
+        bool locked, off;
     };
     for (const Case& c :
          {Case{L"0", false, false}, {L"LOCKED", true, false}, {L"OFF", false, true}}) {

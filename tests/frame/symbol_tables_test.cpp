@@ -1,5 +1,3 @@
-#include <vector>
-
 #include <dbdict.h>
 #include <dbmlsty.h>
 
@@ -12,12 +10,10 @@ namespace {
 class SymbolTables : public FrameTest {};
 
 TEST_F(SymbolTables, AreNamedByTheClassOfTheirRecords) {
-    struct Case {
+    const struct {
         const char* name;
-        AcRxClass* recordClass;
-        AcRxClass* tableClass;
-    };
-    const Case cases[] = {
+        AcRxClass *recordClass, *tableClass;
+    } cases[] = {
         {"blocks", AcDbBlockTableRecord::desc(), AcDbBlockTable::desc()},
         {"dimension styles", AcDbDimStyleTableRecord::desc(), AcDbDimStyleTable::desc()},
         {"layers", AcDbLayerTableRecord::desc(), AcDbLayerTable::desc()},
@@ -28,7 +24,7 @@ TEST_F(SymbolTables, AreNamedByTheClassOfTheirRecords) {
         {"views", AcDbViewTableRecord::desc(), AcDbViewTable::desc()},
         {"viewports", AcDbViewportTableRecord::desc(), AcDbViewportTable::desc()},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         for (const AcDb::OpenMode mode : {AcDb::kForRead, AcDb::kForWrite}) {
             for (AcDbDatabase* db : {database(), static_cast<AcDbDatabase*>(nullptr)}) {
                 SCOPED_TRACE(c.name);

@@ -21,23 +21,20 @@ struct Outline {
 };
 
 TEST(Bulge, GivesTheArc) {
-    struct Case {
+    const double quarter = std::tan(pi / 8);
+    const struct {
         const char* name;
         BulgeSegment segment;
         AcGePoint2d center;
-        double radius;
-        double start;
-        double sweep;
-    };
-    const double quarter = std::tan(pi / 8);
-    const Case cases[] = {
+        double radius, start, sweep;
+    } cases[] = {
         {"half circle", {{0, 0}, {10, 0}, 1}, {5, 0}, 5, pi, pi},
         {"half circle clockwise", {{0, 0}, {10, 0}, -1}, {5, 0}, 5, pi, -pi},
         {"quarter", {{5, 0}, {0, 5}, quarter}, {0, 0}, 5, 0, pi / 2},
         {"quarter clockwise", {{0, 5}, {5, 0}, -quarter}, {0, 0}, 5, pi / 2, -pi / 2},
         {"three quarters", {{5, 0}, {0, -5}, std::tan(3 * pi / 8)}, {0, 0}, 5, 0, 1.5 * pi},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const headless::Arc2d arc =
             headless::arcFromBulge(c.segment.start, c.segment.end, c.segment.bulge);
@@ -51,12 +48,11 @@ TEST(Bulge, GivesTheArc) {
 
 // The expected figures come from a computation with 60 digits.
 TEST(Bulge, SegmentAreaAndLengthKeepTheirDigits) {
-    struct Case {
+    const struct {
         double bulge;
         double area;   // over a unit chord
         double length; // over a unit chord
-    };
-    const Case cases[] = {
+    } cases[] = {
         {1e-12, 3.3333333333333334e-13, 1},
         {1e-06, 3.333333333334e-07, 1.0000000000006666},
         {0.001, 0.00033333339999999049, 1.0000006666665333},
@@ -70,7 +66,7 @@ TEST(Bulge, SegmentAreaAndLengthKeepTheirDigits) {
         {30.0, 177.09639043242595, 46.175509105196703},
         {100000.0, 1963495408.8863165, 157078.63269519756},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.bulge);
         EXPECT_NEAR(headless::circularSegmentArea(1, c.bulge) / c.area, 1.0, 1e-14);
         EXPECT_NEAR(headless::circularSegmentArea(1, -c.bulge) / c.area, -1.0, 1e-14);
@@ -97,29 +93,24 @@ TEST(Bulge, PointsAndTangentsAlongTheSegment) {
 }
 
 TEST(Bulge, ExtentsReachTheExtremesOnTheArcOnly) {
-    struct Case {
-        const char* name;
-        BulgeSegment segment;
-        AcGePoint2d min;
-        AcGePoint2d max;
-    };
     const double quarter = std::tan(pi / 8);
     const double r = 5 / std::sqrt(2.0);
-    const Case cases[] = {
+    const struct {
+        const char* name;
+        BulgeSegment segment;
+        AcGePoint2d min, max;
+    } cases[] = {
         {"straight", {{3, 1}, {0, 2}, 0}, {0, 1}, {3, 2}},
         {"half circle below", {{0, 0}, {10, 0}, 1}, {0, -5}, {10, 0}},
         {"half circle above", {{0, 0}, {10, 0}, -1}, {0, 0}, {10, 5}},
         {"quarter between the axes", {{5, 0}, {0, 5}, quarter}, {0, 0}, {5, 5}},
         {"quarter over an axis", {{r, -r}, {r, r}, quarter}, {r, -r}, {5, r}},
         {"three quarters", {{5, 0}, {0, -5}, std::tan(3 * pi / 8)}, {-5, -5}, {5, 5}},
-        {"nearly a full circle",
-         {{5, 1e-6}, {5, -1e-6}, std::tan(pi / 2 - 1e-7)},
-         {-5, -5},
-         {5, 5}},
+        {"nearly full circle", {{5, 1e-6}, {5, -1e-6}, std::tan(pi / 2 - 1e-7)}, {-5, -5}, {5, 5}},
         {"shallow: height bulge * chord / 2", {{0, 0}, {1000, 0}, -1e-13}, {0, 0}, {1000, 5e-11}},
         {"no length", {{1, 2}, {1, 2}, 0.5}, {1, 2}, {1, 2}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const headless::Extents2d extents = headless::segmentExtents(c.segment);
         EXPECT_THAT(extents.min, IsNear(c.min, c.segment.bulge > 1e5 ? 1e-6 : 1e-14));
@@ -163,30 +154,20 @@ TEST(Bulge, ExtentsInSpaceUnderAnyMap) {
 }
 
 TEST(Polyline, AreaFollowsDirectionAndArcs) {
-    struct Case {
+    const double far = 4e6;
+    const struct {
         const char* name;
         Outline outline;
         bool closed;
-        double area;
-        double length;
-    };
-    const double far = 4e6;
-    const Case cases[] = {
+        double area, length;
+    } cases[] = {
         {"square", {{{0, 0}, {10, 0}, {10, 10}, {0, 10}}, {}}, true, 100, 40},
         {"clockwise", {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}, {}}, true, -100, 40},
-        {"open: closed by a straight line",
-         {{{0, 0}, {10, 0}, {10, 10}, {0, 10}}, {}},
-         false,
-         100,
-         30},
+        {"open: closed straight", {{{0, 0}, {10, 0}, {10, 10}, {0, 10}}, {}}, false, 100, 30},
         {"disc", {{{0, 0}, {10, 0}}, {1, 1}}, true, 25 * pi, 10 * pi},
         {"closing segment is the arc", {{{0, 0}, {10, 0}}, {0, 1}}, true, 12.5 * pi, 10 + 5 * pi},
         {"open: the last bulge shapes nothing", {{{0, 0}, {10, 0}}, {0, 1}}, false, 0, 10},
-        {"missing bulges are straight",
-         {{{0, 0}, {2, 0}, {2, 2}, {0, 2}}, {0, -1}},
-         true,
-         4 - pi / 2,
-         6 + pi},
+        {"missing bulges", {{{0, 0}, {2, 0}, {2, 2}, {0, 2}}, {0, -1}}, true, 4 - pi / 2, 6 + pi},
         {"far from the origin",
          {{{far, far}, {far + 1, far}, {far + 1, far + 1}, {far, far + 1}}, {0, 1}},
          true,
@@ -195,7 +176,7 @@ TEST(Polyline, AreaFollowsDirectionAndArcs) {
         {"one vertex", {{{3, 4}}, {1}}, true, 0, 0},
         {"none", {}, true, 0, 0},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_NEAR(headless::polylineArea(c.outline.points, c.outline.bulges, c.closed), c.area,
                     1e-12 * std::max(1.0, std::abs(c.area)));

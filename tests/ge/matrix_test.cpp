@@ -25,15 +25,13 @@ static_assert(std::is_trivially_copyable_v<AcGeVector3d> && sizeof(AcGeVector3d)
 static_assert(std::is_trivially_copyable_v<AcGeMatrix3d>);
 
 TEST(Vector2d, MeasuresAngles) {
-    struct Case {
+    const struct {
         const char* name;
-        AcGeVector2d from;
-        AcGeVector2d to;
+        AcGeVector2d from, to;
         double fromAngle; // of `from` from the x axis
         double smallest;  // between the two
         double ccw;       // from `from` to `to`
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"quarter", {1, 0}, {0, 2}, 0, pi / 2, pi / 2},
         {"quarter back", {0, 2}, {1, 0}, pi / 2, pi / 2, 3 * pi / 2},
         {"third quadrant", {-1, -1}, {1, 1}, 5 * pi / 4, pi, pi},
@@ -41,7 +39,7 @@ TEST(Vector2d, MeasuresAngles) {
         {"a hair below the axis is not a full turn", {1, -1e-20}, {1, 0}, 0, 0, 0},
         {"tiny angles keep their digits", {1, 0}, {1, 1e-9}, 0, 1e-9, 1e-9},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_NEAR(c.from.angle(), c.fromAngle, 1e-15);
         EXPECT_NEAR(c.from.angleTo(c.to), c.smallest, 1e-15);
@@ -103,14 +101,11 @@ TEST(Point3d, EqualityFollowsTheTolerance) {
 }
 
 TEST(Ocs, AxesFollowTheNormal) {
-    struct Case {
-        const char* name;
-        AcGeVector3d normal;
-        AcGeVector3d x;
-        AcGeVector3d y;
-    };
     const double s = 1 / std::sqrt(2.0);
-    const Case cases[] = {
+    const struct {
+        const char* name;
+        AcGeVector3d normal, x, y;
+    } cases[] = {
         {"up", {0, 0, 1}, {1, 0, 0}, {0, 1, 0}},
         {"down: a mirrored entity", {0, 0, -1}, {-1, 0, 0}, {0, 1, 0}},
         {"any length", {0, 0, -1e-9}, {-1, 0, 0}, {0, 1, 0}},
@@ -119,7 +114,7 @@ TEST(Ocs, AxesFollowTheNormal) {
         {"slanted", {s, 0, s}, {0, 1, 0}, {-s, 0, s}},
         {"none counts as up", {0, 0, 0}, {1, 0, 0}, {0, 1, 0}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const AcGeMatrix3d m = headless::ocsMatrix(c.normal);
         EXPECT_THAT(m * AcGeVector3d::kXAxis, IsNear(c.x));
@@ -138,13 +133,12 @@ TEST(Ocs, SwitchesAtOneSixtyFourth) {
 }
 
 TEST(Matrix3d, MapsAsNamed) {
-    struct Case {
+    const AcGePlane slope(AcGePoint3d(0, 0, 1), AcGeVector3d(0, 1, 1));
+    const struct {
         const char* name;
         AcGeMatrix3d matrix;
         AcGePoint3d image; // of (1, 2, 3)
-    };
-    const AcGePlane slope(AcGePoint3d(0, 0, 1), AcGeVector3d(0, 1, 1));
-    const Case cases[] = {
+    } cases[] = {
         {"translation", AcGeMatrix3d::translation({10, 20, 30}), {11, 22, 33}},
         {"rotation about z", AcGeMatrix3d::rotation(pi / 2, {0, 0, 2}), {-2, 1, 3}},
         {"rotation about x through a point",
@@ -172,10 +166,8 @@ TEST(Matrix3d, MapsAsNamed) {
          AcGeMatrix3d::planeToWorld(AcGePlane(AcGePoint3d(7, 0, 0), AcGeVector3d(1, 0, 0))),
          {10, 1, 2}},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_THAT(c.matrix * AcGePoint3d(1, 2, 3), IsNear(c.image));
-    }
+    for (const auto& c : cases)
+        EXPECT_THAT(c.matrix * AcGePoint3d(1, 2, 3), IsNear(c.image)) << c.name;
 }
 
 TEST(Matrix3d, InvertsAndMultiplies) {
@@ -200,19 +192,16 @@ TEST(Matrix3d, InvertsAndMultiplies) {
 }
 
 TEST(Matrix3d, KnowsItsKind) {
-    struct Case {
-        const char* name;
-        AcGeMatrix3d matrix;
-        bool singular;
-        bool ortho;
-        bool uniform;
-        double scale;
-    };
     const auto axes = [](AcGeVector3d x, AcGeVector3d y, AcGeVector3d z) {
         AcGeMatrix3d m;
         return m.setCoordSystem(AcGePoint3d(), x, y, z);
     };
-    const Case cases[] = {
+    const struct {
+        const char* name;
+        AcGeMatrix3d matrix;
+        bool singular, ortho, uniform;
+        double scale;
+    } cases[] = {
         {"identity", AcGeMatrix3d(), false, true, true, 1},
         {"tiny uniform scale is regular", AcGeMatrix3d::scaling(1e-6), false, true, true, 1e-6},
         {"mirrored", axes({-2, 0, 0}, {0, 2, 0}, {0, 0, 2}), false, true, true, 2},
@@ -220,7 +209,7 @@ TEST(Matrix3d, KnowsItsKind) {
         {"sheared", axes({1, 0, 0}, {1, 1, 0}, {0, 0, 1}), false, false, false, std::sqrt(2.0)},
         {"flattened", axes({1, 0, 0}, {0, 1, 0}, {0, 0, 0}), true, false, false, 1},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(c.matrix.isSingular(), c.singular);
         EXPECT_EQ(c.matrix.isScaledOrtho(), c.ortho);
@@ -255,12 +244,11 @@ TEST(Matrix3d, ConvertToLocalFollowsAFlatObject) {
 }
 
 TEST(Matrix2d, MapsAsNamed) {
-    struct Case {
+    const struct {
         const char* name;
         AcGeMatrix2d matrix;
         AcGePoint2d image; // of (1, 2)
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"translation", AcGeMatrix2d::translation({10, 20}), {11, 22}},
         {"rotation about a point", AcGeMatrix2d::rotation(pi / 2, {1, 0}), {-1, 0}},
         {"scaling about a point", AcGeMatrix2d::scaling(3, {1, 1}), {1, 4}},
@@ -278,10 +266,8 @@ TEST(Matrix2d, MapsAsNamed) {
          AcGeMatrix2d::alignCoordSys({1, 1}, {1, 0}, {0, 1}, {0, 0}, {0, 1}, {-1, 0}),
          {-1, 0}},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_THAT(c.matrix * AcGePoint2d(1, 2), IsNear(c.image));
-    }
+    for (const auto& c : cases)
+        EXPECT_THAT(c.matrix * AcGePoint2d(1, 2), IsNear(c.image)) << c.name;
 }
 
 TEST(Plane, ConvertsPointsAndMeetsPlanes) {
@@ -293,10 +279,7 @@ TEST(Plane, ConvertsPointsAndMeetsPlanes) {
     EXPECT_THAT(AcGePoint3d(9, 2, 3).mirror(wall), IsNear(AcGePoint3d(1, 2, 3)));
     EXPECT_DOUBLE_EQ(wall.signedDistanceTo({3, 1, 1}), -2.0);
 
-    double a = 0;
-    double b = 0;
-    double c = 0;
-    double d = 0;
+    double a = 0, b = 0, c = 0, d = 0;
     AcGePlane(0, 0, 2, -8).getCoefficients(a, b, c, d);
     EXPECT_THAT((std::array{a, b, c, d}), testing::ElementsAre(0, 0, 1, -4));
 

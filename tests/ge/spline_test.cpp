@@ -43,15 +43,14 @@ Spline periodicSquare() {
 }
 
 TEST(Spline, Evaluates) {
-    struct Case {
+    const double s = std::sqrt(0.5);
+    const struct {
         const char* name;
         Spline spline;
         double t;
         AcGePoint3d point;
         AcGeVector3d velocity;
-    };
-    const double s = std::sqrt(0.5);
-    const Case cases[] = {
+    } cases[] = {
         {"start", parabola(), 0, {0, 0, 0}, {2, 4, 0}},
         {"middle", parabola(), 0.5, {1, 1, 0}, {2, 0, 0}},
         {"end", parabola(), 1, {2, 0, 0}, {2, -4, 0}},
@@ -67,7 +66,7 @@ TEST(Spline, Evaluates) {
          {3, 6.5, 0},
          {0, 2.5, 0}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         ASSERT_TRUE(c.spline.isValid());
         EXPECT_THAT(c.spline.pointAt(c.t), IsNear(c.point));
@@ -82,16 +81,14 @@ TEST(Spline, Evaluates) {
 }
 
 TEST(Spline, MeasuresWithKnownFigures) {
-    struct Case {
+    // Parabola x = 2t, y = 4t(1 - t): its length is sqrt(5) + asinh(2) / 2.
+    const struct {
         const char* name;
         Spline spline;
-        AcGePoint3d min;
-        AcGePoint3d max;
+        AcGePoint3d min, max;
         double length;
         double area; // about +z
-    };
-    // Parabola x = 2t, y = 4t(1 - t): its length is sqrt(5) + asinh(2) / 2.
-    const Case cases[] = {
+    } cases[] = {
         {"parabola",
          parabola(),
          {0, 0, 0},
@@ -118,7 +115,7 @@ TEST(Spline, MeasuresWithKnownFigures) {
          std::sqrt(8.0) - 1,
          -0.3},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const Extents3d extents = headless::splineExtents(c.spline);
         EXPECT_THAT(extents.min, IsNear(c.min, 1e-13));
@@ -153,8 +150,7 @@ TEST(Spline, ExtentsLengthAndNearestPointAgreeWithSamples) {
                                    i % 2 ? std::max(0.0, number(random)) : 0.1); // Some repeat.
         if (!spline.isValid()) continue;
         Extents3d sampled;
-        double chords = 0;
-        double nearest = 1e9;
+        double chords = 0, nearest = 1e9;
         const AcGePoint3d target(number(random), number(random), number(random));
         AcGePoint3d last = spline.pointAt(spline.startParam());
         for (std::size_t k = 0; k + 1 < spline.knots.size(); ++k) {
@@ -185,12 +181,11 @@ TEST(Spline, ExtentsLengthAndNearestPointAgreeWithSamples) {
 }
 
 TEST(Spline, RefusesWhatIsNoCurve) {
-    struct Case {
+    static constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    const struct {
         const char* name;
         void (*damage)(Spline&);
-    };
-    static constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-    const Case cases[] = {
+    } cases[] = {
         {"no points", [](Spline& s) { s.points.clear(); }},
         {"a knot short", [](Spline& s) { s.knots.pop_back(); }},
         {"falling knots", [](Spline& s) { s.knots[5] = -1; }},
@@ -202,7 +197,7 @@ TEST(Spline, RefusesWhatIsNoCurve) {
         {"NaN point", [](Spline& s) { s.points[3].y = kNan; }},
         {"NaN knot", [](Spline& s) { s.knots[3] = kNan; }},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         Spline damaged = circle();
         c.damage(damaged);

@@ -68,9 +68,7 @@ TEST_F(AutomationTest, ZoomsToPlaces) {
         std::vector<COleVariant> arguments; // as they are written
         HRESULT result;
         UINT wrong; // counted from the last
-        double x;
-        double y;
-        double height;
+        double x, y, height;
     } cases[] = {
         {"a box", L"ZoomWindow", {low, high}, S_OK, 9, 15, 40, 40},
         {"corners the other way round", L"zoomwindow", {high, byReference}, S_OK, 9, 15, 40, 40},

@@ -2,7 +2,6 @@
 #include <fstream>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <rxdlinkr.h>
 
@@ -71,11 +70,10 @@ TEST(ModuleLoading, UnfitFilesAreRefusedInOneLine) {
     const test_support::TemporaryFolder folder;
     std::ofstream(folder.path() / "picture.arx") << "\xFF\xD8\xFF\xE0 JFIF";
     std::ofstream(folder.path() / "empty.arx");
-    struct Case {
+    const struct {
         std::filesystem::path path;
         const char* message;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {folder.path() / "missing.arx", "missing.arx: no such file"},
         {folder.path(), "no such file"},
         {folder.path() / "picture.arx", "picture.arx: "},
@@ -87,7 +85,7 @@ TEST(ModuleLoading, UnfitFilesAreRefusedInOneLine) {
         {modulePath("refusing.arx"), "refusing.arx: "},
     };
     headless::Session session;
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         const auto error = session.loadModule(c.path);
         ASSERT_TRUE(error.has_value()) << c.path;
         EXPECT_THAT(*error, HasSubstr(c.message));

@@ -2,7 +2,6 @@
 #include <sstream>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <acdocman.h>
 #include <adslib.h>

@@ -45,18 +45,17 @@ TEST_F(PromptsTest, AnyEntityUnlessClassesAreNamed) {
     expectPoint(any.pickPoint(), {10, 50, 0});
     EXPECT_THAT(session().output(), HasSubstr(L"\nPick: "));
 
-    struct Case {
+    const struct {
         const char* name;
         AcRxClass* cls;
         bool exact;
         AcDbObjectId picked; // of the line and then the outline
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"of that class", AcDbPolyline::desc(), true, outline},
         {"derived, exactly asked", AcDbCurve::desc(), true, {}},
         {"derived", AcDbCurve::desc(), false, line},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         AcUiPrEntity prompt(L"Pick", nullptr);
         EXPECT_EQ(prompt.addAllowedClass(c.cls, c.exact), Acad::eOk);

@@ -3,7 +3,6 @@
 #include <string>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <json/json.h>
 
 #include "orn_fixture.h"
@@ -16,13 +15,12 @@ using testing::StartsWith;
 const std::string kOldPlan = ORN_SAMPLES "/floor-plan-r12.dxf";
 
 TEST_F(Orn, TellsWrongUseFromFailure) {
-    struct Case {
+    const struct {
         const char* name;
         std::string arguments;
         int status;
         const char* complaint;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"no arguments", "", 2, "Usage"},
         {"unknown option", "area --sideways " + kPlan, 2, "--sideways"},
         {"missing file name", "info", 2, "FILE"},
@@ -39,7 +37,7 @@ TEST_F(Orn, TellsWrongUseFromFailure) {
         {"folder", "area /", 1, "is a folder"},
         {"script that is not there", kPlan + " --script /nowhere.scr", 1, "/nowhere.scr"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const Outcome result = run(c.arguments);
         EXPECT_EQ(result.status, c.status);

@@ -1,5 +1,4 @@
 #include <memory>
-#include <string>
 
 #include <gtest/gtest.h>
 
@@ -100,9 +99,8 @@ TEST(ErrorStatus, NumbersAndTextsAreTheDocumentedOnes) {
         {312, L"eNullExtents"},
         {368, L"eBadDxfFile"},
     };
-    for (const auto& c : cases) {
+    for (const auto& c : cases)
         EXPECT_STREQ(acadErrorStatusText(static_cast<Acad::ErrorStatus>(c.value)), c.text);
-    }
 }
 
 } // namespace

@@ -68,13 +68,12 @@ TEST(ParseMText, LeavesPlainText) {
 }
 
 TEST(ReplaceString, ReplacesAHalfOpenRange) {
-    struct Range {
+    const struct {
         const char* name;
         int start, end;
         const wchar_t* expected;
         bool done;
-    };
-    const Range ranges[] = {
+    } ranges[] = {
         {"inside", 2, 4, L"abXYef", true},
         {"empty range inserts", 3, 3, L"abcXYdef", true},
         {"negative start", -2, 1, L"XYbcdef", true},
@@ -83,7 +82,7 @@ TEST(ReplaceString, ReplacesAHalfOpenRange) {
         {"start beyond the text", 90, 99, L"abcdefXY", true},
         {"both negative", -5, -3, L"abcdef", false},
     };
-    for (const Range& r : ranges) {
+    for (const auto& r : ranges) {
         SCOPED_TRACE(r.name);
         CString text = L"abcdef";
         EXPECT_EQ(String::ReplaceString(text, r.start, r.end, L"XY"), r.done);

@@ -62,13 +62,12 @@ TEST_F(TwoCodePages, BstrsPassThroughAnsi) {
 }
 
 TEST(Numbers, AreFilledWithZerosBeforeTheSign) {
-    struct Case {
+    const struct {
         int value, width;
         const char* text;
-    };
-    const Case cases[] = {{-5, 4, "00-5"}, {7, 3, "007"}, {1234, 3, "1234"},
-                          {7, 0, "7"},     {7, -3, "7"},  {INT_MIN, 12, "0-2147483648"}};
-    for (const Case& c : cases) {
+    } cases[] = {{-5, 4, "00-5"}, {7, 3, "007"}, {1234, 3, "1234"},
+                 {7, 0, "7"},     {7, -3, "7"},  {INT_MIN, 12, "0-2147483648"}};
+    for (const auto& c : cases) {
         EXPECT_EQ(String::ToString(c.value, c.width), c.text);
         EXPECT_EQ(String::ToString(static_cast<long>(c.value), c.width), c.text);
     }

@@ -1,7 +1,6 @@
 // What texts of a drawing say.
 #include <dbents.h>
 #include <dbmtext.h>
-#include <gtest/gtest.h>
 
 #include "frame/ac_ut_db.h"
 #include "support/session_fixture.h"

@@ -7,14 +7,10 @@
 namespace {
 
 TEST(StringMatch, FollowsThePattern) {
-    struct Case {
-        const char* name;
-        const char* pattern;
-        const char* text;
-        int nocase;
-        int expected;
-    };
-    const Case cases[] = {
+    const struct {
+        const char *name, *pattern, *text;
+        int nocase, expected;
+    } cases[] = {
         {"both empty", "", "", 0, 1},
         {"empty pattern matches nothing else", "", "a", 0, 0},
         {"star matches an empty run", "a*b", "ab", 0, 1},
@@ -48,10 +44,8 @@ TEST(StringMatch, FollowsThePattern) {
         {"bytes above 127 lie above letters", "[a-\x90]", "z", 0, 1},
         {"last star decides", "*a*b*c", "aXbXbXc", 0, 1},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(String::stringmatch(c.pattern, c.text, c.nocase), c.expected);
-    }
+    for (const auto& c : cases)
+        EXPECT_EQ(String::stringmatch(c.pattern, c.text, c.nocase), c.expected) << c.name;
 }
 
 // A matcher that tries every place for every star would need longer than the age of the universe.

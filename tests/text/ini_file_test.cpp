@@ -34,14 +34,13 @@ protected:
 };
 
 TEST_F(IniFile, ReadsNumbersAsTheRunTimeDoes) {
-    struct Case {
+    const struct {
         const char* text;
         int number;
         unsigned char byte;
         bool flag;
         double real;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"12abc", 12, 12, false, 12.0},
         {"abc", 0, 0, false, 0.0},
         {"1", 1, 1, true, 1.0},
@@ -56,7 +55,7 @@ TEST_F(IniFile, ReadsNumbersAsTheRunTimeDoes) {
         {"", 0, 0, false, 0.0},
         {"99999999999", 2147483647, 255, false, 99999999999.0},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.text);
         put(std::string("[s]\r\nk=") + c.text + "\r\n");
         int number = -7;
@@ -140,9 +139,8 @@ TEST_F(IniFile, TellsTheUserOfAMissingFileName) {
     EXPECT_FALSE(nameless.SetValueOfKey(L"s", L"k", 1.0, 2));
     EXPECT_FALSE(nameless.DeleteKey(L"s", L"k"));
     ASSERT_EQ(state_.messageBoxes.size(), 6U);
-    for (const headless::MessageBoxRecord& box : state_.messageBoxes) {
+    for (const headless::MessageBoxRecord& box : state_.messageBoxes)
         EXPECT_EQ(box.text, L"在调用函数SetValueOfKey时，m_strFile未被赋值，异常退出！");
-    }
     int number = 5;
     EXPECT_FALSE(nameless.GetValueOfKey(L"s", L"k", number));
     EXPECT_FALSE(CIniFile(L"/none/at/all.ini").SetValueOfKey(L"s", L"k", 1));

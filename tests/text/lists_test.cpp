@@ -1,6 +1,5 @@
 // Splitting and joining of texts.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "text/splitting.h"
 #include "text/string_list.h"

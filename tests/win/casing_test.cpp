@@ -24,19 +24,17 @@ TEST(Casing, WholeMapsAreWindows) {
 }
 
 TEST(EqualNoCase, SymbolNames) {
-    struct Case {
-        const wchar_t* left;
-        const wchar_t* right;
+    const struct {
+        const wchar_t *left, *right;
         bool equal;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"wall", L"WALL", true}, {L"Дом", L"дОМ", true}, {L"ÄÖÜ", L"äöü", true},
         {L"ａｂ", L"ＡＢ", true}, {L"ⅰⓐ", L"ⅠⒶ", true},   {L"ß", L"SS", false},
         {L"ß", L"ẞ", false},      {L"ı", L"I", false},    {L"İ", L"i", false},
         {L"ς", L"σ", false},      {L"µ", L"Μ", false},    {L"ａ", L"a", false},
         {L"墙", L"墙", true},     {L"a", L"ab", false},   {L"", L"", true},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         EXPECT_EQ(headless::equalNoCase(c.left, c.right), c.equal) << c.left << " " << c.right;
         if (c.equal) {
             EXPECT_EQ(headless::hashNoCase(c.left), headless::hashNoCase(c.right)) << c.left;
@@ -47,18 +45,16 @@ TEST(EqualNoCase, SymbolNames) {
 }
 
 TEST(Compare, OrderWithoutCase) {
-    struct Case {
-        const wchar_t* left;
-        const wchar_t* right;
+    const struct {
+        const wchar_t *left, *right;
         int runTime; ///< By small letters.
         int ordinal; ///< By capitals.
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"abc", L"ABC", 0, 0}, {L"é", L"É", 0, 0},  {L"_", L"a", -1, 1}, {L"中", L"文", -1, -1},
         {L"", L"a", -1, -1},    {L"ab", L"A", 1, 1}, {L"ı", L"I", 1, 1},
     };
     const auto sign = [](int value) { return (value > 0) - (value < 0); };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.left << " " << c.right);
         EXPECT_EQ(sign(_wcsicmp(c.left, c.right)), c.runTime);
         EXPECT_EQ(sign(_wcsicmp(c.right, c.left)), -c.runTime);

@@ -44,15 +44,14 @@ TEST(CodePage936, WholeTableIsWindows) {
 }
 
 TEST(Decode, BadAndUnusualBytes) {
-    struct Case {
+    using namespace std::string_literals;
+    const struct {
         const char* name;
         unsigned page;
         std::string bytes;
         std::wstring text;
         bool invalid;
-    };
-    using namespace std::string_literals;
-    const Case cases[] = {
+    } cases[] = {
         {"two characters", 936, "\xD6\xD0\xCE\xC4", L"中文", false},
         {"a trail byte that looks like a backslash", 936, "\x81\x5C", L"乗", false},
         {"euro sign", 936, "A\x80"s + "B", L"A€B", false},
@@ -74,7 +73,7 @@ TEST(Decode, BadAndUnusualBytes) {
         {"Latin 1", 28591, "\xE9", L"é", false},
         {"not installed: ASCII stays", 12345, "A\xE9", L"A\uFFFD", true},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         headless::ConversionReport report;
         EXPECT_EQ(decode(c.bytes, c.page, report), c.text);
@@ -84,14 +83,13 @@ TEST(Decode, BadAndUnusualBytes) {
 }
 
 TEST(Encode, WhatThePageLacks) {
-    struct Case {
+    const struct {
         const char* name;
         unsigned page;
         std::wstring text;
         std::string bytes;
         bool lossy;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"round trip", 936, L"中A文",
          "\xD6\xD0"
          "A\xCE\xC4",
@@ -109,7 +107,7 @@ TEST(Encode, WhatThePageLacks) {
         {"Greek capitals of 737", 737, L"ΑΒ", "\x80\x81", false},
         {"not installed: ASCII stays", 12345, L"Aé", "A?", true},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         headless::ConversionReport report;
         EXPECT_EQ(encode(c.text, c.page, {}, report), c.bytes);
@@ -118,13 +116,12 @@ TEST(Encode, WhatThePageLacks) {
 }
 
 TEST(Utf8, BrokenPiecesBecomeReplacements) {
-    struct Case {
+    const struct {
         const char* name;
         std::string bytes;
         std::wstring text;
         bool valid;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"each length", "A\xC3\xA9\xE4\xB8\xAD\xF0\x9F\x98\x80", L"Aé中\U0001F600", true},
         {"edges of the ranges", "\xED\x9F\xBF\xEE\x80\x80\xF4\x8F\xBF\xBF",
          L"\uD7FF\uE000\U0010FFFF", true},
@@ -148,7 +145,7 @@ TEST(Utf8, BrokenPiecesBecomeReplacements) {
         {"text of another page", "\xD6\xD0\xCE\xC4", L"\uFFFD\uFFFD\uFFFD\uFFFD", false},
         {"no such first byte", "\xF8\xFF", L"\uFFFD\uFFFD", false},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(headless::fromUtf8(c.bytes), c.text);
         EXPECT_EQ(headless::isUtf8(c.bytes), c.valid);
@@ -161,11 +158,10 @@ TEST(Utf8, BrokenPiecesBecomeReplacements) {
 }
 
 TEST(CodePageNumber, NamesInDrawings) {
-    struct Case {
+    const struct {
         const char* name;
         std::optional<unsigned> page;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"ANSI_936", 936},    {"ansi_1251", 1251}, {"dos850", 850},
         {"DOS932", 932},      {"johab", 1361},     {"GBK", 936},
         {"big5", 950},        {"ascii", 1252},     {"UTF-8", 65001},
@@ -173,7 +169,7 @@ TEST(CodePageNumber, NamesInDrawings) {
         {"ANSI_", {}},        {"ANSI_936x", {}},   {"", {}},
         {"klingon", {}},      {"dos-1", {}},       {"ANSI_99999999999", {}},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(headless::codePageNumber(c.name), c.page) << c.name;
 }
 
@@ -200,18 +196,15 @@ TEST(CodePages, AnsiAndOemAreTheSessions) {
 // ---- the calls
 
 TEST(MultiByteToWideChar, ResultsAndErrors) {
-    struct Case {
+    const struct {
         const char* name;
         UINT page;
         DWORD flags;
         std::string bytes;
-        int byteCount;
-        int capacity;
-        int result;
+        int byteCount, capacity, result;
         std::wstring stored;
         DWORD error;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"counted", 936, 0, "\xD6\xD0", 2, 8, 1, L"中", 0},
         {"the NUL counts with length -1", 65001, 0, "\xE4\xB8\xAD", -1, 8, 2, {L"中\0", 2}, 0},
         {"length query", 936, 0, "\xD6\xD0\xCE\xC4", 4, 0, 2, L"", 0},
@@ -231,7 +224,7 @@ TEST(MultiByteToWideChar, ResultsAndErrors) {
         {"unknown page", 12345, 0, "a", 1, 8, 0, L"", ERROR_INVALID_PARAMETER},
         {"OEM page", CP_OEMCP, 0, "\xD6\xD0", 2, 8, 1, L"中", 0},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         wchar_t buffer[8] = {};
         SetLastError(0);
@@ -247,22 +240,20 @@ TEST(MultiByteToWideChar, ResultsAndErrors) {
 }
 
 TEST(WideCharToMultiByte, ResultsAndErrors) {
-    struct Case {
+    constexpr DWORD kNoBestFit = WC_NO_BEST_FIT_CHARS;
+    const std::wstring lone(1, wchar_t(0xD83D));
+    const struct {
         const char* name;
         UINT page;
         DWORD flags;
         std::wstring text;
-        int length;
-        int capacity;
+        int length, capacity;
         const char* defaultChar;
         int result;
         std::string stored;
         BOOL usedDefault;
         DWORD error;
-    };
-    constexpr DWORD kNoBestFit = WC_NO_BEST_FIT_CHARS;
-    const std::wstring lone(1, wchar_t(0xD83D));
-    const Case cases[] = {
+    } cases[] = {
         {"counted", 936, 0, L"中文", 2, 16, nullptr, 4, "\xD6\xD0\xCE\xC4", FALSE, 0},
         {"the NUL counts with length -1",
          936,
@@ -303,7 +294,7 @@ TEST(WideCharToMultiByte, ResultsAndErrors) {
         {"length 0", 936, 0, L"a", 0, 16, nullptr, 0, "", -1, ERROR_INVALID_PARAMETER},
         {"unknown page", 12345, 0, L"a", 1, 16, nullptr, 0, "", -1, ERROR_INVALID_PARAMETER},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         char buffer[16] = {};
         BOOL usedDefault = -1;
@@ -319,9 +310,8 @@ TEST(WideCharToMultiByte, ResultsAndErrors) {
 }
 
 TEST(IsValidCodePage, KnowsRealPagesOnly) {
-    for (const UINT page : {936U, 1252U, 437U, 850U, 874U, 932U, 949U, 950U, 65001U}) {
+    for (const UINT page : {936U, 1252U, 437U, 850U, 874U, 932U, 949U, 950U, 65001U})
         EXPECT_TRUE(IsValidCodePage(page)) << page;
-    }
     for (const UINT page : {0U, 1U, 12345U})
         EXPECT_FALSE(IsValidCodePage(page)) << page;
 }

@@ -15,12 +15,10 @@ constexpr int kMax = std::numeric_limits<int>::max();
 constexpr int kMin = std::numeric_limits<int>::min();
 
 TEST(Wtoi, TakesTheNumberAtTheFront) {
-    struct Case {
+    const struct {
         const wchar_t* text;
-        int value;
-        int error;
-    };
-    const Case cases[] = {
+        int value, error;
+    } cases[] = {
         {L"0", 0, 0},
         {L"-5", -5, 0},
         {L"  42", 42, 0},
@@ -43,7 +41,7 @@ TEST(Wtoi, TakesTheNumberAtTheFront) {
         {L"4294967297", kMax, ERANGE},
         {L"-9999999999", kMin, ERANGE},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.text);
         errno = 0;
         EXPECT_EQ(_wtoi(c.text), c.value);
@@ -55,11 +53,10 @@ TEST(Wtoi, TakesTheNumberAtTheFront) {
 }
 
 TEST(Wtof, TakesTheNumberAtTheFront) {
-    struct Case {
+    const struct {
         const wchar_t* text;
         double value;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"-2.25", -2.25},
         {L".5", 0.5},
         {L"-.5", -0.5},
@@ -85,7 +82,7 @@ TEST(Wtof, TakesTheNumberAtTheFront) {
         {L"2.4e-324", 0},
         {L"", 0},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(_wtof(c.text), c.value) << c.text;
 }
 

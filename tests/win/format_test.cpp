@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
 #include <string>
 
@@ -18,12 +17,11 @@ std::wstring format(const wchar_t* pattern, std::initializer_list<FormatValue> v
 }
 
 TEST(Format, Integers) {
-    struct Case {
+    const struct {
         const wchar_t* pattern;
         long long value;
         const wchar_t* text;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"%d", -7, L"-7"},
         {L"%i", 2147483648, L"-2147483648"},
         {L"%u", -7, L"4294967289"},
@@ -60,18 +58,17 @@ TEST(Format, Integers) {
         {L"%hc", 65, L"A"},
         {L"%p", 0x1234ABCD, L"000000001234ABCD"},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(format(c.pattern, {c.value}), c.text) << c.pattern;
 }
 
 TEST(Format, RealsAsTheReleaseTwentyRunTimePrintsThem) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    struct Case {
+    const struct {
         const wchar_t* pattern;
         double value;
         const wchar_t* text;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"%f", 1.5, L"1.500000"},
         {L"%.2f", 2.675, L"2.67"},
         {L"%.2f", -0.001, L"-0.00"},
@@ -117,20 +114,18 @@ TEST(Format, RealsAsTheReleaseTwentyRunTimePrintsThem) {
         {L"%e", -kInfinity, L"-1.#INF00e+000"},
         {L"%010.2f", -kInfinity, L"-000001.#J"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases)
         EXPECT_EQ(format(c.pattern, {c.value}), c.text) << c.pattern << " of " << c.value;
-    }
 }
 
 TEST(Format, Texts) {
-    struct Case {
+    const wchar_t unended[] = {L'a', L'b', L'c'};
+    const struct {
         const char* name;
         const wchar_t* pattern;
         FormatValue value;
         const wchar_t* text;
-    };
-    const wchar_t unended[] = {L'a', L'b', L'c'};
-    const Case cases[] = {
+    } cases[] = {
         {"%s is wide", L"%s", L"中文", L"中文"},
         {"%ls and %ws too", L"%ls", L"中文", L"中文"},
         {"%S is narrow, in the ANSI page", L"%S", "\xD6\xD0", L"中"},
@@ -143,7 +138,7 @@ TEST(Format, Texts) {
         {"null", L"%5s|", FormatValue(static_cast<const void*>(nullptr)), L"(null)|"},
         {"a number where a text should be", L"%s", 5, L"(null)"},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(format(c.pattern, {c.value}), c.text) << c.name;
 
     EXPECT_EQ(format(L"%*d|%-*d|%.*f", {5, 42, 4, 7, 2, 3.14159}), L"   42|7   |3.14");

@@ -21,20 +21,17 @@ namespace {
 class PrivateProfile : public test_support::ProfileTest {};
 
 TEST_F(PrivateProfile, ReadsValues) {
-    struct Case {
-        const char* name;
-        std::string file;
-        const wchar_t* section;
-        const wchar_t* key;
-        const wchar_t* value;
-    };
     const std::string quotes = "[s]\r\na='v'\r\nb='  v  '\r\nc=''\r\nd='\r\ng='v' x\r\nh='v\"\r\n"
                                "j='\"v\"'\r\nm=\"  v  \"\r\n";
     const std::string brackets = "[]\r\nk=1\r\n[a]b]\r\nk=2\r\n[[c]\r\nk=3\r\n[d]]\r\nk=4\r\n"
                                  "[e] ; x\r\nk=5\r\n[f]junk\r\nk=6\r\n[g\r\nk=7\r\nj=8\r\n";
     const std::string signs =
         "[s]\r\na=x=y;z\r\nb==x\r\nd = = \r\ne=\r\n#k=v\r\n;c=1\r\nf\r\n=w\r\n";
-    const Case cases[] = {
+    const struct {
+        const char* name;
+        std::string file;
+        const wchar_t *section, *key, *value;
+    } cases[] = {
         {"plain", "[s]\r\nk=v\r\n", L"s", L"k", L"v"},
         {"missing key", "[s]\r\nk=v\r\n", L"s", L"j", kDefault},
         {"missing section", "[s]\r\nk=v\r\n", L"t", L"k", kDefault},
@@ -95,7 +92,7 @@ TEST_F(PrivateProfile, ReadsValues) {
         {"UTF-8's mark means nothing", "\xEF\xBB\xBF\r\n[s]\r\nk=v\r\n", L"s", L"k", L"v"},
         {"empty file", "", L"s", L"k", kDefault},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         put(c.file);
         EXPECT_EQ(get(c.section, c.key), c.value);
@@ -127,19 +124,17 @@ TEST_F(PrivateProfile, ListsNamesAndLines) {
 TEST_F(PrivateProfile, CutsWhatDoesNotFit) {
     put("[s]\r\nk=hello\r\nj=1\r\n");
     const std::wstring file = path().wstring();
-    struct Case {
+    const struct {
         const wchar_t* key;
-        DWORD capacity;
-        DWORD result;
+        DWORD capacity, result;
         std::wstring stored; ///< '|' for a NUL
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"k", 0, 0, L"####"},      {L"k", 1, 0, L"|###"},      {L"k", 2, 1, L"h|##"},
         {L"k", 6, 5, L"hello|##"},  {L"k", 7, 5, L"hello|##"},  {nullptr, 0, 0, L"###"},
         {nullptr, 1, 0, L"|##"},    {nullptr, 2, 0, L"||#"},    {nullptr, 4, 2, L"k|||##"},
         {nullptr, 5, 4, L"k|j||#"}, {nullptr, 9, 4, L"k|j||#"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.capacity);
         std::wstring buffer(12, L'#');
         SetLastError(777);
@@ -160,18 +155,17 @@ TEST_F(PrivateProfile, TreatsDefaultsLikeValues) {
 }
 
 TEST_F(PrivateProfile, ReadsNumbers) {
-    struct Case {
+    const struct {
         const wchar_t* text;
         UINT number;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"42", 42},        {L"42A", 42},   {L"B4", 0},    {L"abc", 0},
         {L"+1", 1},         {L"-1", ~0U},   {L"0x1F", 31}, {L"-0x10g", ~0U - 15},
         {L"4294967298", 2}, {L"\" 7\"", 7}, {L"", 70},     {L"\"\"", 70},
         {L"- 1", 0},
     };
     const std::wstring file = path().wstring();
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         ASSERT_TRUE(write(L"s", L"k", c.text));
         EXPECT_EQ(GetPrivateProfileIntW(L"s", L"k", 70, file.c_str()), c.number) << c.text;
     }
@@ -180,16 +174,13 @@ TEST_F(PrivateProfile, ReadsNumbers) {
 }
 
 TEST_F(PrivateProfile, ChangesOnlyTheLinesConcerned) {
-    struct Case {
+    const std::string bom = "\xFF\xFE";
+    const struct {
         const char* name;
         std::string before;
-        const wchar_t* section;
-        const wchar_t* key;
-        const wchar_t* value;
+        const wchar_t *section, *key, *value;
         std::string after;
-    };
-    const std::string bom = "\xFF\xFE";
-    const Case cases[] = {
+    } cases[] = {
         {"empty file", "", L"s", L"k", L"v", "[s]\r\nk=v\r\n"},
         {"key before the next section", "[s]\r\na=1\r\n[t]\r\nb=2\r\n", L"s", L"n", L"9",
          "[s]\r\na=1\r\nn=9\r\n[t]\r\nb=2\r\n"},
@@ -244,7 +235,7 @@ TEST_F(PrivateProfile, ChangesOnlyTheLinesConcerned) {
         {"UTF-16 layout", bom + "[\0s\0]\0\n\0k\0 \0=\0 \0v\0"s, L"s", L"k", L"w",
          bom + "[\0s\0]\0\n\0k\0 \0=\0 \0w\0"s},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         put(c.before);
         EXPECT_TRUE(write(c.section, c.key, c.value));

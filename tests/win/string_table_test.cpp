@@ -36,11 +36,10 @@ END
 STRINGTABLE { 9 "braces" 8 "again" }
 STRINGTABLE BEGIN 10 "no end)rc",
                                                  ".");
-    struct Case {
+    const struct {
         UINT id;
         std::optional<std::wstring_view> text;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {101, L"你好, \"world\""},
         {102, L"墙\nline\tend\\"},
         {0x100, L"中A"},
@@ -51,7 +50,7 @@ STRINGTABLE BEGIN 10 "no end)rc",
         {1, {}},
         {0, {}},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(table.find(c.id), c.text) << c.id;
 }
 

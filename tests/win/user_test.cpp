@@ -11,12 +11,11 @@ using headless::WinState;
 namespace {
 
 TEST(MessageBox, IsNotedAndAnswered) {
-    struct Case {
+    const struct {
         const char* name;
         UINT flags;
         int answer;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"OK", MB_OK, IDOK},
         {"first button", MB_YESNO | MB_ICONQUESTION, IDYES},
         {"default button", MB_YESNO | MB_DEFBUTTON2, IDNO},
@@ -26,9 +25,8 @@ TEST(MessageBox, IsNotedAndAnswered) {
         {"retry", MB_RETRYCANCEL, IDRETRY},
     };
     WinState session;
-    for (const Case& c : cases) {
+    for (const auto& c : cases)
         EXPECT_EQ(MessageBox(nullptr, L"text", L"caption", c.flags), c.answer) << c.name;
-    }
     session.messageBoxAnswers = {IDNO, IDCANCEL};
     EXPECT_EQ(MessageBoxW(nullptr, L"保存?", nullptr, MB_YESNOCANCEL), IDNO);
     EXPECT_EQ(MessageBoxW(nullptr, nullptr, L"", MB_OK), IDCANCEL);

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include <oleauto.h>
 
 #include "win/owned_variant.h"
@@ -45,12 +43,11 @@ std::wstring changedToText(const VARIANT& value, USHORT flags = 0) {
 
 // The expected texts and numbers were recorded from another implementation of these calls.
 TEST(Variants, BecomeTexts) {
-    struct Case {
+    const struct {
         VARIANT value;
         USHORT flags;
         const wchar_t* text;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {real(0), 0, L"0"},
         {real(-0.0), 0, L"0"},
         {real(1.0049999999999999), 0, L"1.005"},
@@ -78,17 +75,16 @@ TEST(Variants, BecomeTexts) {
         {VARIANT{}, 0, L""},
         {integer(0, VT_NULL), 0, L"failed"},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(changedToText(c.value, c.flags), c.text);
 }
 
 TEST(Variants, TextsBecomeNumbers) {
-    struct Case {
+    const struct {
         const wchar_t* text;
         HRESULT status;
         double number;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L" 12 ", S_OK, 12},
         {L"(5)", S_OK, -5},
         {L"5-", S_OK, -5},
@@ -110,7 +106,7 @@ TEST(Variants, TextsBecomeNumbers) {
         {L"50%", DISP_E_TYPEMISMATCH, 0},
         {L"1e400", DISP_E_OVERFLOW, 0},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(testing::PrintToString(std::wstring(c.text)));
         OwnedVariant value(c.text);
         ASSERT_EQ(VariantChangeType(&value, &value, 0, VT_R8), c.status);
@@ -123,13 +119,12 @@ TEST(Variants, TextsBecomeNumbers) {
 }
 
 TEST(Variants, IntegersRoundToEvenAndKeepToTheirRange) {
-    struct Case {
+    const struct {
         VARIANT value;
         VARTYPE type;
         HRESULT status;
         LONGLONG number;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {real(2.5), VT_I4, S_OK, 2},
         {real(-1.5), VT_I4, S_OK, -2},
         {real(2147483647.4), VT_I4, S_OK, 2147483647},
@@ -145,7 +140,7 @@ TEST(Variants, IntegersRoundToEvenAndKeepToTheirRange) {
         {integer(0, 77), VT_I4, DISP_E_BADVARTYPE, 0},
         {integer(0), 77, DISP_E_BADVARTYPE, 0},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         OwnedVariant result;
         ASSERT_EQ(VariantChangeType(&result, &c.value, 0, c.type), c.status);
         OwnedVariant wide;
