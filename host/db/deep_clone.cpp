@@ -8,6 +8,7 @@
 #include "db/object_state.h"
 #include "db/opaque.h"
 #include "db/residence.h"
+#include "db/sub_d_mesh.h"
 #include "db/subentities.h"
 #include "db/table_entity.h"
 
@@ -20,7 +21,8 @@ constexpr int kDeepest = 8;
 /// True for what another drawing cannot get: most of it stands in a record of this one's file only.
 bool livesInFile(const AcDbObject& object) {
     return OpaqueObject::cast(&object) != nullptr || OpaqueEntity::cast(&object) != nullptr ||
-           AcDbTable::cast(&object) != nullptr || AcDbMLeader::cast(&object) != nullptr;
+           AcDbTable::cast(&object) != nullptr || AcDbMLeader::cast(&object) != nullptr ||
+           AcDbSubDMesh::cast(&object) != nullptr;
 }
 
 /// A block that has no name of its own gets another number from the table.

@@ -112,12 +112,19 @@ Acad::ErrorStatus AcDbSpline::getNurbsData(int& degree, Adesk::Boolean& rational
 
 std::unique_ptr<AcDbSpline> AcDbSpline::partBetween(double from, double to) const {
     if (isNull()) return nullptr;
-    auto part = std::make_unique<AcDbSpline>();
+    auto part = bareSpline();
     part->curve_ = std::make_shared<const Spline>(splinePart(*curve_, from, to));
-    part->controlPointTolerance_ = controlPointTolerance_;
-    part->knotTolerance_ = knotTolerance_;
-    part->setPropertiesFrom(this);
     return part;
+}
+
+std::unique_ptr<AcDbSpline> AcDbSpline::bareSpline() const {
+    if (curve_ == nullptr) return nullptr;
+    auto bare = std::make_unique<AcDbSpline>();
+    bare->curve_ = curve_;
+    bare->controlPointTolerance_ = controlPointTolerance_;
+    bare->knotTolerance_ = knotTolerance_;
+    bare->copyProperties(*this);
+    return bare;
 }
 
 Acad::ErrorStatus AcDbSpline::setNurbsData(int degree, Adesk::Boolean rational,

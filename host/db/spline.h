@@ -82,6 +82,10 @@ protected:
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     bool forEachPiece(const headless::PieceVisitor& visit) const override;
 
+    /// The curve as a spline of no more, with the same layer, colour and so on, whether or not this
+    /// is open; null for a spline without a curve.
+    std::unique_ptr<AcDbSpline> bareSpline() const;
+
 private:
     /// Makes the curve through the fit points.
     void fit();

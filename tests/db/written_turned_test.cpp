@@ -5,6 +5,7 @@
 #include "core_support.h"
 #include "db/dimension.h"
 #include "db/hatch.h"
+#include "db/helix.h"
 #include "db/layer_table.h"
 #include "db/leader.h"
 #include "db/mline.h"
@@ -34,6 +35,11 @@ protected:
     }
 };
 
+/// Half a turn about z of radius 1, which rises by 6 in a whole one.
+const std::string kHelix = "100=AcDbSpline|70=0|71=3|72=8|73=4|74=0|42=1e-9|43=1e-9|40=0|40=0|40=0|"
+                           "40=0|40=1|40=1|40=1|40=1|10=1,0,0|10=1,1,0|10=0,1,1|10=-1,0,3|"
+                           "100=AcDbHelix|10=0,0,0|11=1,0,0|12=0,0,1|40=1|41=0.5|42=6|290=1";
+
 TEST_F(Turned, DirectionsAndLengthsGoAlong) {
     const AcGeMatrix3d turn = AcGeMatrix3d::scaling(2.0) *
                               AcGeMatrix3d::rotation(std::numbers::pi / 2, AcGeVector3d::kZAxis);
@@ -52,6 +58,10 @@ TEST_F(Turned, DirectionsAndLengthsGoAlong) {
                 "72=2|10=0,2|40=2|50=90|51=180|73=1|72=2|10=0,2|40=2|50=180|51=270|73=0|"
                 "72=3|10=0,0|11=0,8|40=0.5|50=0|51=180|73=1|97=0|75=0|76=0|52=90|41=2|77=0|78=1|"
                 "53=180|43=0|44=2|45=0|46=2|79=2|49=2|49=-1|98=1|10=-4,2")},
+        {AcDbHelix::desc(), groups(kHelix),
+         groups("100=AcDbSpline|70=0|71=3|72=8|73=4|74=0|42=1e-9|43=1e-9|40=0|40=0|40=0|40=0|40=1|"
+                "40=1|40=1|40=1|10=0,2,0|10=-2,2,0|10=-2,0,2|10=0,-2,6|100=AcDbHelix|10=0,0,0|"
+                "11=0,2,0|12=0,0,1|40=2|41=0.5|42=12|290=1")},
         {AcDbMline::desc(),
          groups("100=AcDbMline|2=|340=0|40=20|70=0|71=1|72=1|73=1|10=1,2,3|210=0,0,1|11=1,2,3|"
                 "12=1,0,0|13=0,1,0|74=2|41=0.5|41=1|75=1|42=0.25"),
@@ -71,6 +81,26 @@ TEST_F(Turned, DirectionsAndLengthsGoAlong) {
     for (const auto& c : cases)
         EXPECT_THAT(written(*c.kind, c.before, turn), testing::ElementsAreArray(c.after))
             << headless::toUtf8(c.kind->name());
+}
+
+TEST_F(Turned, HelicesChangeHandsOrBecomeSplines) {
+    coretest::GroupFiler filer(db);
+    const auto object = test_support::readWritten(filer, *AcDbHelix::desc(), groups(kHelix));
+    auto* const helix = AcDbHelix::cast(object.get());
+    const AcGeMatrix3d mirror =
+        AcGeMatrix3d::mirroring(AcGePlane(AcGePoint3d::kOrigin, AcGeVector3d::kXAxis));
+    ASSERT_EQ(helix->transformBy(mirror), Acad::eOk);
+    EXPECT_FALSE(helix->twist());
+    EXPECT_TRUE(helix->startPoint().isEqualTo({-1, 0, 0}));
+    AcGeMatrix3d uneven;
+    uneven.entry[0][0] = 2.0;
+    EXPECT_EQ(helix->transformBy(uneven), Acad::eCannotScaleNonUniformly);
+    std::unique_ptr<AcDbEntity> copy;
+    ASSERT_EQ(helix->transformedCopy(uneven, copy), Acad::eOk);
+    ASSERT_EQ(copy->isA(), AcDbSpline::desc());
+    AcGePoint3d end;
+    ASSERT_EQ(AcDbSpline::cast(copy.get())->getEndPoint(end), Acad::eOk);
+    EXPECT_TRUE(end.isEqualTo({2, 0, 3}));
 }
 
 // Groups 11, 12 and 16 are in object coordinates, where x runs the other way below.
