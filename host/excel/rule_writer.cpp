@@ -27,7 +27,7 @@ void setCondition(lxw_data_validation& validation, InputRule& rule) {
     const bool isPair = compares && (rule.comparison == InputOperator::kBetween ||
                                      rule.comparison == InputOperator::kNotBetween);
     validation.validate = kKinds[static_cast<std::size_t>(rule.kind)];
-    // The library counts from 1 in the same order, and loses what it does not expect.
+    // The library counts from 1 in the same order.
     if (compares)
         validation.criteria = static_cast<std::uint8_t>(static_cast<int>(rule.comparison) + 1);
     (isPair ? validation.minimum_formula : validation.value_formula) = rule.first.data();
