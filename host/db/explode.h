@@ -15,8 +15,8 @@ T& addPart(NewEntities& parts, const AcDbEntity& whole, std::unique_ptr<T> part)
 }
 
 /// Adds copies of a block's entities under a transform. Circles and arcs become ellipses where they
-/// must; curves, dimensions and multileaders that cannot be transformed are taken apart. What refuses even so
-/// refuses the whole; what was added by then stays.
+/// must; curves, dimensions and multileaders that cannot be transformed are taken apart. What
+/// refuses even so refuses the whole; what was added by then stays.
 Acad::ErrorStatus addBlockContents(NewEntities& parts, AcDbObjectId block,
                                    const AcGeMatrix3d& transform);
 
