@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <cwctype>
+#include <map>
 
 #include "db/database.h"
 #include "db/dxf_code.h"
 #include "db/object_data.h"
+#include "db/record_archive.h"
 #include "db/resbuf.h"
 #include "db/residence.h"
 #include "db/state.h"
@@ -26,6 +28,39 @@ bool isHandle(std::wstring_view text) {
     return !text.empty() && text.size() <= kLongest &&
            std::all_of(text.begin(), text.end(),
                        [](wchar_t digit) { return digit < 0x80 && std::iswxdigit(digit) != 0; });
+}
+
+/// Names of changed layers by those in the file, in capitals.
+std::map<std::wstring, std::wstring> newLayerNames(const AcDbDatabase& db) {
+    constexpr int kName = AcDb::kDxfSymbolTableName;
+    std::map<std::wstring, std::wstring> names;
+    const auto* const layers = Residence::peek<AcDbSymbolTable>(db.layerTableId());
+    if (layers == nullptr) return names;
+    for (const AcDbObjectId id : layers->recordIds()) {
+        const auto* const layer = Residence::peek<AcDbSymbolTableRecord>(id);
+        if (layer == nullptr || id.isErased() ||
+            Residence::record(*layer) != Residence::Record::kChanged)
+            continue;
+        readAgain(*layer, [&](std::span<const DxfTag> groups, AcDbDxfFiler& filer) {
+            const DxfTag* const name = DxfRecord(groups).find(kName);
+            if (name != nullptr) names.emplace(upperCased(filer.text(*name)), layer->nameOf());
+        });
+    }
+    return names;
+}
+
+/// Data from the file name layers as the file does: those that were renamed get their present
+/// names.
+void nameLayersAsNow(const AcDbDatabase* db, DataItems& items) {
+    constexpr int kLayer = AcDb::kDxfXdLayerName;
+    const auto isLayer = [](const DataItem& item) { return item.code == kLayer; };
+    if (db == nullptr || std::none_of(items.begin(), items.end(), isLayer)) return;
+    const std::map<std::wstring, std::wstring> names = newLayerNames(*db);
+    for (DataItem& item : items) {
+        if (!isLayer(item)) continue;
+        const auto renamed = names.find(upperCased(item.text()));
+        if (renamed != names.end()) item.value = renamed->second;
+    }
 }
 
 /// Whether one value is of a kind and a length that extended data can hold.
@@ -183,7 +218,8 @@ using headless::ObjectData;
 
 resbuf* AcDbObject::xData(const ACHAR* regappName) const {
     assertReadEnabled();
-    const DataItems all = ObjectData::xdata(*this);
+    DataItems all = ObjectData::xdata(*this);
+    headless::nameLayersAsNow(database(), all);
     if (regappName == nullptr) return headless::chainOf(all);
     DataItems wanted;
     headless::forEachApplication(all, [&](std::span<const DataItem> items) {

@@ -13,6 +13,7 @@
 #include "db/line.h"
 #include "db/object_pointer.h"
 #include "db/polyline.h"
+#include "db/resbuf.h"
 #include "db/undo_journal.h"
 #include "db/xrecord.h"
 #include "drawing_fixture.h"
@@ -205,6 +206,10 @@ TEST(SavedDrawing, RenamedRecordsAreNamedAnewWhereTheyAreUsed) {
         for (std::size_t at = 0; (at = expected.find('|' + name + '|', at)) != std::string::npos;)
             expected.replace(at + name.find('|') + 2, 5, "\xC1\xBA \\U+D83D\\U+DE00");
     EXPECT_EQ(saved(*drawing.db), lines(expected));
+    const Opened<AcDbEntity> entity(at<AcDbEntity>(drawing, 0xA2)->objectId());
+    const std::unique_ptr<resbuf, int (*)(resbuf*)> data(entity->xData(L"APP"), &acutRelRb);
+    EXPECT_EQ(std::wstring(data->rbnext->resval.rstring), L"\x6881 \x1F600");
+    EXPECT_EQ(std::wstring(data->rbnext->rbnext->resval.rstring), L"walls") << "is only a text";
 }
 
 TEST(SavedDrawing, LayersKeepTheirDescriptionAndAColourThatFilesKnow) {
