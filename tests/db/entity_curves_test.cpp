@@ -278,17 +278,6 @@ TEST(Curves, EndlessOnesHaveNoExtents) {
     enttest::expectNear(behind, {1, 2, 0}, 0.0);
 }
 
-TEST(Circle, FullCirclesOfSlantedPlanesReachAsFarAsTheirNormalLeaves) {
-    // Along an axis with direction cosine c to the normal a circle reaches r sqrt(1 - c^2).
-    const AcGeVector3d normal = kSlanted.normal();
-    const AcDbCircle circle({10, 20, 30}, kSlanted, 7);
-    const AcGeVector3d reach(7 * std::sqrt(1 - normal.x * normal.x),
-                             7 * std::sqrt(1 - normal.y * normal.y),
-                             7 * std::sqrt(1 - normal.z * normal.z));
-    const AcGePoint3d center(10, 20, 30);
-    enttest::expectNear(enttest::boxOf(circle), {center - reach, center + reach}, 1e-12);
-}
-
 TEST(Ellipse, ParametersAreNotAngles) {
     const AcDbEllipse ellipse({0, 0, 0}, AcGeVector3d::kZAxis, {4, 0, 0}, 0.5, 0.0, 5.0 * pi / 4.0);
     // At the angle 45 degrees x = y: 4 cos p = 2 sin p.

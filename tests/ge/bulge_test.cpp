@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "ge/bulge.h"
-#include "ge/ocs.h"
 #include "ge_matchers.h"
 
 namespace {
@@ -182,37 +181,6 @@ TEST(Polyline, AreaFollowsDirectionAndArcs) {
                     1e-12 * std::max(1.0, std::abs(c.area)));
         EXPECT_NEAR(headless::polylineLength(c.outline.points, c.outline.bulges, c.closed),
                     c.length, 1e-12 * std::max(1.0, c.length));
-    }
-}
-
-TEST(Polyline, AgreesWithChords) {
-    std::mt19937 random(5);
-    std::uniform_real_distribution<double> number(-1, 1);
-    for (int round = 0; round < 20; ++round) {
-        Outline outline;
-        for (int i = 0; i < 12; ++i) {
-            outline.points.emplace_back(number(random), number(random));
-            outline.bulges.push_back(i % 3 == 0 ? 0.0 : std::tan(pi / 2 * number(random) * 0.9));
-        }
-        std::vector<AcGePoint2d> chords;
-        Extents3d sampled;
-        const AcGeMatrix3d map = headless::ocsMatrix({1, 2, -3});
-        for (std::size_t i = 0; i < 12; ++i) {
-            const BulgeSegment segment{outline.points[i], outline.points[(i + 1) % 12],
-                                       outline.bulges[i]};
-            for (int k = 0; k < 2000; ++k) {
-                chords.push_back(headless::pointOnSegment(segment, k / 2000.0));
-                sampled.add(map * AcGePoint3d(chords.back().x, chords.back().y, 7));
-            }
-        }
-        const double length = headless::polylineLength(outline.points, outline.bulges, true);
-        EXPECT_NEAR(headless::polylineArea(outline.points, outline.bulges),
-                    headless::polylineArea(chords, {}), 1e-5 * length * length);
-        EXPECT_NEAR(length, headless::polylineLength(chords, {}, true), 1e-5 * length);
-        const Extents3d exact =
-            headless::polylineExtents(outline.points, outline.bulges, true, 7, map);
-        EXPECT_THAT(exact.min, IsNear(sampled.min, 1e-4));
-        EXPECT_THAT(exact.max, IsNear(sampled.max, 1e-4));
     }
 }
 
