@@ -27,6 +27,20 @@ cairo_surface_t* makeSurface(PictureFormat format, double width, double height,
                                       static_cast<int>(std::lround(height)));
 }
 
+/// A colour as shares of the brightest.
+struct Shares {
+    static constexpr double kMost = 255.0;
+
+    double red;
+    double green;
+    double blue;
+    double alpha;
+
+    explicit Shares(const PictureColor& color)
+        : red(color.red / kMost), green(color.green / kMost), blue(color.blue / kMost),
+          alpha(color.alpha / kMost) {}
+};
+
 } // namespace
 
 Canvas::Canvas(PictureFormat format, double width, double height)
@@ -40,9 +54,32 @@ Canvas::Canvas(PictureFormat format, double width, double height)
 }
 
 void Canvas::setColor(const PictureColor& color) {
-    constexpr double kMost = 255.0;
-    cairo_set_source_rgba(cairo(), color.red / kMost, color.green / kMost, color.blue / kMost,
-                          color.alpha / kMost);
+    if (color.isStriped) return setStripes(color);
+    const Shares shares(color);
+    cairo_set_source_rgba(cairo(), shares.red, shares.green, shares.blue, shares.alpha);
+}
+
+void Canvas::setStripes(const PictureColor& color) {
+    constexpr double kPeriod = 6.0; // pixels along x and y
+    constexpr double kStripe = 0.6; // of the period
+    const std::unique_ptr<cairo_pattern_t, decltype(&cairo_pattern_destroy)> stripes(
+        cairo_pattern_create_linear(0.0, 0.0, kPeriod / 2, kPeriod / 2), cairo_pattern_destroy);
+    const Shares shares(color);
+    const auto stop = [&](double at, double alpha) {
+        cairo_pattern_add_color_stop_rgba(stripes.get(), at, shares.red, shares.green, shares.blue,
+                                          alpha);
+    };
+    stop(0.0, shares.alpha);
+    stop(kStripe, shares.alpha);
+    stop(kStripe, 0.0);
+    stop(1.0, 0.0);
+    cairo_pattern_set_extend(stripes.get(), CAIRO_EXTEND_REPEAT);
+    // Stripes are the sheet's, whatever the letters in them are stretched by.
+    cairo_matrix_t transform;
+    cairo_get_matrix(cairo(), &transform);
+    cairo_identity_matrix(cairo());
+    cairo_set_source(cairo(), stripes.get());
+    cairo_set_matrix(cairo(), &transform);
 }
 
 void Canvas::fillAll(const PictureColor& color) {

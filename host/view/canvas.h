@@ -19,6 +19,7 @@ struct PictureColor {
     std::uint8_t green = 0;
     std::uint8_t blue = 0;
     std::uint8_t alpha = 255;
+    bool isStriped = false; // with gaps, as what is filled shows that it is highlighted
 
     friend bool operator==(const PictureColor&, const PictureColor&) = default;
 };
@@ -82,6 +83,8 @@ public:
     [[nodiscard]] std::string finish();
 
 private:
+    void setStripes(const PictureColor& color);
+
     struct SurfaceCloser {
         void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
     };

@@ -133,7 +133,9 @@ bool EntityPainter::isDrawn(const AcDbEntity& entity) const {
 }
 
 PictureColor EntityPainter::colorOf(const Traits& traits) const {
-    return colorOnSheet(traits, settings_.pen.foreground);
+    PictureColor color = colorOnSheet(traits, settings_.pen.foreground);
+    color.isStriped = traits.isHighlighted;
+    return color;
 }
 
 Pen EntityPainter::penFor(const Traits& traits, const View& view) {
@@ -328,7 +330,7 @@ void EntityPainter::paintDrawn(const AcDbEntity& entity, const View& view, const
     if (wide > pen.width)
         pen.width = wide;
     else
-        fillAreas(path.areas(), pen.color);
+        fillAreas(path.areas(), colorOf(traits));
     strokeLines(path.lines(), pen);
     if (AcDbPoint::cast(&entity) != nullptr)
         for (const AcGePoint2d& point : path.points())

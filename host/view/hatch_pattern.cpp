@@ -63,7 +63,11 @@ public:
                             std::isfinite(shown.base.x) && std::isfinite(shown.base.y);
         if (box_.isEmpty() || !finite) return;
         if (!(pitch > kClosest)) return tint(pitch);
-        drawLines(shown, dashesOf(family, shown.scale), pitch);
+        // Highlighted, all lines have the dashes of what is highlighted.
+        drawLines(shown,
+                  pen_.clearsGaps ? dashesOf(pen_.pattern->dashes, pen_.unit)
+                                  : dashesOf(family.dashes, shown.scale),
+                  pitch);
     }
 
 private:
@@ -79,12 +83,12 @@ private:
                 scale};
     }
 
-    std::vector<double> dashesOf(const LineFamily& family, double scale) const {
+    std::vector<double> dashesOf(const std::vector<double>& lengths, double scale) const {
         // As with linetypes, what is finer is a grey line drawn at great cost.
         constexpr double kShortest = 2.0;
         std::vector<double> dashes;
         double total = 0.0;
-        for (const double length : family.dashes) {
+        for (const double length : lengths) {
             const bool isGap = length < 0.0;
             dashes.push_back(std::max(std::abs(length) * scale, isGap ? 0.0 : pen_.width));
             total += dashes.back();

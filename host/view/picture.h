@@ -32,7 +32,7 @@ struct PictureFailure {
 
 /// Draws model space: linetypes, lineweights and colours through layers and references, hatches,
 /// texts with the machine's fonts, in draw order. What is off or frozen is left out, what is
-/// highlighted is dashed.
+/// highlighted is dashed, or striped where it is filled.
 [[nodiscard]] std::variant<std::string, PictureFailure> drawPicture(AcDbDatabase& db,
                                                                     const PictureOptions& options);
 

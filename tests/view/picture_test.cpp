@@ -322,6 +322,32 @@ TEST_F(PictureTest, LinesAreAsWideAndAsBrokenAsTheyAsk) {
     EXPECT_EQ(gaps(), 0);
 }
 
+TEST_F(PictureTest, FillsAndLettersThatAreHighlightedAreStriped) {
+    const AcGePoint3d low(20, 10, 0);
+    const AcGePoint3d high(80, 40, 0);
+    const AcDbObjectId solid = add(std::make_unique<AcDbSolid>(
+        low, AcGePoint3d(high.x, low.y, 0), AcGePoint3d(low.x, high.y, 0), high));
+    const AcDbObjectId text =
+        add(std::make_unique<AcDbText>(AcGePoint3d(20, 60, 0), L"板", AcDbObjectId::kNull, 30.0));
+
+    const Pixels plain = draw();
+    for (const AcDbObjectId id : {solid, text}) {
+        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+        EXPECT_EQ(entity->highlight(), Acad::eOk);
+    }
+    const Pixels striped = draw();
+    for (const int bottom : {10, 50}) {
+        const int whole = plain.marked(20, bottom, 80, bottom + 40);
+        const int left = striped.marked(20, bottom, 80, bottom + 40);
+        EXPECT_LT(left, whole * 9 / 10) << bottom;
+        EXPECT_GT(left, whole / 2) << bottom;
+    }
+    for (const AcDbObjectId id : {solid, text}) {
+        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+        EXPECT_EQ(entity->unhighlight(), Acad::eOk);
+    }
+}
+
 TEST_F(PictureTest, CurvesKeepTheirShape) {
     add(std::make_unique<AcDbCircle>(AcGePoint3d(50, 50, 0), AcGeVector3d::kZAxis, 40.0));
     addPolyline({{{10, 10}, 1.0}, {{30, 10}, 1.0}});
