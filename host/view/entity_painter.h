@@ -11,6 +11,7 @@
 #include "view/block_facts.h"
 #include "view/crowd.h"
 #include "view/letters.h"
+#include "view/line_painter.h"
 #include "view/path_sink.h"
 #include "view/pen.h"
 #include "view/point_mark.h"
@@ -73,15 +74,9 @@ private:
     void paintMText(const AcDbMText& text, const View& view, const Traits& traits);
     void paintPoint(const AcGePoint2d& at, const Pen& pen);
 
-    void fillAreas(const std::vector<SheetPath::Line>& areas, const PictureColor& color);
-    void strokeLines(const SheetPath& lines, const Pen& pen);
-    void strokeDashed(const SheetPath& lines, const Pen& pen);
-    void paintDot(const AcGePoint2d& at, const Pen& pen);
-
     Pen penFor(const Traits& traits, const View& view);
     PictureColor colorOf(const Traits& traits) const;
     bool isDrawn(const AcDbEntity& entity) const;
-    bool isOnSheet(const SheetPath& path, double margin) const;
     bool comesToSheet(const AcDbEntity& reference, const View& view) const;
     const AcDbObjectIdArray& drawOrder(AcDbObjectId block);
 
@@ -90,6 +85,7 @@ private:
     Settings settings_;
     Looks& looks_;
     Letters letters_;
+    LinePainter lines_;
     std::vector<AcDbStub*> openBlocks_; // being drawn, outermost first
     std::unordered_map<AcDbStub*, AcDbObjectIdArray> orders_;
     double viewportScale_ = 1.0; // sheet units to a unit of what is being drawn
