@@ -122,8 +122,14 @@ bool EntityPainter::isDrawn(const AcDbEntity& entity) const {
     return definition == nullptr || openBlocks_.size() == 1 || definition->isConstant();
 }
 
-PictureColor EntityPainter::colorOf(const Traits& traits) const {
+PictureColor EntityPainter::fillOf(const Traits& traits) const {
     PictureColor color = colorOnSheet(traits, settings_.pen.foreground);
+    color.isStriped = traits.isHighlighted;
+    return color;
+}
+
+PictureColor EntityPainter::inkOf(const Traits& traits) const {
+    PictureColor color = inkOnSheet(traits, settings_.pen.foreground);
     color.isStriped = traits.isHighlighted;
     return color;
 }
@@ -162,7 +168,7 @@ void EntityPainter::paintDrawn(const AcDbEntity& entity, const View& view, const
     if (wide > pen.width)
         pen.width = wide;
     else
-        lines_.fillAreas(path.areas(), colorOf(traits));
+        lines_.fillAreas(path.areas(), inkOf(traits));
     lines_.strokeLines(path.lines(), pen);
     if (AcDbPoint::cast(&entity) != nullptr)
         for (const AcGePoint2d& point : path.points())
@@ -184,7 +190,7 @@ void EntityPainter::paintFilled(const AcDbEntity& entity, const View& view, cons
     path.describe(entity, view.toWorld);
     // Corners given the wrong way round make two triangles with a gap, as CAD programs show them.
     for (const SheetPath::Line& area : path.areas())
-        if (putPolygonOn(canvas_, area) > 0) canvas_.fill(colorOf(traits));
+        if (putPolygonOn(canvas_, area) > 0) canvas_.fill(inkOf(traits));
 }
 
 void EntityPainter::paintWipeout(const AcDbEntity& entity, const View& view) {
@@ -229,7 +235,7 @@ void EntityPainter::paintMline(const AcDbMline& mline, const View& view, const T
         path.describe(mline, view.toWorld);
         Traits filling = traits;
         if (!fill->isByLayer() && !fill->isByBlock()) filling.color = *fill;
-        lines_.fillAreas(path.areas(), colorOf(filling));
+        lines_.fillAreas(path.areas(), fillOf(filling));
     }
     paintParts(mline, view, traits);
 }
@@ -262,7 +268,7 @@ void EntityPainter::paintHatch(const AcDbHatch& hatch, const View& view, const T
         }
         counting.putAreaOn(canvas_);
     }
-    if (hatch.isSolidFill()) return canvas_.fill(colorOf(traits));
+    if (hatch.isSolidFill()) return canvas_.fill(fillOf(traits));
     canvas_.clip();
     drawHatchPattern(canvas_, map_, hatch, view.toWorld, penFor(traits, view));
 }
@@ -272,14 +278,14 @@ void EntityPainter::paintText(const AcDbText& text, const View& view, const Trai
     letters_.paint(text,
                    definition != nullptr && !definition->isConstant() ? definition->tagConst()
                                                                       : text.textStringConst(),
-                   view.toWorld, colorOf(traits));
+                   view.toWorld, inkOf(traits));
 }
 
 void EntityPainter::paintMText(const AcDbMText& text, const View& view, const Traits& traits) {
-    letters_.paint(text, view.toWorld, colorOf(traits), [&](const AcCmEntityColor& color) {
+    letters_.paint(text, view.toWorld, inkOf(traits), [&](const AcCmEntityColor& color) {
         Traits own = traits;
         own.color = color;
-        return colorOf(own);
+        return inkOf(own);
     });
 }
 

@@ -75,7 +75,9 @@ private:
     void paintPoint(const AcGePoint2d& at, const Pen& pen);
 
     Pen penFor(const Traits& traits, const View& view);
-    PictureColor colorOf(const Traits& traits) const;
+    PictureColor fillOf(const Traits& traits) const;
+    /// Of lines, letters, and solids, as which arrows are drawn.
+    PictureColor inkOf(const Traits& traits) const;
     bool isDrawn(const AcDbEntity& entity) const;
     bool comesToSheet(const AcDbEntity& reference, const View& view) const;
     const AcDbObjectIdArray& drawOrder(AcDbObjectId block);

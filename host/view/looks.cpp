@@ -102,4 +102,15 @@ PictureColor colorOnSheet(const Traits& traits, const PictureColor& foreground) 
             traits.alpha};
 }
 
+PictureColor inkOnSheet(const Traits& traits, const PictureColor& foreground) {
+    const PictureColor color = colorOnSheet(traits, foreground);
+    const auto isPaper = [](std::uint8_t share, std::uint8_t opposite) {
+        return share == 0xFF - opposite;
+    };
+    if (!isPaper(color.red, foreground.red) || !isPaper(color.green, foreground.green) ||
+        !isPaper(color.blue, foreground.blue))
+        return color;
+    return {foreground.red, foreground.green, foreground.blue, color.alpha};
+}
+
 } // namespace headless

@@ -70,4 +70,8 @@ private:
 /// @param foreground  what black or white things show as: the paper's opposite.
 [[nodiscard]] PictureColor colorOnSheet(const Traits& traits, const PictureColor& foreground);
 
+/// The colour of lines and letters: nobody draws these to be unseen, so in the paper's colour they
+/// show as foreground, where hatches cover what is below.
+[[nodiscard]] PictureColor inkOnSheet(const Traits& traits, const PictureColor& foreground);
+
 } // namespace headless

@@ -16,7 +16,7 @@ const LinePattern& highlightPattern() {
 Pen penOf(const Traits& traits, Looks& looks, const PenScale& scale, double stretch) {
     constexpr double kThinnest = 0.6;
     constexpr double kThinnestHighlight = 1.5;
-    Pen pen{colorOnSheet(traits, scale.foreground),
+    Pen pen{inkOnSheet(traits, scale.foreground),
             std::max(traits.lineWeight * scale.pixelsPerMillimetre, kThinnest), nullptr, 1.0};
     if (traits.isHighlighted) {
         pen.width = std::max(pen.width, kThinnestHighlight);

@@ -79,9 +79,9 @@ constexpr const char* kBox = "0=LWPOLYLINE|8=0|100=AcDbEntity|100=AcDbPolyline|9
                              "10=5|20=50|10=95|20=50|";
 
 /// A solid hatch of three squares within each other.
-std::string nestedSquares(int style) {
-    std::string text = "0=HATCH|8=0|100=AcDbEntity|100=AcDbHatch|10=0|20=0|30=0|210=0|220=0|230=1|"
-                       "2=SOLID|70=1|71=0|91=3";
+std::string nestedSquares(int style, const std::string& look = {}) {
+    std::string text = "0=HATCH|8=0|100=AcDbEntity" + look +
+                       "|100=AcDbHatch|10=0|20=0|30=0|210=0|220=0|230=1|2=SOLID|70=1|71=0|91=3";
     for (const int inset : {10, 25, 40}) {
         const std::string low = std::to_string(inset);
         const std::string high = std::to_string(100 - inset);
@@ -204,6 +204,14 @@ TEST_F(EntityKinds, ShowWhatTheyAre) {
          "0=MTEXT|8=0|100=AcDbEntity|100=AcDbMText|10=50|20=50|30=0|40=20|41=0|71=1|1=HH|210=0|"
          "220=0|230=-1",
          {{52, 50, 70, 70, true}, {0, 0, 50, 100, false}}},
+        {"lines, letters and solids in the paper's colour show, and hatches in it cover these",
+         "0=LINE|8=0|62=255|10=5|20=50|11=95|21=50|0=TEXT|8=0|420=16777215|10=5|20=92|30=0|40=6|"
+         "1=H|0=SOLID|8=0|420=16777215|10=80|20=90|11=95|21=90|12=80|22=98|13=95|23=98|" +
+             nestedSquares(2, "|62=255"),
+         {{5, 49, 9, 51, true},
+          {12, 40, 88, 60, false},
+          {5, 92, 12, 98, true},
+          {82, 92, 93, 96, true}}},
         {"a fraction has its bar",
          "0=MTEXT|8=0|100=AcDbEntity|100=AcDbMText|10=10|20=90|30=0|40=40|41=0|71=1|1=\\S /888;",
          {{20, 69, 21, 72, true}, {20, 75, 60, 90, false}}},
