@@ -42,6 +42,7 @@ public:
 
 private:
     void open();
+    void startStoring(std::size_t written);
     [[nodiscard]] bool giveName();
     [[nodiscard]] bool renameOver();
     [[nodiscard]] bool putInPlace(Durability durability, struct stat& status);
@@ -52,6 +53,7 @@ private:
     bool exists_ = false; // the target
     int descriptor_ = -1;
     int error_ = 0;
+    std::size_t notBegun_ = 0; // bytes written that the disk has not been asked to store
 };
 
 /// Replaces a file by these bytes, see FileReplacement. Returns 0 or the error number.
